@@ -1,0 +1,73 @@
+#include "Utf8.h"
+
+#include <cstdint>
+#include <cstring>
+
+namespace morlevant {
+
+namespace {
+
+bool isContinuation(unsigned char c) { return (c & 0xC0) == 0x80; }
+
+} // namespace
+
+std::size_t utf8CharLength(std::string_view text, std::size_t pos) {
+    const auto at = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const unsigned char lead = at(pos);
+    if (lead < 0x80)
+        return 1;
+    const std::size_t left = text.size() - pos;
+    // Second-byte bounds exclude overlong forms, surrogates and code points above U+10FFFF.
+    unsigned char secondLow = 0x80, secondHigh = 0xBF;
+    std::size_t length = 0;
+    if (lead >= 0xC2 && lead <= 0xDF) {
+        length = 2;
+    } else if (lead >= 0xE0 && lead <= 0xEF) {
+        length = 3;
+        if (lead == 0xE0)
+            secondLow = 0xA0;
+        else if (lead == 0xED)
+            secondHigh = 0x9F;
+    } else if (lead >= 0xF0 && lead <= 0xF4) {
+        length = 4;
+        if (lead == 0xF0)
+            secondLow = 0x90;
+        else if (lead == 0xF4)
+            secondHigh = 0x8F;
+    } else {
+        return 1;
+    }
+    if (left < length || at(pos + 1) < secondLow || at(pos + 1) > secondHigh)
+        return 1;
+    for (std::size_t i = 2; i < length; ++i)
+        if (!isContinuation(at(pos + i)))
+            return 1;
+    return length;
+}
+
+bool isAscii(std::string_view text) {
+    const char* p = text.data();
+    std::size_t n = text.size();
+    // Eight bytes at a time: the high bit of any byte marks a non-ASCII line.
+    for (; n >= 8; p += 8, n -= 8) {
+        std::uint64_t word;
+        std::memcpy(&word, p, 8);
+        if (word & 0x8080808080808080ULL)
+            return false;
+    }
+    for (; n > 0; ++p, --n)
+        if (static_cast<unsigned char>(*p) >= 0x80)
+            return false;
+    return true;
+}
+
+std::size_t utf8CharCount(std::string_view text) {
+    if (isAscii(text))
+        return text.size();
+    std::size_t count = 0;
+    for (std::size_t pos = 0; pos < text.size(); pos += utf8CharLength(text, pos))
+        ++count;
+    return count;
+}
+
+} // namespace morlevant

@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# Installs the Debian packages Morlevant needs to build, test and show itself, when missing.
+set -euo pipefail
+
+packages=(cmake make g++ pkg-config qt6-base-dev libpcre2-dev libgtest-dev xvfb xauth)
+missing=()
+for package in "${packages[@]}"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" ||
+        missing+=("$package")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+sudo=""
+[ "$(id -u)" -ne 0 ] && sudo="sudo"
+echo "Installing: ${missing[*]}"
+$sudo apt-get update
+DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y --no-install-recommends "${missing[@]}"

@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# Builds every layer and the test suites with AddressSanitizer and UndefinedBehaviorSanitizer,
+# then runs all tests through CTest. Widget tests run offscreen.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+scripts/install-deps.sh
+
+cmake -S . -B build-test -DCMAKE_BUILD_TYPE=Debug -DMORLEVANT_SANITIZE=ON -DMORLEVANT_TESTS=ON
+cmake --build build-test -j"$(nproc)"
+export QT_QPA_PLATFORM=offscreen
+export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+cd build-test
+ctest --output-on-failure -j"$(nproc)"

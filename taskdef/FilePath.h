@@ -1,0 +1,19 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace morlevant {
+
+// Paths travel through the program as UTF-8 text; this turns one into a file-system path
+// without going through the narrow code page on Windows.
+inline std::filesystem::path toFsPath(const std::string& utf8) {
+    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+inline std::string fromFsPath(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return std::string(text.begin(), text.end());
+}
+
+} // namespace morlevant

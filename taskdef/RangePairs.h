@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+namespace morlevant {
+
+// One inclusive range of rows or columns, counted from 1.
+struct RangePair {
+    double low = 0;
+    double high = 0;
+    bool operator==(const RangePair&) const = default;
+};
+
+// A range text parsed as every reader of it parses it: each "-" counts as ",", the items are
+// split at "," and taken in pairs from the first, each item by its leading number. The pairs
+// keep the written order; nothing is sorted or merged.
+class RangePairs {
+public:
+    RangePairs() = default;
+
+    // Throws TaskError naming `what` ("row ranges", "column ranges") when the last item is
+    // unpaired. A blank text gives no pairs.
+    static RangePairs parse(std::string_view text, std::string_view what);
+
+    bool empty() const { return pairs_.empty(); }
+    const std::vector<RangePair>& pairs() const { return pairs_; }
+
+    // Whether the row lies in one of the ranges (bounds inclusive).
+    bool contains(double row) const;
+    // Whether some range has both bounds equal to the row, as "7-7" does for row 7.
+    bool isPoint(double row) const;
+
+private:
+    std::vector<RangePair> pairs_;
+};
+
+} // namespace morlevant

@@ -1,0 +1,89 @@
+#include "TaskPageSettings.h"
+
+#include "FilePath.h"
+#include "TaskError.h"
+
+#include <array>
+#include <fstream>
+#include <iterator>
+
+namespace morlevant {
+
+namespace {
+
+using Field = std::string TaskPageSettings::*;
+
+constexpr std::array<Field, TaskPageSettings::lineCount> fieldsInFileOrder = {
+    &TaskPageSettings::rangeMode,           &TaskPageSettings::rowRange,
+    &TaskPageSettings::columnRange,         &TaskPageSettings::takeRangesOut,
+    &TaskPageSettings::operationPage,       &TaskPageSettings::decimalNumber,
+    &TaskPageSettings::alignment,           &TaskPageSettings::nonNumericAlert,
+    &TaskPageSettings::crossBorderAlert,    &TaskPageSettings::calculateSteps,
+    &TaskPageSettings::find1,               &TaskPageSettings::replace1,
+    &TaskPageSettings::find2,               &TaskPageSettings::replace2,
+    &TaskPageSettings::find3,               &TaskPageSettings::replace3,
+    &TaskPageSettings::find4,               &TaskPageSettings::replace4,
+    &TaskPageSettings::insertAction,        &TaskPageSettings::dateTimeFormat,
+    &TaskPageSettings::insertString,        &TaskPageSettings::insertFile,
+    &TaskPageSettings::filterReplacement,   &TaskPageSettings::filterPattern,
+    &TaskPageSettings::insertExtra,         &TaskPageSettings::divideAction,
+    &TaskPageSettings::divideByRowValue,    &TaskPageSettings::divideByColumnValue,
+    &TaskPageSettings::divideNameTemplate,  &TaskPageSettings::divideNumberFrom,
+    &TaskPageSettings::divideNumberTo,
+};
+
+Field fieldOfLine(int n) {
+    if (n < 1 || n > TaskPageSettings::lineCount)
+        throw TaskError("task settings have no line " + std::to_string(n));
+    return fieldsInFileOrder[static_cast<std::size_t>(n - 1)];
+}
+
+} // namespace
+
+const std::string& TaskPageSettings::line(int n) const { return this->*fieldOfLine(n); }
+
+std::string& TaskPageSettings::line(int n) { return this->*fieldOfLine(n); }
+
+void writeTaskPageSettings(const std::string& path, const TaskPageSettings& settings) {
+    std::ofstream out(toFsPath(path), std::ios::binary | std::ios::trunc);
+    if (!out)
+        throw TaskError("Cannot write the task settings file " + path);
+    for (Field field : fieldsInFileOrder)
+        out << settings.*field << "\r\n";
+    out.close();
+    if (!out)
+        throw TaskError("Cannot write the task settings file " + path);
+}
+
+TaskPageSettings readTaskPageSettings(const std::string& path) {
+    std::ifstream in(toFsPath(path), std::ios::binary);
+    if (!in)
+        throw TaskError("The task settings file " + path +
+                        " is missing: edit the task and press OK first");
+    const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    if (text.empty())
+        throw TaskError("The task settings file " + path +
+                        " is empty: the task was not confirmed in the editor; edit it again");
+
+    TaskPageSettings settings;
+    int lineNumber = 0;
+    std::size_t pos = 0;
+    while (pos < text.size() && lineNumber < TaskPageSettings::lineCount) {
+        std::size_t end = text.find_first_of("\r\n", pos);
+        if (end == std::string::npos)
+            end = text.size();
+        settings.*fieldsInFileOrder[static_cast<std::size_t>(lineNumber++)] =
+            text.substr(pos, end - pos);
+        pos = end;
+        if (pos < text.size() && text[pos++] == '\r' && pos < text.size() && text[pos] == '\n')
+            ++pos;
+    }
+    if (lineNumber < TaskPageSettings::lineCount)
+        throw TaskError("The task settings file " + path + " has only " +
+                        std::to_string(lineNumber) + " of its " +
+                        std::to_string(TaskPageSettings::lineCount) +
+                        " lines: edit the task again");
+    return settings;
+}
+
+} // namespace morlevant

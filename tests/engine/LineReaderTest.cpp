@@ -1,0 +1,84 @@
+#include "LineReader.h"
+#include "LineWriter.h"
+#include "TaskError.h"
+
+#include "../support/TempDir.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+using namespace morlevant;
+using morlevant::testing::TempDir;
+
+namespace {
+
+std::vector<std::string> readLines(const std::string& path) {
+    LineReader reader(path);
+    std::vector<std::string> lines;
+    std::string_view line;
+    while (reader.next(line))
+        lines.emplace_back(line);
+    return lines;
+}
+
+using Lines = std::vector<std::string>;
+
+struct LineEndCase {
+    std::string bytes;
+    Lines expected;
+};
+
+class LineEnds : public ::testing::TestWithParam<LineEndCase> {};
+
+TEST_P(LineEnds, SplitsAtCrLfLfAndLoneCr) {
+    TempDir dir;
+    morlevant::testing::writeBytes(dir.file("in.txt"), GetParam().bytes);
+    EXPECT_EQ(readLines(dir.file("in.txt")), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Reader, LineEnds,
+    ::testing::Values(LineEndCase{"", {}}, LineEndCase{"a", {"a"}},
+                      LineEndCase{"a\r\nb\r\n", {"a", "b"}}, LineEndCase{"a\nb", {"a", "b"}},
+                      LineEndCase{"a\rb\r", {"a", "b"}}, LineEndCase{"\n\n", {"", ""}},
+                      LineEndCase{"a\r\rb", {"a", "", "b"}}, LineEndCase{"a\n\rb", {"a", "", "b"}},
+                      LineEndCase{"\xff\xfe\r\n\x80", {"\xff\xfe", "\x80"}}));
+
+TEST(Reader, LinesAcrossBlockBoundaries) {
+    // Lines longer than a block, and a CR LF split between two blocks.
+    TempDir dir;
+    const std::string longLine(200000, 'x');
+    const std::string shortLine(65535, 'y'); // its CR ends the first block, its LF starts the next
+    morlevant::testing::writeBytes(dir.file("in.txt"),
+                                   shortLine + "\r\n" + longLine + "\r\nend");
+    EXPECT_EQ(readLines(dir.file("in.txt")), (Lines{shortLine, longLine, "end"}));
+}
+
+TEST(Reader, MissingFileNamesThePath) {
+    try {
+        LineReader reader("/nonexistent/folder/file.txt");
+        FAIL();
+    } catch (const TaskError& error) {
+        EXPECT_NE(std::string(error.what()).find("/nonexistent/folder/file.txt"), std::string::npos);
+    }
+}
+
+TEST(Writer, EndsEveryLineWithCrLfAndAppends) {
+    TempDir dir;
+    const std::string path = dir.file("out.txt");
+    {
+        LineWriter writer(path, LineWriter::Mode::Truncate);
+        writer.writeLine("a");
+        writer.writeLine("");
+        writer.close();
+    }
+    {
+        LineWriter writer(path, LineWriter::Mode::Append);
+        writer.writeLine("b");
+        writer.close();
+    }
+    EXPECT_EQ(morlevant::testing::readBytes(path), "a\r\n\r\nb\r\n");
+}
+
+} // namespace
