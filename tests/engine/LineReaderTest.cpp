@@ -2,7 +2,7 @@
 #include "LineWriter.h"
 #include "TaskError.h"
 
-#include "../support/TempDir.h"
+#include "TempDir.h"
 
 #include <gtest/gtest.h>
 

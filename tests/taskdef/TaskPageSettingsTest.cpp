@@ -1,7 +1,7 @@
 #include "TaskError.h"
 #include "TaskPageSettings.h"
 
-#include "../support/TempDir.h"
+#include "TempDir.h"
 
 #include <gtest/gtest.h>
 
