@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace morlevant {
+
+// The twelve file kinds the program knows by the last four characters of a path, in their
+// fixed order; the tree's icons, the viewer and "Open In Default" all decide by this list.
+const QStringList& FileTypeList();
+
+// Icon index for a file path: 0 for an empty path or an unknown kind, otherwise the position of
+// its kind in FileTypeList() plus one, with "HTML" sharing the icon of ".HTM" (10).
+int Imagen(const QString& path);
+
+} // namespace morlevant

@@ -1,0 +1,112 @@
+#include "TaskTreeModel.h"
+
+#include <functional>
+
+namespace morlevant {
+
+QString TaskTreeModel::defaultTaskCaption() {
+    return QStringLiteral("My Batch Task");
+}
+
+TaskTreeModel::TaskTreeModel(QObject* parent) : QStandardItemModel(parent) {}
+
+QStandardItem* TaskTreeModel::createNode(const QString& text, const QString& tag, int image) {
+    auto* node = new QStandardItem(text);
+    node->setEditable(false);
+    setTag(node, tag);
+    setImage(node, image);
+    return node;
+}
+
+QStandardItem* TaskTreeModel::appendNode(QStandardItem* parent, const QString& text,
+                                         const QString& tag, int image) {
+    QStandardItem* node = createNode(text, tag, image);
+    (parent ? parent : invisibleRootItem())->appendRow(node);
+    return node;
+}
+
+QStandardItem* TaskTreeModel::insertNodeAfter(QStandardItem* sibling, const QString& text,
+                                              const QString& tag, int image) {
+    QStandardItem* node = createNode(text, tag, image);
+    QStandardItem* parent = sibling->parent() ? sibling->parent() : invisibleRootItem();
+    parent->insertRow(sibling->row() + 1, node);
+    return node;
+}
+
+QStandardItem* TaskTreeModel::parentNode(const QStandardItem* node) {
+    return node->parent();
+}
+
+QString TaskTreeModel::tag(const QStandardItem* node) {
+    return node->data(TagRole).toString();
+}
+
+void TaskTreeModel::setTag(QStandardItem* node, const QString& tag) {
+    node->setData(tag, TagRole);
+}
+
+int TaskTreeModel::image(const QStandardItem* node) {
+    return node->data(ImageRole).toInt();
+}
+
+void TaskTreeModel::setImage(QStandardItem* node, int image) {
+    node->setData(image, ImageRole);
+}
+
+int TaskTreeModel::selectedImage(const QStandardItem* node) {
+    const QVariant selected = node->data(SelectedImageRole);
+    return selected.isValid() ? selected.toInt() : image(node);
+}
+
+void TaskTreeModel::setSelectedImage(QStandardItem* node, int image) {
+    node->setData(image, SelectedImageRole);
+}
+
+int TaskTreeModel::nodeCount() const {
+    return static_cast<int>(nodesInOrder().size());
+}
+
+QList<QStandardItem*> TaskTreeModel::nodesInOrder() const {
+    QList<QStandardItem*> nodes;
+    const std::function<void(const QStandardItem*)> collect = [&](const QStandardItem* parent) {
+        for (int row = 0; row < parent->rowCount(); ++row) {
+            QStandardItem* child = parent->child(row);
+            nodes.append(child);
+            collect(child);
+        }
+    };
+    collect(invisibleRootItem());
+    return nodes;
+}
+
+QStandardItem* TaskTreeModel::resetToDefaultTask(int image, int selectedImage) {
+    removeRows(0, rowCount());
+    QStandardItem* task = appendNode(nullptr, defaultTaskCaption(), {}, image);
+    setSelectedImage(task, selectedImage);
+    return task;
+}
+
+void TaskTreeModel::setImageList(const QList<QIcon>& icons) {
+    icons_ = icons;
+    if (rowCount() > 0)
+        emit dataChanged(index(0, 0), index(rowCount() - 1, 0), {Qt::DecorationRole});
+}
+
+QVariant TaskTreeModel::data(const QModelIndex& index, int role) const {
+    if (role != Qt::DecorationRole || !index.isValid())
+        return QStandardItemModel::data(index, role);
+    const QStandardItem* node = itemFromIndex(index);
+    const int normal = image(node);
+    const int selected = selectedImage(node);
+    QIcon icon = normal > 0 && normal < icons_.size() ? icons_[normal] : QIcon();
+    // The tree swaps to the selected image while a node is selected: carry it as the icon's
+    // Selected mode so the view needs no special painting.
+    if (selected != normal && selected > 0 && selected < icons_.size()) {
+        const QIcon selectedIcon = icons_[selected];
+        for (const QSize& size : selectedIcon.availableSizes())
+            icon.addPixmap(selectedIcon.pixmap(size), QIcon::Selected);
+    }
+    return icon.isNull() ? QVariant() : QVariant(icon);
+}
+
+} // namespace morlevant

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "TaskTreeModel.h"
+#include "WorkspaceState.h"
+
+#include <QByteArray>
+#include <QString>
+#include <optional>
+
+namespace morlevant {
+
+// The ".tsk" file: one line per node in pre-order, three quoted fields each (the parent's key,
+// the caption, the remark and path). Paths below the workspace's folder are stored relative to
+// it, so a workspace moved together with its files still finds them.
+class WorkspaceFile final {
+public:
+    // The whole tree as the file's bytes. An empty tree is given its default task first.
+    static QByteArray write(TaskTreeModel& model, const QString& taskDir);
+    // Replaces the tree with the records of bytes. On a record that cannot be attached the
+    // nodes read so far stay and the message is returned; a file with no readable record at
+    // all leaves the tree as it was and returns a message.
+    static std::optional<QString> read(TaskTreeModel& model, const QByteArray& bytes,
+                                       const QString& taskDir);
+
+    // A path as the file stores it: cut by the length of taskDir when taskDir occurs anywhere
+    // in it (case-insensitively), otherwise unchanged.
+    static QString FNtoSave(const QString& path, const QString& taskDir);
+    // A stored path made whole again: absolute paths as they stand, others joined to taskDir.
+    static QString fullPath(const QString& storedPath, const QString& taskDir);
+};
+
+// Writes the tree to state.TaskFileName (all or nothing) and clears TaskDirty. Returns a
+// message naming the file and the cause when it cannot be written; the state is then unchanged.
+std::optional<QString> saveWorkspace(TaskTreeModel& model, WorkspaceState& state);
+
+// Opens the workspace file at path into the tree and points the state at it (CommandLineLoad
+// without the viewer). Returns a message when the file cannot be read (tree and state left as
+// they were) or when it holds a record that cannot be attached (nodes read so far kept).
+std::optional<QString> loadWorkspace(TaskTreeModel& model, WorkspaceState& state,
+                                     const QString& path);
+
+} // namespace morlevant

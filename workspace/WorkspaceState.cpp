@@ -1,0 +1,28 @@
+#include "WorkspaceState.h"
+
+#include <QDir>
+
+namespace morlevant {
+
+namespace {
+
+const QString productTitle = QStringLiteral("Morlevant v1.0");
+
+} // namespace
+
+void WorkspaceState::setTaskFile(const QString& path) {
+    TaskFileName = path;
+    const QString native = QDir::toNativeSeparators(path);
+    TaskDir = native.left(native.lastIndexOf(QDir::separator()) + 1);
+    HasTaskFile = true;
+}
+
+void WorkspaceState::clear() {
+    *this = WorkspaceState();
+}
+
+QString WorkspaceState::windowTitle() const {
+    return HasTaskFile ? productTitle + " - " + TaskFileName : productTitle;
+}
+
+} // namespace morlevant
