@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QStandardItem;
+
+namespace morlevant {
+
+class Prompts;
+class TaskTreeModel;
+struct WorkspaceState;
+
+// The commands that add, import, delete and sort nodes of the task tree. Each takes the
+// selected node (nullptr when none) and returns the node that should be selected afterwards
+// (nullptr: leave the selection to the view). Adding, importing and deleting mark the
+// workspace changed; sorting does not, so a sorted order reaches the file only with the next
+// save.
+class TreeCommands final {
+public:
+    TreeCommands(TaskTreeModel& model, WorkspaceState& state, Prompts& prompts);
+
+    // A task captioned "My Batch Task " + the number of nodes, right after the selected node;
+    // in an empty tree a plain "My Batch Task".
+    QStandardItem* addTask(QStandardItem* selected);
+
+    // Asks for files and adds a node for each, under the selected node when intoSelected,
+    // otherwise right after it. The files keep the order in which the dialog returned them.
+    // Returns the last node added, or nullptr when the user cancelled.
+    QStandardItem* importFiles(QStandardItem* selected, bool intoSelected);
+    // The same without the dialog, for files the user has already chosen.
+    QStandardItem* addFiles(QStandardItem* selected, const QStringList& paths, bool intoSelected);
+
+    // Removes the selected node; one with children only after the user confirmed. Nothing is
+    // removed from the disk.
+    QStandardItem* deleteNode(QStandardItem* selected);
+
+    // Sorts the selected node and its siblings once by caption; a task at the top does nothing.
+    void sortFiles(QStandardItem* selected);
+
+    // The folder the import dialog opens in: the folder of the last import.
+    const QString& lastDirectory() const { return lastDirectory_; }
+    void setLastDirectory(const QString& folder) { lastDirectory_ = folder; }
+
+private:
+    TaskTreeModel& model_;
+    WorkspaceState& state_;
+    Prompts& prompts_;
+    QString lastDirectory_;
+};
+
+} // namespace morlevant

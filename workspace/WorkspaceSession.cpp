@@ -1,0 +1,119 @@
+#include "WorkspaceSession.h"
+
+#include "Prompts.h"
+#include "TaskTreeModel.h"
+#include "WorkspaceFile.h"
+#include "WorkspaceState.h"
+
+#include <QFileInfo>
+
+namespace morlevant {
+
+namespace {
+
+const QString taskFilter = QStringLiteral("Task File (*.tsk)");
+
+} // namespace
+
+WorkspaceSession::WorkspaceSession(TaskTreeModel& model, WorkspaceState& state, Prompts& prompts,
+                                   FileChosen fileChosen)
+    : model_(model), state_(state), prompts_(prompts), fileChosen_(std::move(fileChosen)) {}
+
+bool WorkspaceSession::settleChanges(const QString& text, const QString& title) {
+    if (!state_.TaskDirty)
+        return true;
+    switch (prompts_.question(text, title, Buttons::YesNoCancel)) {
+    case Answer::Cancel:
+        return false;
+    case Answer::Yes:
+        // A save the user then cancels (or that fails) keeps the changes and stops here.
+        return mnuSave();
+    case Answer::No:
+        return true;
+    }
+    return true;
+}
+
+bool WorkspaceSession::mnuNew() {
+    // New and Open share one question and one caption.
+    if (!settleChanges(QStringLiteral("Save the task？"), QStringLiteral("Open task")))
+        return false;
+    model_.resetToDefaultTask(TaskTreeModel::parentImage, TaskTreeModel::parentSelectedImage);
+    state_.clear();
+    return true;
+}
+
+bool WorkspaceSession::mnuOpen() {
+    if (!settleChanges(QStringLiteral("Save the task？"), QStringLiteral("Open task")))
+        return false;
+    return Loadfile();
+}
+
+bool WorkspaceSession::mnuSave() {
+    if (!state_.HasTaskFile && !ChooseFiletoSave())
+        return false;
+    return save();
+}
+
+bool WorkspaceSession::mnuSaveAs() {
+    // Cancelling the dialog cancels the command; it never saves under the old name instead.
+    return ChooseFiletoSave() && save();
+}
+
+bool WorkspaceSession::save() {
+    if (const auto failure = saveWorkspace(model_, state_)) {
+        prompts_.error(*failure, promptTitle);
+        return false;
+    }
+    return true;
+}
+
+bool WorkspaceSession::openRecent(const QString& path) {
+    if (!settleChanges(QStringLiteral("Save the Task？"), QStringLiteral("Open Task")))
+        return false;
+    return CommandLineLoad(path);
+}
+
+bool WorkspaceSession::confirmClose() {
+    return settleChanges(QStringLiteral("Do you want save task？"), QStringLiteral("EXIT"));
+}
+
+bool WorkspaceSession::ChooseFiletoSave() {
+    QString path = prompts_.saveFileName({QStringLiteral("Save “Morlevant” Task file As"),
+                                          taskFilter, lastDirectory_, QStringLiteral("*.tsk")});
+    if (path.isEmpty())
+        return false;
+    // A name typed without an extension is given the workspace's own.
+    if (QFileInfo(path).suffix().isEmpty())
+        path += QStringLiteral(".tsk");
+    state_.setTaskFile(path);
+    if (fileChosen_)
+        fileChosen_(path);
+    return true;
+}
+
+bool WorkspaceSession::Loadfile() {
+    const QString path = prompts_.openFileName({QStringLiteral("Open “Morlevant” Task File"),
+                                                QStringLiteral("task file (*.tsk)"), lastDirectory_,
+                                                QStringLiteral("*.tsk")});
+    if (path.isEmpty())
+        return false;
+    const bool loaded = CommandLineLoad(path);
+    if (loaded && fileChosen_)
+        fileChosen_(path);
+    return loaded;
+}
+
+bool WorkspaceSession::CommandLineLoad(const QString& path) {
+    const auto failure = loadWorkspace(model_, state_, path);
+    if (failure)
+        prompts_.error(*failure, promptTitle);
+    // A file that could not be read at all leaves the workspace as it was; one that was read
+    // in part is now the open workspace.
+    const bool opened = !failure || (state_.HasTaskFile && state_.TaskFileName == path);
+    if (opened)
+        lastDirectory_ = QFileInfo(path).absolutePath();
+    return opened;
+}
+
+} // namespace morlevant
