@@ -1,28 +1,172 @@
 #include "WorkspaceFile.h"
 
+#include "FileTypes.h"
+#include "NodeTag.h"
+#include "WorkspaceRecord.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+#include <functional>
+#include <vector>
+
 namespace morlevant {
 
-QByteArray WorkspaceFile::write(TaskTreeModel&, const QString&) {
-    return {};
+namespace {
+
+// Image and selected image of the task an empty workspace file yields.
+constexpr int emptyFileTaskImage = 2;
+
+bool isAbsoluteStoredPath(const QString& path) {
+#ifdef Q_OS_WIN
+    return path.contains(':');
+#else
+    return path.startsWith('/');
+#endif
 }
 
-std::optional<QString> WorkspaceFile::read(TaskTreeModel&, const QByteArray&, const QString&) {
-    return std::nullopt;
+// Lines end at CR LF, LF or a lone CR; blank lines hold no record and are passed over.
+std::vector<std::pair<int, QByteArrayView>> recordLines(const QByteArray& bytes) {
+    std::vector<std::pair<int, QByteArrayView>> lines;
+    const QByteArrayView all(bytes);
+    int number = 0;
+    qsizetype start = 0;
+    while (start < all.size()) {
+        qsizetype end = start;
+        while (end < all.size() && all[end] != '\r' && all[end] != '\n')
+            ++end;
+        ++number;
+        if (end > start)
+            lines.emplace_back(number, all.sliced(start, end - start));
+        start = end + (end + 1 < all.size() && all[end] == '\r' && all[end + 1] == '\n' ? 2 : 1);
+    }
+    return lines;
 }
 
-QString WorkspaceFile::FNtoSave(const QString& path, const QString&) {
+} // namespace
+
+QByteArray WorkspaceFile::write(TaskTreeModel& model, const QString& taskDir) {
+    if (model.rowCount() == 0)
+        model.appendNode(nullptr, TaskTreeModel::defaultTaskCaption());
+    QByteArray bytes;
+    int counter = 0;
+    // Keys are numbered afresh on every save, so saving twice gives the same file.
+    const std::function<void(const QStandardItem*, int)> writeChildren =
+        [&](const QStandardItem* parent, int parentKey) {
+            for (int row = 0; row < parent->rowCount(); ++row) {
+                const QStandardItem* node = parent->child(row);
+                const NodeTag tag = NodeTag::split(TaskTreeModel::tag(node));
+                const int key = ++counter;
+                bytes += WorkspaceRecord{parentKey, node->text(), tag.remark,
+                                         FNtoSave(tag.path, taskDir)}
+                             .format();
+                writeChildren(node, key);
+            }
+        };
+    writeChildren(model.invisibleRootItem(), 0);
+    return bytes;
+}
+
+WorkspaceFile::ReadResult WorkspaceFile::read(TaskTreeModel& model, const QByteArray& bytes,
+                                              const QString& taskDir) {
+    std::vector<std::pair<int, WorkspaceRecord>> records;
+    std::optional<QString> problem;
+    for (const auto& [number, line] : recordLines(bytes)) {
+        std::optional<WorkspaceRecord> record = WorkspaceRecord::parse(line);
+        if (!record) {
+            problem = QString("line %1 is not a task record.").arg(number);
+            break;
+        }
+        records.emplace_back(number, std::move(*record));
+    }
+    if (records.empty() && problem)
+        return {false, QString("it is not a task file.")};
+
+    // Nodes are built apart from the model and attached at the end, so a large workspace is
+    // not announced to the view node by node. A record names its parent by line number, which
+    // is the position of the parent among the nodes created so far.
+    std::vector<QStandardItem*> created;
+    created.reserve(records.size());
+    QList<QStandardItem*> tasks;
+    for (const auto& [number, record] : records) {
+        if (record.parentNumber > static_cast<int>(created.size())) {
+            problem = QString("line %1 names K%2 as its parent, which does not come before it.")
+                          .arg(number)
+                          .arg(record.parentNumber);
+            break;
+        }
+        const QString tag =
+            record.storedPath.isEmpty()
+                ? QString()
+                : NodeTag{record.remark, fullPath(record.storedPath, taskDir)}.joined();
+        QStandardItem* node =
+            TaskTreeModel::createNode(record.caption, tag, Imagen(record.storedPath));
+        if (record.parentNumber == 0) {
+            tasks.append(node);
+        } else {
+            QStandardItem* parent = created[record.parentNumber - 1];
+            parent->appendRow(node);
+            if (TaskTreeModel::image(parent) == 0) {
+                TaskTreeModel::setImage(parent, TaskTreeModel::parentImage);
+                TaskTreeModel::setSelectedImage(parent, TaskTreeModel::parentSelectedImage);
+            }
+        }
+        created.push_back(node);
+    }
+
+    model.removeRows(0, model.rowCount());
+    if (tasks.isEmpty())
+        model.resetToDefaultTask(emptyFileTaskImage, emptyFileTaskImage);
+    else
+        model.invisibleRootItem()->appendRows(tasks);
+    return {true, problem};
+}
+
+QString WorkspaceFile::FNtoSave(const QString& path, const QString& taskDir) {
+    // The folder is looked for anywhere in the path but always cut from its start: a path that
+    // merely holds the folder's text somewhere inside is shortened the same way.
+    if (path.contains(taskDir, Qt::CaseInsensitive))
+        return path.mid(taskDir.size());
     return path;
 }
 
-QString WorkspaceFile::fullPath(const QString& storedPath, const QString&) {
-    return storedPath;
+QString WorkspaceFile::fullPath(const QString& storedPath, const QString& taskDir) {
+    return isAbsoluteStoredPath(storedPath) ? storedPath : taskDir + storedPath;
 }
 
-std::optional<QString> saveWorkspace(TaskTreeModel&, WorkspaceState&) {
+std::optional<QString> saveWorkspace(TaskTreeModel& model, WorkspaceState& state) {
+    const QByteArray bytes = WorkspaceFile::write(model, state.TaskDir);
+    QSaveFile file(state.TaskFileName);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        return QString("Can't save the task file %1: %2")
+            .arg(QDir::toNativeSeparators(state.TaskFileName), file.errorString());
+    state.TaskDirty = false;
     return std::nullopt;
 }
 
-std::optional<QString> loadWorkspace(TaskTreeModel&, WorkspaceState&, const QString&) {
+std::optional<QString> loadWorkspace(TaskTreeModel& model, WorkspaceState& state,
+                                     const QString& path) {
+    const QString shownPath = QDir::toNativeSeparators(path);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return QString("Can't open the task file %1: %2").arg(shownPath, file.errorString());
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return QString("Can't read the task file %1: %2").arg(shownPath, file.errorString());
+
+    WorkspaceState opened;
+    opened.setTaskFile(path);
+    const WorkspaceFile::ReadResult result = WorkspaceFile::read(model, bytes, opened.TaskDir);
+    if (!result.treeReplaced)
+        return QString("Can't open %1: %2").arg(shownPath, *result.problem);
+    if (result.problem) {
+        state.clear();
+        state.TaskDirty = true;
+        return QString("The task file %1 is damaged: %2 The tasks before it are loaded; save "
+                       "them under a new name to keep them.")
+            .arg(shownPath, *result.problem);
+    }
+    state = opened;
     return std::nullopt;
 }
 

@@ -14,13 +14,16 @@ namespace morlevant {
 // it, so a workspace moved together with its files still finds them.
 class WorkspaceFile final {
 public:
+    struct ReadResult {
+        bool treeReplaced = true;       // false: the bytes hold no record; tree left as it was
+        std::optional<QString> problem; // what stopped the load early, if anything
+    };
+
     // The whole tree as the file's bytes. An empty tree is given its default task first.
     static QByteArray write(TaskTreeModel& model, const QString& taskDir);
-    // Replaces the tree with the records of bytes. On a record that cannot be attached the
-    // nodes read so far stay and the message is returned; a file with no readable record at
-    // all leaves the tree as it was and returns a message.
-    static std::optional<QString> read(TaskTreeModel& model, const QByteArray& bytes,
-                                       const QString& taskDir);
+    // Replaces the tree with the records of bytes. A record that cannot be read or attached
+    // ends the load: the nodes before it stay and the problem names its line.
+    static ReadResult read(TaskTreeModel& model, const QByteArray& bytes, const QString& taskDir);
 
     // A path as the file stores it: cut by the length of taskDir when taskDir occurs anywhere
     // in it (case-insensitively), otherwise unchanged.
@@ -34,8 +37,9 @@ public:
 std::optional<QString> saveWorkspace(TaskTreeModel& model, WorkspaceState& state);
 
 // Opens the workspace file at path into the tree and points the state at it (CommandLineLoad
-// without the viewer). Returns a message when the file cannot be read (tree and state left as
-// they were) or when it holds a record that cannot be attached (nodes read so far kept).
+// without the viewer). Returns a message when the file cannot be read or is no workspace (tree
+// and state left as they were), or when a record cannot be attached: the nodes before it are
+// then kept as an unsaved workspace, so that saving cannot overwrite the damaged file unasked.
 std::optional<QString> loadWorkspace(TaskTreeModel& model, WorkspaceState& state,
                                      const QString& path);
 
