@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <array>
 
 namespace morlevant {
@@ -39,6 +40,11 @@ public:
     static QString pathOfCaption(const QString& caption);
 
 private:
+    int firstSlot() const;
+    QString slotPath(int slot) const;
+    // The paths the menu shows, newest first.
+    QStringList paths() const;
+
     SettingsStore& store_;
 };
 
