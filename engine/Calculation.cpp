@@ -1,0 +1,151 @@
+#include "Calculation.h"
+
+#include "LeadingNumber.h"
+#include "NumberText.h"
+#include "TaskError.h"
+#include "Utf8.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace morlevant {
+
+namespace {
+
+// More decimals than a double can carry meaning in; larger counts are refused, not padded.
+constexpr int maxDecimals = 340;
+// A column range wider than this cannot hold an aligned result: padding to it would only fill
+// memory with blanks.
+constexpr std::size_t maxAlignedWidth = std::size_t{1} << 24;
+
+bool isOperator(char c) {
+    return c == '+' || c == '-' || c == '*' || c == '/' || c == '^' || c == '%';
+}
+
+std::string trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t");
+    if (first == std::string_view::npos)
+        return {};
+    return std::string(text.substr(first, text.find_last_not_of(" \t") - first + 1));
+}
+
+} // namespace
+
+Calculation::Calculation(const TaskPageSettings& settings)
+    : RangedLineOperation(settings.columnRange), alignLeft_(settings.alignment == "Left") {
+    std::string_view steps = settings.calculateSteps;
+    while (true) {
+        const std::size_t comma = steps.find(',');
+        const std::string_view text = steps.substr(0, comma);
+        if (!text.empty() && isOperator(text.front()))
+            steps_.push_back({std::string(text), text.front(), LeadingNumber(text.substr(1))});
+        if (comma == std::string_view::npos)
+            break;
+        steps = steps.substr(comma + 1);
+    }
+
+    // "0" rounds to whole numbers half to even; a count n gives n decimals rounded half away
+    // from zero ("00" counts as 0 decimals of that kind). The editor lets only digits into the
+    // box, so a blank or non-numeric value means the user asked for no rounding: results are
+    // written as calculated.
+    const std::string decimals = trimmed(settings.decimalNumber);
+    if (decimals == "0") {
+        rounding_ = Rounding::WholeHalfEven;
+    } else if (!decimals.empty() && decimals.find_first_not_of("0123456789") == std::string::npos) {
+        const auto [end, error] =
+            std::from_chars(decimals.data(), decimals.data() + decimals.size(), decimals_);
+        if (error != std::errc{} || decimals_ > maxDecimals)
+            throw TaskError("The number of decimals " + decimals + " is too large; at most " +
+                            std::to_string(maxDecimals) + " decimals can be written");
+        rounding_ = Rounding::Decimals;
+    }
+
+    for (const ColumnRange& range : writtenRanges())
+        if (range.width() > maxAlignedWidth)
+            throw TaskError("The column range " + std::to_string(range.first) + "-" +
+                            std::to_string(range.last) +
+                            " is too wide to align calculated results in");
+}
+
+double Calculation::apply(const Step& step, double value) const {
+    const auto fail = [&](const std::string& what) {
+        return TaskError("The calculation step \"" + step.text + "\" " + what);
+    };
+    double result = 0;
+    switch (step.op) {
+    case '+':
+        result = value + step.operand;
+        break;
+    case '-':
+        result = value - step.operand;
+        break;
+    case '*':
+        result = value * step.operand;
+        break;
+    case '/':
+        if (step.operand == 0)
+            throw fail("divides by zero");
+        result = value / step.operand;
+        break;
+    case '^':
+        result = std::pow(value, step.operand);
+        break;
+    case '%': {
+        // Both sides are first made whole numbers, half to even, and the remainder takes the
+        // sign of the value.
+        const double divisor = std::nearbyint(step.operand);
+        if (divisor == 0)
+            throw fail("divides by zero (its operand rounds to 0)");
+        result = std::fmod(std::nearbyint(value), divisor);
+        break;
+    }
+    }
+    if (std::isnan(result)) {
+        std::string number;
+        appendShortestNumber(value, number);
+        throw fail("has no result for the value " + number);
+    }
+    if (std::isinf(result))
+        throw fail("overflows: the result is too large for a number");
+    return result;
+}
+
+void Calculation::CalculateLine(std::string_view line, std::string& out) {
+    // The current text carries from step to step, so each step reads the number that the
+    // previous one wrote. A line without steps to apply comes back unchanged, unrounded.
+    out.assign(line);
+    if (steps_.empty())
+        return;
+    double value = 0;
+    for (const Step& step : steps_) {
+        value = apply(step, LeadingNumber(out));
+        out.clear();
+        appendShortestNumber(value, out);
+    }
+    if (rounding_ == Rounding::None)
+        return;
+    // Round the value of the 15-digit text, as the text is what the steps hand on.
+    value = LeadingNumber(out);
+    out.clear();
+    if (rounding_ == Rounding::WholeHalfEven)
+        appendShortestNumber(std::nearbyint(value), out);
+    else
+        appendFixedNumber(value, decimals_, out);
+}
+
+void Calculation::fitToWidth(std::string& result, std::size_t width) const {
+    // Blanks make up a short result to the range's width; a longer one is kept whole.
+    const std::size_t length = utf8CharCount(result);
+    if (length >= width)
+        return;
+    if (alignLeft_)
+        result.append(width - length, ' ');
+    else
+        result.insert(0, width - length, ' ');
+}
+
+std::unique_ptr<LineOperation> makeCalculation(const TaskPageSettings& settings) {
+    return std::make_unique<Calculation>(settings);
+}
+
+} // namespace morlevant

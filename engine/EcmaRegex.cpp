@@ -1,0 +1,128 @@
+#include "EcmaRegex.h"
+
+#include "TaskError.h"
+#include "Utf8.h"
+
+namespace morlevant {
+
+namespace {
+
+// ECMAScript's reading of \u, \x, [] and [^], backreferences to groups that did not take part
+// (they match the empty text), and "$" only at the very end.
+constexpr std::uint32_t compileOptions =
+    PCRE2_ALT_BSUX | PCRE2_ALLOW_EMPTY_CLASS | PCRE2_MATCH_UNSET_BACKREF | PCRE2_DOLLAR_ENDONLY;
+constexpr PCRE2_SIZE jitStackStart = 64 * 1024;
+constexpr PCRE2_SIZE jitStackMax = 256 * 1024 * 1024;
+
+std::string errorText(int code) {
+    PCRE2_UCHAR buffer[256];
+    const int length = pcre2_get_error_message(code, buffer, sizeof buffer);
+    return length < 0 ? "error " + std::to_string(code)
+                      : std::string(reinterpret_cast<const char*>(buffer), length);
+}
+
+bool isValidUtf8(std::string_view text) {
+    if (isAscii(text))
+        return true;
+    for (std::size_t pos = 0; pos < text.size();) {
+        const std::size_t length = utf8CharLength(text, pos);
+        if (length == 1 && static_cast<unsigned char>(text[pos]) >= 0x80)
+            return false;
+        pos += length;
+    }
+    return true;
+}
+
+} // namespace
+
+EcmaRegex::EcmaRegex(std::string_view pattern) : pattern_(pattern) {
+    compileContext_ = pcre2_compile_context_create(nullptr);
+    pcre2_set_compile_extra_options(compileContext_, PCRE2_EXTRA_ALT_BSUX);
+    std::string error;
+    utfCode_ = compile(pattern, true, &error);
+    if (utfCode_ == nullptr) {
+        pcre2_compile_context_free(compileContext_);
+        throw TaskError("The regular expression \"" + pattern_ + "\" is not valid: " + error);
+    }
+    byteCode_ = compile(pattern, false, &byteCodeError_);
+
+    pcre2_pattern_info(utfCode_, PCRE2_INFO_CAPTURECOUNT, &groupCount_);
+    std::uint32_t names = 0;
+    pcre2_pattern_info(utfCode_, PCRE2_INFO_NAMECOUNT, &names);
+    hasNames_ = names > 0;
+
+    matchData_ = pcre2_match_data_create_from_pattern(utfCode_, nullptr);
+    ovector_ = pcre2_get_ovector_pointer(matchData_);
+    matchContext_ = pcre2_match_context_create(nullptr);
+    // Deeply nested or backtracking patterns on long lines need more than JIT's small default.
+    jitStack_ = pcre2_jit_stack_create(jitStackStart, jitStackMax, nullptr);
+    pcre2_jit_stack_assign(matchContext_, nullptr, jitStack_);
+}
+
+EcmaRegex::~EcmaRegex() {
+    pcre2_jit_stack_free(jitStack_);
+    pcre2_match_context_free(matchContext_);
+    pcre2_match_data_free(matchData_);
+    pcre2_code_free(byteCode_);
+    pcre2_code_free(utfCode_);
+    pcre2_compile_context_free(compileContext_);
+}
+
+pcre2_code* EcmaRegex::compile(std::string_view pattern, bool utf, std::string* error) {
+    int code = 0;
+    PCRE2_SIZE offset = 0;
+    pcre2_code* compiled =
+        pcre2_compile(reinterpret_cast<PCRE2_SPTR>(pattern.data()), pattern.size(),
+                      compileOptions | (utf ? PCRE2_UTF : 0), &code, &offset, compileContext_);
+    if (compiled == nullptr) {
+        *error = errorText(code) + " at position " + std::to_string(offset);
+        return nullptr;
+    }
+    // Without JIT (not built for this machine) the interpreter matches the same way.
+    pcre2_jit_compile(compiled, PCRE2_JIT_COMPLETE);
+    return compiled;
+}
+
+int EcmaRegex::groupNumber(std::string_view name) const {
+    const std::string key(name);
+    const int number =
+        pcre2_substring_number_from_name(utfCode_, reinterpret_cast<PCRE2_SPTR>(key.c_str()));
+    return number > 0 ? number : 0;
+}
+
+void EcmaRegex::setSubject(std::string_view subject) {
+    subject_ = subject;
+    subjectIsUtf_ = isValidUtf8(subject);
+    if (!subjectIsUtf_ && byteCode_ == nullptr)
+        throw TaskError(
+            "The regular expression \"" + pattern_ +
+            "\" cannot be matched against a line that is not valid UTF-8: " + byteCodeError_);
+}
+
+bool EcmaRegex::find(std::size_t start) {
+    static constexpr char empty[] = "";
+    const auto* text = reinterpret_cast<PCRE2_SPTR>(subject_.empty() ? empty : subject_.data());
+    // The subject was checked once by setSubject: re-checking it on every call would make a
+    // global match over a long line quadratic.
+    const int rc = pcre2_match(subjectIsUtf_ ? utfCode_ : byteCode_, text, subject_.size(), start,
+                               PCRE2_NO_UTF_CHECK, matchData_, matchContext_);
+    if (rc >= 0)
+        return true;
+    if (rc == PCRE2_ERROR_NOMATCH)
+        return false;
+    throw TaskError("The regular expression \"" + pattern_ +
+                    "\" could not be matched against the line: " + errorText(rc));
+}
+
+std::string_view EcmaRegex::group(int n) const {
+    const PCRE2_SIZE begin = ovector_[2 * n];
+    if (begin == PCRE2_UNSET)
+        return {};
+    return subject_.substr(begin, ovector_[2 * n + 1] - begin);
+}
+
+std::size_t EcmaRegex::characterLength(std::size_t pos) const {
+    return subjectIsUtf_ ? utf8CharLength(subject_, pos) : 1;
+}
+
+} // namespace morlevant

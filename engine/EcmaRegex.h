@@ -1,0 +1,60 @@
+#pragma once
+
+#define PCRE2_CODE_UNIT_WIDTH 8
+#include <cstddef>
+#include <pcre2.h>
+#include <string>
+#include <string_view>
+
+namespace morlevant {
+
+// A regular expression in ECMAScript syntax, compiled once through PCRE2 and matched against
+// one subject at a time. Lines that are valid UTF-8 are matched character by character; other
+// lines by a second compile of the same pattern in which every byte is a character, so that
+// they can still be filtered.
+class EcmaRegex final {
+public:
+    // Throws TaskError naming the pattern, the position and the cause when it does not compile.
+    explicit EcmaRegex(std::string_view pattern);
+    ~EcmaRegex();
+    EcmaRegex(const EcmaRegex&) = delete;
+    EcmaRegex& operator=(const EcmaRegex&) = delete;
+
+    // Capturing groups of the pattern, not counting the whole match.
+    int groupCount() const { return groupCount_; }
+    // Number of the group with this name, or 0 when the pattern has no such group.
+    int groupNumber(std::string_view name) const;
+    bool hasNamedGroups() const { return hasNames_; }
+
+    // Makes `subject` the text that find() searches; it must outlive the searches.
+    void setSubject(std::string_view subject);
+    // Looks for the next match that starts at or after byte `start`. Throws TaskError when the
+    // match exceeds the engine's limits.
+    bool find(std::size_t start);
+    // Byte offsets of the last match, and of its groups; an unset group is empty at npos.
+    std::size_t matchStart() const { return ovector_[0]; }
+    std::size_t matchEnd() const { return ovector_[1]; }
+    std::string_view group(int n) const;
+    // Byte length of the character at `pos` of the subject, by the mode of the current subject.
+    std::size_t characterLength(std::size_t pos) const;
+
+private:
+    pcre2_code* compile(std::string_view pattern, bool utf, std::string* error);
+
+    std::string pattern_;
+    pcre2_compile_context* compileContext_ = nullptr;
+    pcre2_code* utfCode_ = nullptr;
+    pcre2_code* byteCode_ = nullptr; // null when the pattern cannot be read byte by byte
+    std::string byteCodeError_;
+    pcre2_match_data* matchData_ = nullptr;
+    pcre2_match_context* matchContext_ = nullptr;
+    pcre2_jit_stack* jitStack_ = nullptr;
+    const PCRE2_SIZE* ovector_ = nullptr;
+    int groupCount_ = 0;
+    bool hasNames_ = false;
+
+    std::string_view subject_;
+    bool subjectIsUtf_ = true;
+};
+
+} // namespace morlevant

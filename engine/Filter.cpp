@@ -1,0 +1,54 @@
+#include "Filter.h"
+
+#include "TaskError.h"
+
+namespace morlevant {
+
+namespace {
+
+int checkedKind(int kind) {
+    if (kind < 1 || kind > 3)
+        throw TaskError("Unknown filter kind " + std::to_string(kind) + "; expected 1, 2 or 3");
+    return kind;
+}
+
+} // namespace
+
+Filter::Filter(const TaskPageSettings& settings, int kind)
+    : RangedLineOperation(settings.columnRange), kind_(checkedKind(kind)),
+      regex_(settings.filterPattern), replaceWith_(settings.filterReplacement, regex_) {}
+
+void Filter::FilterLine(std::string_view line, std::string& out) {
+    out.clear();
+    regex_.setSubject(line);
+    bool matched = false;
+    std::size_t copied = 0; // bytes of the line placed in `out` (kinds 1 and 2)
+    std::size_t start = 0;
+    while (start <= line.size() && regex_.find(start)) {
+        matched = true;
+        const std::size_t first = regex_.matchStart();
+        const std::size_t end = regex_.matchEnd();
+        if (kind_ == 3) {
+            out.append(line, first, end - first);
+            out += ' ';
+        } else {
+            out.append(line, copied, first - copied);
+            if (kind_ == 1)
+                replaceWith_.expand(regex_, line, out);
+            copied = end;
+        }
+        // After an empty match the search goes on one character further, as JavaScript's
+        // global replace does; the character itself stays in the text between matches.
+        start = end > first ? end : end + (end < line.size() ? regex_.characterLength(end) : 1);
+    }
+    if (kind_ != 3)
+        out.append(line, copied);
+    else if (!matched)
+        out.assign(line);
+}
+
+std::unique_ptr<LineOperation> makeFilter(const TaskPageSettings& settings, int kind) {
+    return std::make_unique<Filter>(settings, kind);
+}
+
+} // namespace morlevant

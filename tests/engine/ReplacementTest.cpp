@@ -1,0 +1,75 @@
+#include "LineOperation.h"
+
+#include <array>
+#include <gtest/gtest.h>
+
+using namespace morlevant;
+
+namespace {
+
+enum class Mode { Whole, InPlace, Out };
+
+struct ReplaceCase {
+    std::array<std::string, 8> pairs; // find 1, replace 1, ... find 4, replace 4
+    std::string columns;
+    Mode mode;
+    std::string line, expected;
+};
+
+std::array<std::string, 8> pair(const std::string& find, const std::string& replaceWith) {
+    return {find, replaceWith, "", "", "", "", "", ""};
+}
+
+class ReplaceTable : public ::testing::TestWithParam<ReplaceCase> {};
+
+TEST_P(ReplaceTable, ReplacesPlainTextInOrder) {
+    const ReplaceCase& c = GetParam();
+    TaskPageSettings settings;
+    for (int i = 0; i < 8; ++i)
+        settings.line(11 + i) = c.pairs[static_cast<std::size_t>(i)];
+    settings.columnRange = c.columns;
+    const auto operation = makeReplacement(settings);
+    LineColumns line;
+    line.assign(c.line);
+    std::string out = "stale";
+    switch (c.mode) {
+    case Mode::Whole:
+        operation->wholeLine(c.line, out);
+        break;
+    case Mode::InPlace:
+        operation->inRanges(line, out);
+        break;
+    case Mode::Out:
+        operation->rangesOut(line, out);
+        break;
+    }
+    EXPECT_EQ(out, c.expected) << c.line << " with columns " << c.columns;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Pairs, ReplaceTable,
+    ::testing::Values(
+        ReplaceCase{{"a", "b", "b", "c", "", "", "", ""}, "", Mode::Whole, "ab", "cc"},
+        ReplaceCase{{"a", "aa", "", "", "", "", "aa", "b"}, "", Mode::Whole, "a", "b"},
+        ReplaceCase{pair("aa", "X"), "", Mode::Whole, "aaa", "Xa"},
+        ReplaceCase{pair("a", "aa"), "", Mode::Whole, "aa", "aaaa"}, // no rescanning
+        ReplaceCase{pair("Abc", "X"), "", Mode::Whole, "abc", "abc"},
+        ReplaceCase{pair("", "X"), "", Mode::Whole, "abc", "abc"},
+        ReplaceCase{pair("a", ""), "", Mode::Whole, "banana", "bnn"},
+        ReplaceCase{pair(".*", "$1"), "", Mode::Whole, "a.*b", "a$1b"}, // nothing special
+        ReplaceCase{pair("\xc3\xa9", "e"), "", Mode::Whole, "caf\xc3\xa9", "cafe"},
+        ReplaceCase{pair("a", "X"), "1-3,5-6", Mode::Out, "abcdefaa", "Xbcef"},
+        ReplaceCase{pair("a", "X"), "5-20", Mode::Out, "abcdefghij", ""},
+        ReplaceCase{pair("a", "X"), "1-2,3-20", Mode::Out, "aaaaa", "XX"}, // past the end: dropped
+        ReplaceCase{pair("cf", "X"), "2-3,6-7", Mode::Out, "abcdefgh", "bcfg"},
+        ReplaceCase{pair("a", "X"), "", Mode::Out, "aba", "XbX"},
+        ReplaceCase{pair("a", "X"), "1-3", Mode::InPlace, "aaaaa", "XXXaa"},
+        ReplaceCase{pair("a", "X"), "4-9", Mode::InPlace, "aaaaa", "aaaXX"},
+        ReplaceCase{pair("a", "XY"), "3-3,1-1", Mode::InPlace, "aaaa", "XYaXYa"},
+        ReplaceCase{pair("a", "X"), "2-3,1-2", Mode::InPlace, "aaaaa", "XXaaa"},
+        ReplaceCase{pair("\xc3\xa9", "e"), "2-2", Mode::InPlace, "\xc3\xa9\xc3\xa9",
+                    "\xc3\xa9"
+                    "e"},
+        ReplaceCase{pair("a", "X"), "", Mode::InPlace, "aba", "XbX"}));
+
+} // namespace

@@ -1,0 +1,85 @@
+#include "RangeText.h"
+
+#include <gtest/gtest.h>
+
+using namespace morlevant;
+
+namespace {
+
+struct NormaliseCase {
+    std::string typed, normalised;
+};
+
+class NormaliseTable : public ::testing::TestWithParam<NormaliseCase> {};
+
+TEST_P(NormaliseTable, TidiesInAFixedOrder) {
+    EXPECT_EQ(normaliseRangeText(GetParam().typed), GetParam().normalised) << GetParam().typed;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Steps, NormaliseTable,
+    ::testing::Values(NormaliseCase{"", ""}, NormaliseCase{"1-1,100-200", "1-1,100-200"},
+                      NormaliseCase{"1--5,,,7-,-9", "1-5,7,9"}, NormaliseCase{"7-,-9", "7,9"},
+                      NormaliseCase{",3-8,", "3-8"}, NormaliseCase{"0-5", "1-5"},
+                      NormaliseCase{"05-9", "15-9"}, NormaliseCase{"1-0,0-5", "1-0,0-5"},
+                      NormaliseCase{"--3", "3"}, NormaliseCase{"3-,,-,5", "3,5"},
+                      NormaliseCase{"0-5,0-3", "1-5,0-3"}, // only the text's first zero
+                      NormaliseCase{"12a-b5", "12a-b5"},   // letters are not removed
+                      // Line starts count for the anchors; control characters go last.
+                      NormaliseCase{"1-2,\n,3-4\t", "1-23-4"},
+                      NormaliseCase{"1-2\r\n0-4", "1-21-4"},
+                      NormaliseCase{"1\x0b"
+                                    "2\f",
+                                    "12"},
+                      NormaliseCase{"1-2\xc3\x85", "1-2\xc3\x85"})); // not a vertical space
+
+struct OrderCase {
+    std::string text;
+    RangeBox box;
+    std::optional<std::string> error;
+};
+
+class OrderTable : public ::testing::TestWithParam<OrderCase> {};
+
+TEST_P(OrderTable, ReportsTheFirstPairOutOfOrder) {
+    EXPECT_EQ(rangeOrderError(GetParam().text, GetParam().box), GetParam().error)
+        << GetParam().text;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Pairs, OrderTable,
+    ::testing::Values(
+        OrderCase{"", RangeBox::Row, std::nullopt}, OrderCase{"5", RangeBox::Row, std::nullopt},
+        OrderCase{"5-4", RangeBox::Row, std::nullopt}, // one below its start is tolerated
+        OrderCase{"5-3", RangeBox::Row, "row range error:5 was bigger than 3"},
+        OrderCase{"5-3", RangeBox::Column, "column range error:5 was bigger than 3"},
+        OrderCase{"1-10,10-20", RangeBox::Row, std::nullopt},
+        OrderCase{"1-10,5-20", RangeBox::Row, "row range error:10 was bigger than 5"},
+        OrderCase{"1-3,5", RangeBox::Row, std::nullopt},
+        OrderCase{"1-3,2", RangeBox::Row, "row range error:3 was bigger than 2"},
+        // A start is checked against every later item before the end of its range is.
+        OrderCase{"9-20,30-40,8-50", RangeBox::Row, "row range error:9 was bigger than 8"},
+        OrderCase{"12a-5", RangeBox::Column, "column range error:12a was bigger than 5"},
+        OrderCase{"1-3,04-5", RangeBox::Row, std::nullopt}));
+
+TEST(RangeText, CheckReportsOnTheNormalisedText) {
+    const RangeCheck check = checkRangeText("5--3,,", RangeBox::Row);
+    EXPECT_EQ(check.text, "5-3");
+    EXPECT_EQ(check.error, "row range error:5 was bigger than 3");
+}
+
+TEST(RangeText, KeyFilterKeepsDigitsAndSeparators) {
+    for (const char key : std::string("0123456789-,\b"))
+        EXPECT_TRUE(rangeKeyFilter(RangeBox::Column, key).keep) << int(key);
+    for (const char key : std::string("a .+/:\t"))
+        EXPECT_FALSE(rangeKeyFilter(RangeBox::Row, key).keep) << int(key);
+
+    const RangeKey rowEnter = rangeKeyFilter(RangeBox::Row, 13);
+    EXPECT_FALSE(rowEnter.keep);
+    EXPECT_TRUE(rowEnter.focusToColumns);
+    const RangeKey columnEnter = rangeKeyFilter(RangeBox::Column, 13);
+    EXPECT_FALSE(columnEnter.keep);
+    EXPECT_FALSE(columnEnter.focusToColumns);
+}
+
+} // namespace
