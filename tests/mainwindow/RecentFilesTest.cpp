@@ -1,0 +1,100 @@
+#include "RecentFiles.h"
+
+#include "QStringPrinter.h"
+#include "SettingsStore.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace morlevant {
+namespace {
+
+class RecentFilesTest : public ::testing::Test {
+protected:
+    // The menu as text: visible entries' captions, a disabled one in brackets.
+    static QString shown(const RecentMenu& menu) {
+        QStringList captions;
+        for (const RecentEntry& entry : menu) {
+            if (entry.visible)
+                captions << (entry.enabled ? entry.caption : "[" + entry.caption + "]");
+        }
+        return captions.join(" | ");
+    }
+
+    RecentMenu openInTurn(const QStringList& paths) {
+        RecentMenu menu;
+        for (const QString& path : paths)
+            menu = recent.enterRecentFile(path);
+        return menu;
+    }
+
+    QTemporaryDir dir;
+    SettingsStore store{dir.filePath("settings.ini")};
+    RecentFiles recent{store};
+};
+
+TEST_F(RecentFilesTest, StartsWithNoHistory) {
+    EXPECT_EQ(shown(recent.ShowRecentFiles()), "[no history]");
+    EXPECT_EQ(recent.FindRecentFile("/a.tsk"), RecentFiles::notFound);
+}
+
+TEST_F(RecentFilesTest, KeepsTheFourNewestOfFiveNewestFirst) {
+    EXPECT_EQ(shown(openInTurn({"/a.tsk", "/b.tsk", "/c.tsk", "/d.tsk", "/e.tsk"})),
+              "&1 /e.tsk | &2 /d.tsk | &3 /c.tsk | &4 /b.tsk");
+    EXPECT_EQ(recent.FindRecentFile("/a.tsk"), RecentFiles::notFound);
+    EXPECT_EQ(recent.FindRecentFile("/c.tsk"), 2);
+    EXPECT_EQ(recent.FindRecentFile("/C.tsk"), RecentFiles::notFound);
+}
+
+TEST_F(RecentFilesTest, MovesAReopenedEntryToTheFront) {
+    const struct {
+        int position;
+        const char* menu;
+    } cases[] = {
+        {0, "&1 /e.tsk | &2 /d.tsk | &3 /c.tsk | &4 /b.tsk"},
+        {1, "&1 /d.tsk | &2 /e.tsk | &3 /c.tsk | &4 /b.tsk"},
+        {2, "&1 /c.tsk | &2 /e.tsk | &3 /d.tsk | &4 /b.tsk"},
+        {3, "&1 /b.tsk | &2 /e.tsk | &3 /d.tsk | &4 /c.tsk"},
+    };
+    for (const auto& c : cases) {
+        recent.ClearRecentFiles();
+        openInTurn({"/a.tsk", "/b.tsk", "/c.tsk", "/d.tsk", "/e.tsk"});
+        EXPECT_EQ(shown(recent.UpdateRecentFiles(c.position)), c.menu) << c.position;
+        EXPECT_EQ(shown(recent.ShowRecentFiles()), c.menu);
+    }
+}
+
+TEST_F(RecentFilesTest, MovesEntriesOfARingNotYetFull) {
+    EXPECT_EQ(shown(openInTurn({"/a.tsk", "/b.tsk", "/a.tsk"})), "&1 /a.tsk | &2 /b.tsk");
+    EXPECT_EQ(shown(openInTurn({"/c.tsk", "/b.tsk"})), "&1 /b.tsk | &2 /c.tsk | &3 /a.tsk");
+    EXPECT_EQ(shown(recent.UpdateRecentFiles(2)), "&1 /a.tsk | &2 /b.tsk | &3 /c.tsk");
+}
+
+TEST_F(RecentFilesTest, ShowsOneEntryAfterClearingAndOpening) {
+    openInTurn({"/a.tsk", "/b.tsk", "/c.tsk", "/d.tsk", "/e.tsk"});
+    store.setValue("4File", "/left.tsk");
+    EXPECT_EQ(shown(recent.ClearRecentFiles()), "[no history]");
+    for (const char* key : {"FirstFile", "0File", "1File", "2File", "3File", "4File"})
+        EXPECT_FALSE(store.contains(key)) << key;
+    EXPECT_EQ(shown(recent.enterRecentFile("/x.tsk")), "&1 /x.tsk");
+}
+
+TEST_F(RecentFilesTest, StopsAtAHoleInTheRing) {
+    store.setValue("FirstFile", "2");
+    store.setValue("2File", "/a.tsk");
+    store.setValue("3File", "/b.tsk");
+    store.setValue("1File", "/hidden.tsk");
+    EXPECT_EQ(shown(recent.ShowRecentFiles()), "&1 /a.tsk | &2 /b.tsk");
+    EXPECT_EQ(recent.FindRecentFile("/hidden.tsk"), RecentFiles::notFound);
+    store.setValue("FirstFile", "9");
+    EXPECT_EQ(shown(recent.ShowRecentFiles()), "[no history]");
+}
+
+TEST_F(RecentFilesTest, IgnoresBlankPathsAndReadsPathsBackFromCaptions) {
+    EXPECT_EQ(shown(recent.AddRecentFile("   ")), "[no history]");
+    const RecentMenu menu = recent.AddRecentFile("/my work/a b.tsk");
+    EXPECT_EQ(RecentFiles::pathOfCaption(menu[0].caption), "/my work/a b.tsk");
+}
+
+} // namespace
+} // namespace morlevant
