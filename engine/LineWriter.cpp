@@ -36,7 +36,8 @@ LineWriter::~LineWriter() {
 }
 
 void LineWriter::writeLine(std::string_view line) {
-    if (std::fwrite(line.data(), 1, line.size(), file_) != line.size() ||
+    // An empty view may carry no buffer at all, which fwrite must not be given.
+    if ((!line.empty() && std::fwrite(line.data(), 1, line.size(), file_) != line.size()) ||
         std::fwrite("\r\n", 1, 2, file_) != 2)
         fail();
 }

@@ -1,0 +1,145 @@
+#include "RunCommand.h"
+
+#include "FilePath.h"
+#include "TaskError.h"
+#include "TaskFiles.h"
+#include "TaskRunner.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+namespace morlevant {
+
+namespace {
+
+struct Options {
+    std::optional<std::string> home;
+    bool open = false;
+    bool help = false;
+    std::string task;
+};
+
+Options parse(const std::vector<std::string>& arguments) {
+    Options options;
+    bool taskGiven = false;
+    bool optionsEnded = false;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        if (!optionsEnded && argument == "--") {
+            optionsEnded = true;
+        } else if (!optionsEnded && (argument == "--help" || argument == "-h")) {
+            options.help = true;
+        } else if (!optionsEnded && argument == "--open") {
+            options.open = true;
+        } else if (!optionsEnded && argument == "--home") {
+            if (i + 1 == arguments.size())
+                throw TaskError("--home needs a folder");
+            options.home = arguments[++i];
+        } else if (!optionsEnded && argument.starts_with("--home=")) {
+            options.home = argument.substr(7);
+        } else if (!optionsEnded && argument.size() > 1 && argument[0] == '-') {
+            throw TaskError("unknown option " + argument);
+        } else if (taskGiven) {
+            throw TaskError("only one task can be run at a time; put a task name with blanks "
+                            "in quotes");
+        } else {
+            options.task = argument;
+            taskGiven = true;
+        }
+    }
+    if (!taskGiven && !options.help)
+        throw TaskError("no task named");
+    return options;
+}
+
+// The window makes "outcome/merge" at start-up; the command line does so before each run.
+void prepareProgramFolder(const std::string& home) {
+    std::error_code error;
+    if (!std::filesystem::is_directory(toFsPath(home), error))
+        throw TaskError("The program folder " + home + " does not exist");
+    std::filesystem::create_directories(toFsPath(mergeFolder(home)), error);
+    if (error)
+        throw TaskError("Cannot create the folder " + mergeFolder(home) + ": " + error.message());
+}
+
+} // namespace
+
+const char* const RunCommand::usage =
+    "Usage: morlevant-run [--home DIR] [--open] TASK\n"
+    "Runs the task TASK as \"&Run Task\" does, without a window: reads DIR/task/TASK.ttp and\n"
+    "DIR/task/TASK.edt and writes the results beside the task's files.\n"
+    "\n"
+    "  --home DIR  the program folder; default MORLEVANT_HOME, else the program's own folder\n"
+    "              when it is writable, else the per-user data folder\n"
+    "  --open      show the merge folder in the file manager when a merge ends\n"
+    "  --help      print this help\n";
+
+RunCommand::RunCommand(RunEnvironment environment, std::ostream& out, std::ostream& err,
+                       bool errIsTerminal)
+    : environment_(std::move(environment)), out_(out), err_(err), errIsTerminal_(errIsTerminal) {}
+
+int RunCommand::run(const std::vector<std::string>& arguments) {
+    Options options;
+    try {
+        options = parse(arguments);
+    } catch (const TaskError& error) {
+        return fail(std::string(error.what()) + " (morlevant-run --help shows the usage)");
+    }
+    if (options.help) {
+        out_ << usage;
+        return 0;
+    }
+
+    try {
+        const std::string home = options.home ? *options.home
+                                              : resolveProgramFolder(environment_.homeVariable,
+                                                                     environment_.executableFolder,
+                                                                     environment_.userDataFolder);
+        prepareProgramFolder(home);
+        const RunRequest request{
+            home, options.task,
+            static_cast<int>(readTaskFileList(taskFileListPath(home, options.task)).size())};
+
+        RunCallbacks callbacks;
+        callbacks.progress = [this](int done, int total) { showProgress(done, total); };
+        callbacks.message = [this](const std::string& text) {
+            if (barShown_) {
+                err_ << '\n';
+                barShown_ = false;
+            }
+            err_ << text << '\n';
+        };
+        if (options.open && environment_.openFolder)
+            callbacks.openFolder = environment_.openFolder;
+        RunTask(request, callbacks);
+    } catch (const std::exception& error) {
+        return fail(error.what());
+    }
+    if (barShown_)
+        err_ << '\n';
+    out_ << "Vell down!\n";
+    return 0;
+}
+
+int RunCommand::fail(const std::string& message) {
+    if (barShown_)
+        err_ << '\n';
+    barShown_ = false;
+    err_ << "morlevant-run: " << message << '\n';
+    return 1;
+}
+
+void RunCommand::showProgress(int done, int total) {
+    if (!errIsTerminal_ || total <= 0)
+        return;
+    constexpr int width = 30;
+    const int filled = std::min(width, done * width / total);
+    err_ << "\r[" << std::string(static_cast<std::size_t>(filled), '#')
+         << std::string(static_cast<std::size_t>(width - filled), '.') << "] " << done << '/'
+         << total << (total == 1 ? " file" : " files") << std::flush;
+    barShown_ = true;
+}
+
+} // namespace morlevant

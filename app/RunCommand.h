@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace morlevant {
+
+// What the command-line runner learns from its surroundings; main() fills it in from the
+// environment and Qt, tests with fixed values.
+struct RunEnvironment {
+    std::string homeVariable;     // MORLEVANT_HOME, empty when unset
+    std::string executableFolder; // the folder of the program
+    std::string userDataFolder;   // the per-user data folder, the last resort
+    // Shows a folder in the file manager; used for "--open" after a merge.
+    std::function<void(const std::string& folder)> openFolder;
+};
+
+// morlevant-run [--home DIR] [--open] TASK: runs a task as "&Run Task" does, without a window.
+// The progress bar goes to the error stream when that is a terminal, "Vell down!" to the output
+// stream at the end; a failure is one line on the error stream and exit code 1.
+class RunCommand {
+public:
+    RunCommand(RunEnvironment environment, std::ostream& out, std::ostream& err,
+               bool errIsTerminal);
+
+    // `arguments` without the program name; returns the exit code.
+    int run(const std::vector<std::string>& arguments);
+
+    static const char* const usage;
+
+private:
+    int fail(const std::string& message);
+    void showProgress(int done, int total);
+
+    RunEnvironment environment_;
+    std::ostream& out_;
+    std::ostream& err_;
+    bool errIsTerminal_;
+    bool barShown_ = false; // the bar's line is open on the terminal
+};
+
+} // namespace morlevant

@@ -1,0 +1,50 @@
+// morlevant-run: hands the command line and the program's surroundings to RunCommand.
+#include "RunCommand.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QProcess>
+#include <QStandardPaths>
+#include <iostream>
+
+#ifdef _WIN32
+#include <io.h>
+#define MORLEVANT_ISATTY(fd) _isatty(fd)
+#else
+#include <unistd.h>
+#define MORLEVANT_ISATTY(fd) isatty(fd)
+#endif
+
+namespace {
+
+// A detached file-manager process rather than QDesktopServices, which needs a GUI application
+// and a display that a command-line run may not have.
+void openFolder(const std::string& folder) {
+    const QString path = QDir::toNativeSeparators(QString::fromStdString(folder));
+#ifdef _WIN32
+    QProcess::startDetached(QStringLiteral("explorer"), {path});
+#else
+    QProcess::startDetached(QStringLiteral("xdg-open"), {path});
+#endif
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("Morlevant"));
+
+    std::vector<std::string> arguments;
+    const QStringList all = QCoreApplication::arguments();
+    for (qsizetype i = 1; i < all.size(); ++i)
+        arguments.push_back(all[i].toStdString());
+
+    morlevant::RunEnvironment environment{
+        qEnvironmentVariable("MORLEVANT_HOME").toStdString(),
+        QCoreApplication::applicationDirPath().toStdString(),
+        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString(),
+        openFolder};
+    morlevant::RunCommand command(std::move(environment), std::cout, std::cerr,
+                                  MORLEVANT_ISATTY(2) != 0);
+    return command.run(arguments);
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "FilePage.h"
+#include "LineColumns.h"
+#include "PieceNames.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace morlevant {
+
+// Divide by column (line 26 "2"): piece v receives columns v × W + 1 to v × W + W of every row
+// (W from line 28), one line per row, so every piece has as many lines as the text divided.
+// With the ranges taken out the selected text is first written to F + "modify", divided, and
+// deleted.
+class ColumnDividePage final : public FilePage {
+public:
+    explicit ColumnDividePage(const RunContext& context);
+    void process(const std::string& source) override;
+
+    // The characters of piece v of the line. When the third piece (v = 2) is cut short by the
+    // end of the line, the message callback shows the columns per piece first, once per line.
+    std::string_view ColumnPiece(const LineColumns& line, std::uint64_t v) const;
+
+private:
+    void divide(const std::string& text);
+    std::string writeSelectedText(const std::string& source);
+
+    const RunContext& context_;
+    PieceNames names_;
+    std::uint64_t width_;
+    LineColumns columns_;
+    std::string out_;
+};
+
+} // namespace morlevant

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "RunContext.h"
+
+#include <memory>
+#include <string>
+
+namespace morlevant {
+
+// The work that the task's page does to one source file, prepared once per run.
+class FilePage {
+public:
+    virtual ~FilePage() = default;
+    virtual void process(const std::string& source) = 0;
+};
+
+// The page that lines 5, 19 and 26 select for the range mode of the context, or nullptr when
+// they select nothing for that mode (the files are then left untouched). Throws TaskError for
+// settings the page cannot work with, before any file is written.
+std::unique_ptr<FilePage> makeFilePage(const RunContext& context);
+
+} // namespace morlevant

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "FilePage.h"
+#include "LineColumns.h"
+#include "LineWriter.h"
+
+namespace morlevant {
+
+// Insert a date and time text, a string or a text file (line 19 "1" to "3") into F.modify.
+// Whole text and ranges taken out append the insertion after the last row; row ranges worked
+// in place put it before each insertion point and into the column ranges of the rows in range.
+class InsertPage final : public FilePage {
+public:
+    InsertPage(const RunContext& context, int action);
+    void process(const std::string& source) override;
+
+private:
+    void appendInsertion(LineWriter& writer) const;
+    std::string joinedInsertFile() const;
+    void checkInsertFileIsNot(const std::string& result) const;
+
+    const RunContext& context_;
+    bool fromFile_ = false;
+    std::string text_; // line 20 or 21, or the joined insertion file for the in-place mode
+    LineColumns columns_;
+    std::string out_;
+};
+
+} // namespace morlevant

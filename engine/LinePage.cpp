@@ -1,0 +1,48 @@
+#include "LinePage.h"
+
+#include "LineReader.h"
+#include "LineWriter.h"
+#include "RowRanges.h"
+#include "TaskError.h"
+
+namespace morlevant {
+
+LinePage::LinePage(const RunContext& context, std::unique_ptr<LineOperation> operation)
+    : context_(context), operation_(std::move(operation)) {}
+
+void LinePage::process(const std::string& source) {
+    LineReader reader(source);
+    LineWriter writer(modifiedPath(source), LineWriter::Mode::Truncate);
+    std::string_view line;
+    while (reader.next(line)) {
+        const double row = static_cast<double>(reader.lineNumber());
+        const bool selected = rowSelected(context_.rows, row);
+        if (context_.mode == RangeMode::RangesOut && !selected)
+            continue;
+        if (context_.mode == RangeMode::InPlace && !selected) {
+            writer.writeLine(line);
+            continue;
+        }
+        apply(source, reader.lineNumber(), line);
+        writer.writeLine(out_);
+    }
+    writer.close();
+}
+
+void LinePage::apply(const std::string& source, std::size_t lineNumber, std::string_view line) {
+    try {
+        if (context_.mode == RangeMode::WholeText) {
+            operation_->wholeLine(line, out_);
+            return;
+        }
+        columns_.assign(line);
+        if (context_.mode == RangeMode::InPlace)
+            operation_->inRanges(columns_, out_);
+        else
+            operation_->rangesOut(columns_, out_);
+    } catch (const TaskError& error) {
+        throw TaskError(source + ", line " + std::to_string(lineNumber) + ": " + error.what());
+    }
+}
+
+} // namespace morlevant

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "FilePage.h"
+#include "LineColumns.h"
+#include "LineOperation.h"
+
+namespace morlevant {
+
+// Calculate, Find and Replace and Filter: one line of F.modify for each line of the source
+// (for each selected row when the ranges are taken out).
+class LinePage final : public FilePage {
+public:
+    LinePage(const RunContext& context, std::unique_ptr<LineOperation> operation);
+    void process(const std::string& source) override;
+
+private:
+    void apply(const std::string& source, std::size_t lineNumber, std::string_view line);
+
+    const RunContext& context_;
+    std::unique_ptr<LineOperation> operation_;
+    LineColumns columns_;
+    std::string out_;
+};
+
+} // namespace morlevant

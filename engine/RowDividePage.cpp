@@ -1,0 +1,70 @@
+#include "RowDividePage.h"
+
+#include "FileQueries.h"
+#include "LineReader.h"
+#include "RowRanges.h"
+#include "TakeRangesOut.h"
+
+namespace morlevant {
+
+RowDividePage::RowDividePage(const RunContext& context)
+    : context_(context), names_(context.settings),
+      rowsPerPiece_(pieceSize(context.settings.divideByRowValue, "number of rows per piece")) {}
+
+void RowDividePage::process(const std::string& source) {
+    folder_ = divideFolder(source);
+    createFolderWhenMissing(folder_);
+    openPiece_.reset();
+    counted_ = 0;
+
+    LineReader reader(source);
+    std::string_view line;
+    while (reader.next(line)) {
+        const bool selected = rowSelected(context_.rows, static_cast<double>(reader.lineNumber()));
+        switch (context_.mode) {
+        case RangeMode::WholeText:
+            writeToPiece(counted_++ / rowsPerPiece_, line);
+            break;
+        case RangeMode::InPlace:
+            DivideRowsInRanges(selected, line);
+            break;
+        case RangeMode::RangesOut:
+            // Pieces are numbered by the rows written, not by the rows of the source.
+            if (!selected)
+                break;
+            columns_.assign(line);
+            TakeRangesOut(context_.columns, columns_, out_);
+            writeToPiece(counted_++ / rowsPerPiece_, out_);
+            break;
+        }
+    }
+    if (writer_)
+        writer_->close();
+    writer_.reset();
+}
+
+// Row ranges in place: only the rows in the ranges are counted into pieces of line 27's size;
+// a row outside them stays in place, in the piece of the rows before it (the first piece for
+// rows before the first range), unchanged. Every row of the source lands in exactly one piece.
+void RowDividePage::DivideRowsInRanges(bool inRanges, std::string_view line) {
+    if (inRanges)
+        writeToPiece(counted_++ / rowsPerPiece_, line);
+    else
+        writeToPiece(openPiece_.value_or(0), line);
+}
+
+// A piece is emptied when its first row is due. It then stays open while the rows that follow
+// belong to it: the bytes are those of opening it for appending once per row, without the cost.
+void RowDividePage::writeToPiece(std::uint64_t piece, std::string_view line) {
+    if (openPiece_ != piece) {
+        if (writer_)
+            writer_->close();
+        writer_.reset();
+        const std::string name = names_.PieceNameByRow(piece * rowsPerPiece_ + 1, rowsPerPiece_);
+        writer_ = std::make_unique<LineWriter>(folder_ + name, LineWriter::Mode::Truncate);
+        openPiece_ = piece;
+    }
+    writer_->writeLine(line);
+}
+
+} // namespace morlevant

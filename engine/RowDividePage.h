@@ -1,0 +1,35 @@
+#pragma once
+
+#include "FilePage.h"
+#include "LineColumns.h"
+#include "LineWriter.h"
+#include "PieceNames.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+namespace morlevant {
+
+// Divide by row (line 26 "1"): pieces of a number of rows each (line 27) in the divide folder.
+class RowDividePage final : public FilePage {
+public:
+    explicit RowDividePage(const RunContext& context);
+    void process(const std::string& source) override;
+
+private:
+    void DivideRowsInRanges(bool inRanges, std::string_view line);
+    void writeToPiece(std::uint64_t piece, std::string_view line);
+
+    const RunContext& context_;
+    PieceNames names_;
+    std::uint64_t rowsPerPiece_;
+    std::string folder_;
+    std::unique_ptr<LineWriter> writer_;
+    std::optional<std::uint64_t> openPiece_;
+    std::uint64_t counted_ = 0; // rows counted for the piece numbers so far
+    LineColumns columns_;
+    std::string out_;
+};
+
+} // namespace morlevant

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "RangePairs.h"
+#include "TaskPageSettings.h"
+#include "TaskRunner.h"
+
+namespace morlevant {
+
+// Lines 1 and 4 together: the whole text, row ranges worked in place, or ranges taken out.
+enum class RangeMode { WholeText, InPlace, RangesOut };
+
+// What every page of a run shares: the settings and the ranges, parsed once per run.
+struct RunContext {
+    const TaskPageSettings& settings;
+    RangeMode mode;
+    RangePairs rows;    // line 2; empty in whole-text mode
+    RangePairs columns; // line 3; empty in whole-text mode
+    const RunRequest& request;
+    const RunCallbacks& callbacks;
+};
+
+// Name of the result of the line pages: the source with ".modify" appended.
+inline std::string modifiedPath(const std::string& source) {
+    return source + ".modify";
+}
+
+} // namespace morlevant

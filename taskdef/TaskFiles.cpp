@@ -1,0 +1,148 @@
+#include "TaskFiles.h"
+
+#include "FilePath.h"
+#include "TaskError.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+namespace morlevant {
+
+namespace {
+
+#ifdef _WIN32
+constexpr std::string_view nameBreakers = std::string_view("/\\:\0", 4);
+constexpr char separator = '\\';
+#else
+constexpr std::string_view nameBreakers = std::string_view("/\0", 2);
+constexpr char separator = '/';
+#endif
+
+std::string withSeparator(const std::string& folder) {
+    if (folder.empty() || folder.back() == '/' || folder.back() == separator)
+        return folder;
+    return folder + separator;
+}
+
+// The caption is used unaltered as a file name; one that holds a separator would write
+// outside the "task" folder, so it is refused instead.
+const std::string& checkedTaskName(const std::string& taskName) {
+    if (taskName.empty())
+        throw TaskError("A task without a name cannot be stored: give the task a caption");
+    const std::size_t bad = taskName.find_first_of(nameBreakers);
+    if (bad != std::string::npos) {
+        const std::string shown =
+            taskName[bad] == '\0' ? "a NUL character" : "\"" + taskName.substr(bad, 1) + "\"";
+        throw TaskError("The task name \"" + taskName + "\" cannot be a file name: it holds " +
+                        shown + "; rename the task");
+    }
+    return taskName;
+}
+
+std::string taskFile(const std::string& programFolder, const std::string& taskName,
+                     const char* extension) {
+    return taskFolder(programFolder) + checkedTaskName(taskName) + extension;
+}
+
+bool isWritableFolder(const std::string& folder) {
+    std::error_code error;
+    if (!std::filesystem::is_directory(toFsPath(folder), error))
+        return false;
+    // Permission bits do not tell what the current user may do; a probe file does.
+    const std::filesystem::path probe = toFsPath(withSeparator(folder) + ".morlevant-write-probe");
+    {
+        std::ofstream out(probe, std::ios::binary | std::ios::trunc);
+        if (!out)
+            return false;
+    }
+    std::filesystem::remove(probe, error);
+    return true;
+}
+
+} // namespace
+
+std::string taskFolder(const std::string& programFolder) {
+    return withSeparator(programFolder) + "task" + separator;
+}
+
+std::string taskSettingsPath(const std::string& programFolder, const std::string& taskName) {
+    return taskFile(programFolder, taskName, ".ttp");
+}
+
+std::string taskFileListPath(const std::string& programFolder, const std::string& taskName) {
+    return taskFile(programFolder, taskName, ".edt");
+}
+
+std::string mergeFolder(const std::string& programFolder) {
+    return withSeparator(programFolder) + "outcome" + separator + "merge" + separator;
+}
+
+void writeTaskFileList(const std::string& path, const std::vector<std::string>& childTags) {
+    std::ofstream out(toFsPath(path), std::ios::binary | std::ios::trunc);
+    if (!out)
+        throw TaskError("Cannot write the task file list " + path);
+    for (const std::string& tag : childTags) {
+        const std::size_t nul = tag.find('\0');
+        out << (nul == std::string::npos ? tag : tag.substr(nul + 1)) << "\r\n";
+    }
+    out.close();
+    if (!out)
+        throw TaskError("Cannot write the task file list " + path);
+}
+
+std::vector<std::string> readTaskFileList(const std::string& path) {
+    std::ifstream in(toFsPath(path), std::ios::binary);
+    if (!in)
+        throw TaskError("The task file list " + path + " is missing: edit the task first");
+    const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+
+    // Blank lines name no file; they are passed over rather than reported as a missing file
+    // with an empty name.
+    std::vector<std::string> paths;
+    std::size_t pos = 0;
+    while (pos < text.size()) {
+        std::size_t end = text.find_first_of("\r\n", pos);
+        if (end == std::string::npos)
+            end = text.size();
+        if (end > pos)
+            paths.push_back(text.substr(pos, end - pos));
+        pos = end + 1;
+    }
+    return paths;
+}
+
+PrepareResult prepareTaskForEditing(const std::string& programFolder, const std::string& taskName,
+                                    const std::vector<std::string>& childTags) {
+    if (childTags.empty())
+        return PrepareResult::NoFiles;
+    const std::string settingsPath = taskSettingsPath(programFolder, taskName);
+
+    // One level only: a missing program folder is an error, not something to build.
+    std::error_code error;
+    std::filesystem::create_directory(toFsPath(taskFolder(programFolder)), error);
+    if (error)
+        throw TaskError("Cannot create the folder " + taskFolder(programFolder) + ": " +
+                        error.message());
+
+    writeTaskFileList(taskFileListPath(programFolder, taskName), childTags);
+    // The settings are emptied until the editor confirms them, so a cancelled edit leaves a
+    // task that must be edited again before it runs.
+    std::ofstream empty(toFsPath(settingsPath), std::ios::binary | std::ios::trunc);
+    if (!empty)
+        throw TaskError("Cannot write the task settings file " + settingsPath);
+    return PrepareResult::Prepared;
+}
+
+std::string resolveProgramFolder(const std::string& homeVariable,
+                                 const std::string& executableFolder,
+                                 const std::string& userDataFolder) {
+    if (!homeVariable.empty())
+        return homeVariable;
+    if (isWritableFolder(executableFolder))
+        return executableFolder;
+    return userDataFolder;
+}
+
+} // namespace morlevant

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "TaskError.h"
+#include "TaskFiles.h"
+#include "TaskPageSettings.h"
+#include "TaskRunner.h"
+#include "TempDir.h"
+
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace morlevant::testing {
+
+// A program folder with "task" and "outcome/merge", source files under "files/", and a runner
+// that records what it reports.
+class RunnerFixture {
+public:
+    RunnerFixture() {
+        std::filesystem::create_directories(home.path() / "task");
+        std::filesystem::create_directories(home.path() / "outcome" / "merge");
+        settings.rangeMode = "1";
+        settings.takeRangesOut = "0";
+        settings.divideNameTemplate = "p(*).txt";
+        settings.divideNumberFrom = "001";
+        settings.divideNumberTo = "999";
+    }
+
+    std::string source(const std::string& name) const { return home.file("files/" + name); }
+    void writeSource(const std::string& name, const std::string& bytes) const {
+        writeBytes(source(name), bytes);
+    }
+    std::string result(const std::string& name) const { return readBytes(source(name)); }
+    bool exists(const std::string& name) const { return std::filesystem::exists(source(name)); }
+    std::string mergeResult() const {
+        return readBytes(home.file("outcome/merge/merge-application-file.txt"));
+    }
+
+    // Writes the task's two files for the named sources and runs it; fileCount -1 means the
+    // length of the list.
+    void run(const std::vector<std::string>& names, int fileCount = -1) {
+        writeTask(names);
+        runOnly(fileCount < 0 ? static_cast<int>(names.size()) : fileCount);
+    }
+
+    void writeTask(const std::vector<std::string>& names) const {
+        std::vector<std::string> paths;
+        for (const std::string& name : names)
+            paths.push_back(source(name));
+        writeTaskPageSettings(taskSettingsPath(home.path().string(), taskName), settings);
+        writeTaskFileList(taskFileListPath(home.path().string(), taskName), paths);
+    }
+
+    void runOnly(int fileCount) {
+        RunCallbacks callbacks;
+        callbacks.progress = [this](int done, int total) { progress.emplace_back(done, total); };
+        callbacks.message = [this](const std::string& text) { messages.push_back(text); };
+        callbacks.openFolder = [this](const std::string& folder) { opened.push_back(folder); };
+        RunTask({home.path().string(), taskName, fileCount}, callbacks);
+    }
+
+    // The message of the TaskError that the run ends with, or "no error".
+    std::string failure(const std::vector<std::string>& names) {
+        try {
+            run(names);
+        } catch (const TaskError& error) {
+            return error.what();
+        }
+        return "no error";
+    }
+
+    TempDir home;
+    std::string taskName = "My Batch Task";
+    TaskPageSettings settings;
+    std::vector<std::pair<int, int>> progress;
+    std::vector<std::string> messages;
+    std::vector<std::string> opened;
+};
+
+} // namespace morlevant::testing

@@ -1,0 +1,115 @@
+// Merges across several files and runs, the progress reported, and the routines the runner
+// leans on.
+#include "FileQueries.h"
+#include "PieceNames.h"
+#include "RunnerFixture.h"
+
+#include <gtest/gtest.h>
+
+using namespace morlevant;
+using morlevant::testing::RunnerFixture;
+
+namespace {
+
+class RunnerMerge : public ::testing::Test {
+protected:
+    RunnerMerge() {
+        fixture.settings.operationPage = "6";
+        fixture.settings.divideAction = "5";
+        fixture.writeSource("a.txt", "a1\r\na2\r\na3\r\na4");
+        fixture.writeSource("b.txt", "b1\nb2\nb3\n");
+        fixture.writeSource("c.txt", "");
+    }
+    std::string mergeFolder() const { return morlevant::mergeFolder(fixture.home.path().string()); }
+    RunnerFixture fixture;
+};
+
+TEST_F(RunnerMerge, ConcatenatesInListOrderAndStartsAfreshEachRun) {
+    fixture.run({"b.txt", "c.txt", "a.txt"});
+    const std::string merged = "b1\r\nb2\r\nb3\r\na1\r\na2\r\na3\r\na4\r\n";
+    EXPECT_EQ(fixture.mergeResult(), merged);
+    EXPECT_EQ(fixture.opened, std::vector<std::string>{mergeFolder()});
+
+    fixture.run({"b.txt", "c.txt", "a.txt"});
+    EXPECT_EQ(fixture.mergeResult(), merged);
+    EXPECT_EQ(fixture.opened.size(), 2u);
+}
+
+TEST_F(RunnerMerge, OpensTheFolderAfterTheFileCountedAsTheLast) {
+    fixture.run({"a.txt", "b.txt", "c.txt"}, 2);
+    EXPECT_EQ(fixture.opened.size(), 1u) << "after the second of three files";
+    fixture.opened.clear();
+    fixture.run({"a.txt", "b.txt"}, 5);
+    EXPECT_TRUE(fixture.opened.empty());
+}
+
+TEST_F(RunnerMerge, InPlaceRowRangesDoNotRestrictIt) {
+    fixture.settings.rangeMode = "2";
+    fixture.settings.rowRange = "1-1";
+    fixture.run({"c.txt", "b.txt"});
+    EXPECT_EQ(fixture.mergeResult(), "b1\r\nb2\r\nb3\r\n");
+}
+
+TEST_F(RunnerMerge, RangesOutTestsDoublingRowNumbers) {
+    fixture.settings.rangeMode = "2";
+    fixture.settings.takeRangesOut = "1";
+    fixture.settings.rowRange = "1-3";
+    fixture.settings.columnRange = "2-2";
+    fixture.run({"a.txt", "b.txt"});
+    // Lines 1, 2, 3 are tested as rows 1, 2, 4: line 3 is left out.
+    EXPECT_EQ(fixture.mergeResult(), "1\r\n2\r\n1\r\n2\r\n");
+    EXPECT_EQ(fixture.opened.size(), 1u);
+}
+
+TEST(RunnerProgress, AdvancesPerFileEvenWhenNothingIsDone) {
+    RunnerFixture fixture;
+    fixture.settings.operationPage = "0";
+    fixture.writeSource("a.txt", "a");
+    fixture.run({"a.txt", "a.txt", "a.txt"});
+    EXPECT_EQ(fixture.progress, (std::vector<std::pair<int, int>>{{1, 3}, {2, 3}, {3, 3}}));
+    EXPECT_FALSE(fixture.exists("a.txt.modify"));
+}
+
+TEST(PieceNames, PadsTheNumberToTheWidthOfTheFirst) {
+    TaskPageSettings settings;
+    settings.divideNameTemplate = "part(*)-*.txt";
+    settings.divideNumberFrom = "00001";
+    const PieceNames names(settings);
+    EXPECT_EQ(names.PieceNameByRow(1, 10), "part(00001)-00001.txt");
+    EXPECT_EQ(names.PieceNameByRow(10, 10), "part(00001)-00001.txt");
+    EXPECT_EQ(names.PieceNameByRow(11, 10), "part(00002)-00002.txt");
+    EXPECT_EQ(names.PieceNameByColumn(99998), "part(99999)-99999.txt");
+    EXPECT_THROW(names.PieceNameByColumn(99999), TaskError);
+
+    settings.divideNumberFrom = "7";
+    EXPECT_EQ(PieceNames(settings).PieceNameByColumn(2), "part(9)-9.txt");
+}
+
+TEST(PieceNames, RefusesSettingsThatCannotNamePieces) {
+    for (const auto& [nameTemplate, first] :
+         std::vector<std::pair<std::string, std::string>>{{"", "001"},
+                                                          {"../p(*).txt", "001"},
+                                                          {"p(*).txt", "abc"},
+                                                          {"p(*).txt", ""},
+                                                          {"p(*).txt", "-1"}}) {
+        TaskPageSettings settings;
+        settings.divideNameTemplate = nameTemplate;
+        settings.divideNumberFrom = first;
+        EXPECT_THROW(PieceNames{settings}, TaskError) << nameTemplate << " " << first;
+    }
+    for (const char* size : {"0", "abc", "", "2x", "-3"})
+        EXPECT_THROW(pieceSize(size, "number of rows per piece"), TaskError) << size;
+    EXPECT_EQ(pieceSize("12", "number of rows per piece"), 12u);
+}
+
+TEST(FileQueries, LongestLineCountsCharactersAcrossLineEnds) {
+    morlevant::testing::TempDir dir;
+    morlevant::testing::writeBytes(dir.file("f"), "ab\räöüß\r\n\xff\xff\xff\nabcd");
+    EXPECT_EQ(LongestLineLength(dir.file("f")), 4u);
+    morlevant::testing::writeBytes(dir.file("e"), "");
+    EXPECT_EQ(LongestLineLength(dir.file("e")), 0u);
+    EXPECT_TRUE(FolderExists(dir.path().string()));
+    EXPECT_FALSE(FolderExists(dir.file("f")));
+}
+
+} // namespace

@@ -1,0 +1,76 @@
+// The task file list, the preparation for editing, and the program folder.
+#include "TaskFiles.h"
+
+#include "TaskError.h"
+#include "TempDir.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+using namespace morlevant;
+using morlevant::testing::readBytes;
+using morlevant::testing::TempDir;
+using morlevant::testing::writeBytes;
+
+namespace {
+
+using namespace std::string_literals;
+
+TEST(TaskFileList, WritesThePathAfterTheFirstNulOneCrLfLineEach) {
+    TempDir dir;
+    writeTaskFileList(dir.file("t.edt"), {"remark\0/in/a.txt"s, "/in/b.txt", "r\0/in/c\0d"s});
+    EXPECT_EQ(readBytes(dir.file("t.edt")), "/in/a.txt\r\n/in/b.txt\r\n/in/c\0d\r\n"s);
+}
+
+TEST(TaskFileList, ReadsAnyLineEndAndPassesOverBlankLines) {
+    TempDir dir;
+    writeBytes(dir.file("t.edt"), "/a b/1.txt\r\n\r\n/2.txt\n/3.txt\r/4.txt");
+    EXPECT_EQ(readTaskFileList(dir.file("t.edt")),
+              (std::vector<std::string>{"/a b/1.txt", "/2.txt", "/3.txt", "/4.txt"}));
+    EXPECT_THROW(readTaskFileList(dir.file("absent.edt")), TaskError);
+}
+
+TEST(PrepareTask, WritesTheListAndEmptiesTheSettings) {
+    TempDir home;
+    const std::string folder = home.path().string();
+    EXPECT_EQ(prepareTaskForEditing(folder, "Prices", {}), PrepareResult::NoFiles);
+    EXPECT_FALSE(std::filesystem::exists(home.path() / "task"));
+
+    writeBytes(home.file("task/Prices.ttp"), "1\r\n2\r\n");
+    EXPECT_EQ(prepareTaskForEditing(folder, "Prices", {"x\0/in/1.txt"s, "x\0/in/2.txt"s}),
+              PrepareResult::Prepared);
+    EXPECT_EQ(readBytes(home.file("task/Prices.edt")), "/in/1.txt\r\n/in/2.txt\r\n");
+    EXPECT_TRUE(std::filesystem::exists(home.path() / "task" / "Prices.ttp"));
+    EXPECT_EQ(std::filesystem::file_size(home.path() / "task" / "Prices.ttp"), 0u);
+}
+
+TEST(PrepareTask, FailsClearlyWhereNothingMayBeWritten) {
+    TempDir home;
+    const std::string folder = home.path().string();
+    for (const std::string name : {"a/b", "/abs", "../up", ""})
+        EXPECT_THROW(prepareTaskForEditing(folder, name, {"/in/1.txt"}), TaskError) << name;
+    EXPECT_THROW(prepareTaskForEditing(home.file("absent"), "T", {"/in/1.txt"}), TaskError);
+    EXPECT_EQ(std::distance(std::filesystem::recursive_directory_iterator(home.path()),
+                            std::filesystem::recursive_directory_iterator()),
+              0);
+}
+
+TEST(ProgramFolder, HomeVariableThenWritableProgramFolderThenUserData) {
+    TempDir dir;
+    const std::string writable = dir.path().string();
+    EXPECT_EQ(resolveProgramFolder("/home/set", writable, "/data"), "/home/set");
+    EXPECT_EQ(resolveProgramFolder("", writable, "/data"), writable);
+    EXPECT_EQ(resolveProgramFolder("", dir.file("absent"), "/data"), "/data");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()),
+                            std::filesystem::directory_iterator()),
+              0)
+        << "the write probe is removed";
+}
+
+TEST(TaskPaths, JoinWithOrWithoutATrailingSeparator) {
+    EXPECT_EQ(taskSettingsPath("/p", "My Task"), "/p/task/My Task.ttp");
+    EXPECT_EQ(taskFileListPath("/p/", "My Task"), "/p/task/My Task.edt");
+    EXPECT_EQ(mergeFolder("/p"), "/p/outcome/merge/");
+}
+
+} // namespace
