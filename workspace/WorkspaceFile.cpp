@@ -124,8 +124,10 @@ WorkspaceFile::ReadResult WorkspaceFile::read(TaskTreeModel& model, const QByteA
 
 QString WorkspaceFile::FNtoSave(const QString& path, const QString& taskDir) {
     // The folder is looked for anywhere in the path but always cut from its start: a path that
-    // merely holds the folder's text somewhere inside is shortened the same way.
-    if (path.contains(taskDir, Qt::CaseInsensitive))
+    // merely holds the folder's text somewhere inside is shortened the same way. Both are
+    // compared in one separator form, which keeps the lengths the cut relies on.
+    if (QDir::fromNativeSeparators(path).contains(QDir::fromNativeSeparators(taskDir),
+                                                  Qt::CaseInsensitive))
         return path.mid(taskDir.size());
     return path;
 }
@@ -159,14 +161,11 @@ std::optional<QString> loadWorkspace(TaskTreeModel& model, WorkspaceState& state
     const WorkspaceFile::ReadResult result = WorkspaceFile::read(model, bytes, opened.TaskDir);
     if (!result.treeReplaced)
         return QString("Can't open %1: %2").arg(shownPath, *result.problem);
-    if (result.problem) {
-        state.clear();
-        state.TaskDirty = true;
-        return QString("The task file %1 is damaged: %2 The tasks before it are loaded; save "
-                       "them under a new name to keep them.")
-            .arg(shownPath, *result.problem);
-    }
     state = opened;
+    if (result.problem)
+        return QString("The task file %1 is damaged: %2 The tasks before that line are loaded; "
+                       "saving replaces the file with them.")
+            .arg(shownPath, *result.problem);
     return std::nullopt;
 }
 

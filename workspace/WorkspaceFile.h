@@ -37,9 +37,9 @@ public:
 std::optional<QString> saveWorkspace(TaskTreeModel& model, WorkspaceState& state);
 
 // Opens the workspace file at path into the tree and points the state at it (CommandLineLoad
-// without the viewer). Returns a message when the file cannot be read or is no workspace (tree
-// and state left as they were), or when a record cannot be attached: the nodes before it are
-// then kept as an unsaved workspace, so that saving cannot overwrite the damaged file unasked.
+// without the viewer); the loaded workspace has no unsaved changes. Returns a message when the
+// file cannot be read or is no workspace (tree and state left as they were), or when a record
+// cannot be used: the nodes before it are then loaded and the state points at the file.
 std::optional<QString> loadWorkspace(TaskTreeModel& model, WorkspaceState& state,
                                      const QString& path);
 

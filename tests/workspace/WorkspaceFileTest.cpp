@@ -277,19 +277,20 @@ TEST(Workspace, ReportsFilesItCannotUseAndProtectsThem) {
     const auto missing = loadWorkspace(model, state, dir.filePath("absent.tsk"));
     ASSERT_TRUE(missing);
     EXPECT_TRUE(missing->contains("absent.tsk"));
+    EXPECT_TRUE(loadWorkspace(model, state, dir.path()));
     writeAll(dir.filePath("notes.txt"), "just some notes\r\n");
     ASSERT_TRUE(loadWorkspace(model, state, dir.filePath("notes.txt")));
     EXPECT_EQ(outline(model), "mine [] 0/0");
     EXPECT_EQ(state.TaskFileName, dir.filePath("mine.tsk"));
 
-    // A damaged file loads as far as it can, but a plain Save must not overwrite it.
+    // A damaged file loads as far as it can and becomes the open workspace.
     writeAll(dir.filePath("damaged.tsk"), "\"K 0\",\"a\",\"\xFF\"\r\n\"K9\",\"b\",\"\xFF\"\r\n");
     const auto damaged = loadWorkspace(model, state, dir.filePath("damaged.tsk"));
     ASSERT_TRUE(damaged);
     EXPECT_TRUE(damaged->contains("line 2"));
     EXPECT_EQ(outline(model), "a [] 0/0");
-    EXPECT_FALSE(state.HasTaskFile);
-    EXPECT_TRUE(state.TaskDirty);
+    EXPECT_EQ(state.TaskFileName, dir.filePath("damaged.tsk"));
+    EXPECT_FALSE(state.TaskDirty);
 
     state.setTaskFile(dir.filePath("no/such/folder/x.tsk"));
     state.TaskDirty = true;
