@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Lays out a program folder HOME for the bundled example tasks: the sample files in
+# HOME/files/ (so that results are written there, never into the repository), the task
+# settings in HOME/task/, each task's file list with the absolute paths of its copied files,
+# HOME/outcome/merge/, and the example workspace HOME/Example.tsk when there is one.
+set -euo pipefail
+
+if [ $# -ne 1 ]; then
+    echo "usage: $0 HOME" >&2
+    exit 1
+fi
+examples=$(cd "$(dirname "$0")" && pwd)
+mkdir -p "$1/files" "$1/task" "$1/outcome/merge"
+home=$(cd "$1" && pwd)
+
+cp "$examples"/files/* "$home/files/"
+cp "$examples"/task/*.ttp "$home/task/"
+if [ -f "$examples/Example.tsk" ]; then
+    cp "$examples/Example.tsk" "$home/Example.tsk"
+fi
+
+# write_list TASK FILE...: the task's ".edt", one absolute path per line, CR LF after each.
+write_list() {
+    local task=$1
+    shift
+    : >"$home/task/$task.edt"
+    for file in "$@"; do
+        printf '%s\r\n' "$home/files/$file" >>"$home/task/$task.edt"
+    done
+}
+
+write_list "Raise Prices" prices.txt
+write_list "Fix Spelling" letter.txt
+write_list "Merge Regions" north.txt south.txt
+write_list "Split Report" report.txt
