@@ -18,11 +18,10 @@ public:
     explicit ColumnDividePage(const RunContext& context);
     void process(const std::string& source) override;
 
+private:
     // The characters of piece v of the line. When the third piece (v = 2) is cut short by the
     // end of the line, the message callback shows the columns per piece first, once per line.
     std::string_view ColumnPiece(const LineColumns& line, std::uint64_t v) const;
-
-private:
     void divide(const std::string& text);
     std::string writeSelectedText(const std::string& source);
 
