@@ -18,11 +18,11 @@ TEST_P(NormaliseTable, TidiesInAFixedOrder) {
 
 INSTANTIATE_TEST_SUITE_P(
     Steps, NormaliseTable,
-    ::testing::Values(NormaliseCase{"", ""}, NormaliseCase{"1-1,100-200", "1-1,100-200"},
-                      NormaliseCase{"1--5,,,7-,-9", "1-5,7,9"}, NormaliseCase{"7-,-9", "7,9"},
-                      NormaliseCase{",3-8,", "3-8"}, NormaliseCase{"0-5", "1-5"},
-                      NormaliseCase{"05-9", "15-9"}, NormaliseCase{"1-0,0-5", "1-0,0-5"},
-                      NormaliseCase{"--3", "3"}, NormaliseCase{"3-,,-,5", "3,5"},
+    ::testing::Values(NormaliseCase{"", ""}, NormaliseCase{"1--5,,,7-,-9", "1-5,7,9"},
+                      NormaliseCase{"7-,-9", "7,9"}, NormaliseCase{",3-8,", "3-8"},
+                      NormaliseCase{"0-5", "1-5"}, NormaliseCase{"05-9", "15-9"},
+                      NormaliseCase{"1-0,0-5", "1-0,0-5"},
+
                       NormaliseCase{"0-5,0-3", "1-5,0-3"}, // only the text's first zero
                       NormaliseCase{"12a-b5", "12a-b5"},   // letters are not removed
                       // Line starts count for the anchors; control characters go last.
