@@ -37,7 +37,10 @@ bool isValidUtf8(std::string_view text) {
 
 EcmaRegex::EcmaRegex(std::string_view pattern) : pattern_(pattern) {
     compileContext_ = pcre2_compile_context_create(nullptr);
+#ifdef PCRE2_EXTRA_ALT_BSUX
+    // \u{hhhh} as a code point; older PCRE2 releases read only \uhhhh.
     pcre2_set_compile_extra_options(compileContext_, PCRE2_EXTRA_ALT_BSUX);
+#endif
     std::string error;
     utfCode_ = compile(pattern, true, &error);
     if (utfCode_ == nullptr) {
