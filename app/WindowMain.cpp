@@ -1,0 +1,26 @@
+// morlevant: the window program. The whole command line is one workspace path.
+#include "DesktopShell.h"
+#include "QtPrompts.h"
+#include "SettingsStore.h"
+#include "TaskEditorDialog.h"
+#include "frmCorvellum.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Morlevant"));
+    QApplication::setApplicationVersion(QStringLiteral("1.0"));
+
+    // A path with blanks may reach us split into several arguments: they are one path.
+    const QStringList arguments = QApplication::arguments().mid(1);
+    const QString workspace = arguments.join(u' ');
+
+    morlevant::QtPrompts prompts;
+    morlevant::DesktopShell shell;
+    morlevant::SettingsStore settings;
+    morlevant::frmCorvellum window({prompts, shell, settings, &morlevant::TaskEditorDialog::edit});
+    prompts.setParent(&window);
+    window.startUp(workspace);
+    return QApplication::exec();
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "Shell.h"
+
+namespace morlevant {
+
+// The shell actions on the user's desktop: its default programs and file manager.
+class DesktopShell final : public Shell {
+public:
+    bool openUrl(const QUrl& url) override;
+    bool openFolder(const QString& folder) override;
+    bool startProgram(const QString& program, const QStringList& arguments) override;
+};
+
+} // namespace morlevant

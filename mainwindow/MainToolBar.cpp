@@ -1,0 +1,80 @@
+#include "MainToolBar.h"
+
+#include <QAction>
+
+namespace morlevant {
+
+namespace {
+
+struct Position {
+    const char* key; // the button's name
+    const char* tip;
+    int image; // 0 for a separator
+    bool toggle;
+};
+
+// Position 1 carries no command and the toolbar starts with a gap there.
+constexpr std::array<Position, MainToolBar::positionCount> positions{{
+    {"", "", 0, false},
+    {"tbNew", "New Task", toolbarImage::newTask, false},
+    {"tbOpen", "Open Task", toolbarImage::openTask, false},
+    {"tbSave", "Save Task", toolbarImage::saveTask, false},
+    {"", "", 0, false},
+    {"", "", 0, false},
+    {"", "", 0, false},
+    {"tbAddFile", "Improt File", toolbarImage::importFile, false},
+    {"tbAddPoint", "Add Task", toolbarImage::addTask, false},
+    {"tbDeletePoint", "Edit Task", toolbarImage::editTask, false},
+    {"tbMatch", "Run Task", toolbarImage::runTask, false},
+    {"tbDeleteFile", "Delete Task Or File", toolbarImage::deleteNode, false},
+    {"", "", 0, false},
+    {"tbSetCap", "Select To Filename", toolbarImage::setTitle, false},
+    {"", "Sort File", toolbarImage::sortFiles, false}, // the one button without a key
+    {"tbExec", "Open It", toolbarImage::openIt, false},
+    {"tbSon", "Strict Drag", toolbarImage::strictDrag, true},
+    {"tbHtml", "Show Html", toolbarImage::showHtml, true},
+}};
+
+} // namespace
+
+MainToolBar::MainToolBar(QWidget* parent) : QToolBar(parent) {
+    setObjectName(QStringLiteral("tbMain"));
+    setWindowTitle(QStringLiteral("Tool bars"));
+    setMovable(false);
+    setFloatable(false);
+    setIconSize(QSize(24, 24));
+    for (int index = 0; index < positionCount; ++index) {
+        const Position& position = positions[index];
+        images_[index] = position.image;
+        if (position.image == 0) {
+            addSeparator();
+            continue;
+        }
+        QAction* action =
+            addAction(imageList_.icon(position.image), QString::fromUtf8(position.tip));
+        action->setObjectName(QString::fromUtf8(position.key));
+        action->setToolTip(QString::fromUtf8(position.tip));
+        action->setCheckable(position.toggle);
+        const int number = index + 1;
+        connect(action, &QAction::triggered, this, [this, number] { emit buttonClicked(number); });
+        buttons_[index] = action;
+    }
+}
+
+void MainToolBar::setImage(int position, int image) {
+    images_.at(position - 1) = image;
+    if (QAction* action = button(position))
+        action->setIcon(imageList_.icon(image));
+}
+
+bool MainToolBar::isPressed(int position) const {
+    const QAction* action = button(position);
+    return action && action->isChecked();
+}
+
+void MainToolBar::setPressed(int position, bool pressed) {
+    if (QAction* action = button(position))
+        action->setChecked(pressed);
+}
+
+} // namespace morlevant

@@ -1,0 +1,65 @@
+#include "QtPrompts.h"
+
+#include <QFileDialog>
+#include <QFontDialog>
+#include <QMessageBox>
+
+namespace morlevant {
+
+namespace {
+
+QString initialPath(const FileDialogRequest& request) {
+    if (request.fileName.isEmpty() || request.fileName.startsWith(u'*'))
+        return request.directory;
+    return QDir(request.directory).filePath(request.fileName);
+}
+
+} // namespace
+
+QtPrompts::QtPrompts(QWidget* parent) : parent_(parent) {}
+
+void QtPrompts::information(const QString& text, const QString& title) {
+    QMessageBox::information(parent_, title, text);
+}
+
+void QtPrompts::error(const QString& text, const QString& title) {
+    QMessageBox::critical(parent_, title, text);
+}
+
+Answer QtPrompts::question(const QString& text, const QString& title, Buttons buttons) {
+    const bool withCancel = buttons == Buttons::YesNoCancel;
+    QMessageBox::StandardButtons offered = QMessageBox::Yes | QMessageBox::No;
+    if (withCancel)
+        offered |= QMessageBox::Cancel;
+    const auto chosen = QMessageBox::question(parent_, title, text, offered, QMessageBox::Yes);
+    if (chosen == QMessageBox::Yes)
+        return Answer::Yes;
+    if (chosen == QMessageBox::No || !withCancel)
+        return Answer::No;
+    return Answer::Cancel;
+}
+
+QStringList QtPrompts::openFileNames(const FileDialogRequest& request) {
+    return QFileDialog::getOpenFileNames(parent_, request.title, initialPath(request),
+                                         request.filter);
+}
+
+QString QtPrompts::openFileName(const FileDialogRequest& request) {
+    return QFileDialog::getOpenFileName(parent_, request.title, initialPath(request),
+                                        request.filter);
+}
+
+QString QtPrompts::saveFileName(const FileDialogRequest& request) {
+    return QFileDialog::getSaveFileName(parent_, request.title, initialPath(request),
+                                        request.filter);
+}
+
+std::optional<QFont> QtPrompts::chooseFont(const QFont& initial) {
+    bool accepted = false;
+    const QFont chosen = QFontDialog::getFont(&accepted, initial, parent_);
+    if (!accepted)
+        return std::nullopt;
+    return chosen;
+}
+
+} // namespace morlevant

@@ -1,0 +1,90 @@
+#include "TaskLauncher.h"
+
+#include "Prompts.h"
+#include "Shell.h"
+#include "TaskFiles.h"
+#include "TaskRunner.h"
+#include "TaskTreeModel.h"
+
+#include <QApplication>
+#include <QProgressBar>
+#include <exception>
+#include <string>
+#include <vector>
+
+namespace morlevant {
+
+namespace {
+
+// The wait cursor for as long as a run lasts, also when it ends in an error.
+class BusyCursor final {
+public:
+    BusyCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~BusyCursor() { QApplication::restoreOverrideCursor(); }
+    BusyCursor(const BusyCursor&) = delete;
+    BusyCursor& operator=(const BusyCursor&) = delete;
+};
+
+} // namespace
+
+TaskLauncher::TaskLauncher(Prompts& prompts, Shell& shell, EditorOpener openEditor)
+    : prompts_(prompts), shell_(shell), openEditor_(std::move(openEditor)) {}
+
+bool TaskLauncher::EditTask(const QStandardItem& task, QWidget* parent) {
+    std::vector<std::string> childTags;
+    for (int row = 0; row < task.rowCount(); ++row)
+        childTags.push_back(TaskTreeModel::tag(task.child(row)).toStdString());
+    try {
+        const PrepareResult prepared = prepareTaskForEditing(programFolder_.toStdString(),
+                                                             task.text().toStdString(), childTags);
+        if (prepared == PrepareResult::NoFiles) {
+            prompts_.information(QStringLiteral("You didn't select files"), promptTitle);
+            return false;
+        }
+    } catch (const std::exception& failure) {
+        prompts_.error(QString::fromStdString(failure.what()), promptTitle);
+        return false;
+    }
+    QString taskPath = QString::fromStdString(
+        taskSettingsPath(programFolder_.toStdString(), task.text().toStdString()));
+    taskPath.chop(4); // ".ttp"
+    openEditor_(parent, taskPath);
+    return true;
+}
+
+void TaskLauncher::RunTask(const QStandardItem& task, QProgressBar& progress) {
+    const int fileCount = task.rowCount();
+    progress.setRange(0, std::max(fileCount, 1));
+    progress.setValue(0);
+    const auto redraw = [&progress] {
+        progress.repaint();
+        // Paint what is due without taking a click or a key: the run is one command.
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    };
+    RunCallbacks callbacks;
+    callbacks.progress = [&](int done, int) {
+        progress.setValue(done);
+        redraw();
+    };
+    callbacks.message = [this](const std::string& text) {
+        prompts_.information(QString::fromStdString(text), promptTitle);
+    };
+    callbacks.openFolder = [this](const std::string& folder) {
+        shell_.openFolder(QString::fromStdString(folder));
+    };
+    try {
+        const BusyCursor busy;
+        redraw();
+        morlevant::RunTask({programFolder_.toStdString(), task.text().toStdString(), fileCount},
+                           callbacks);
+    } catch (const std::exception& failure) {
+        // A TaskError names the file and the cause; anything else is reported the same way.
+        progress.setValue(0);
+        prompts_.error(QString::fromStdString(failure.what()), promptTitle);
+        return;
+    }
+    progress.setValue(0);
+    prompts_.information(QStringLiteral("Vell down!"), promptTitle);
+}
+
+} // namespace morlevant

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+class QProgressBar;
+class QStandardItem;
+class QWidget;
+
+namespace morlevant {
+
+class Prompts;
+class Shell;
+
+// "&Edit Task" and "&Run Task" on a task node of the tree: preparing the task's files and
+// opening the editor, and running the task with the window's progress bar.
+class TaskLauncher final {
+public:
+    // Opens the task editor modally for the task whose files are taskPath + ".ttp" / ".edt";
+    // true when the user confirmed.
+    using EditorOpener = std::function<bool(QWidget* parent, const QString& taskPath)>;
+
+    TaskLauncher(Prompts& prompts, Shell& shell, EditorOpener openEditor);
+
+    void setProgramFolder(const QString& folder) { programFolder_ = folder; }
+    const QString& programFolder() const { return programFolder_; }
+
+    // Writes the task's file list from its children, empties its settings and opens the
+    // editor. A task without files only gets "You didn't select files". False when the editor
+    // did not open.
+    bool EditTask(const QStandardItem& task, QWidget* parent);
+
+    // Runs the task over its files. The bar advances per file and is redrawn at once, while
+    // the window takes no commands; the run ends with "Vell down!" or with one error message.
+    void RunTask(const QStandardItem& task, QProgressBar& progress);
+
+private:
+    Prompts& prompts_;
+    Shell& shell_;
+    EditorOpener openEditor_;
+    QString programFolder_;
+};
+
+} // namespace morlevant

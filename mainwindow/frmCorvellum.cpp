@@ -1,0 +1,491 @@
+#include "frmCorvellum.h"
+
+#include "AboutDialog.h"
+#include "CommandAvailability.h"
+#include "FileTypes.h"
+#include "MainMenus.h"
+#include "MainPane.h"
+#include "MainStatusBar.h"
+#include "MainToolBar.h"
+#include "MakerLinks.h"
+#include "NodeMove.h"
+#include "NodeTag.h"
+#include "Prompts.h"
+#include "SettingsStore.h"
+#include "Shell.h"
+#include "SplitBar.h"
+#include "TaskFiles.h"
+#include "TaskTreeView.h"
+#include "TextViewer.h"
+#include "Twips.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QScreen>
+#include <QStandardPaths>
+#include <QUrl>
+
+namespace morlevant {
+
+namespace {
+
+constexpr float narrowestWidth = 3500; // twips
+constexpr int setToTitleLength = 50;
+
+QString programFolderOfThisRun() {
+    return QString::fromStdString(resolveProgramFolder(
+        qEnvironmentVariable("MORLEVANT_HOME").toStdString(),
+        QCoreApplication::applicationDirPath().toStdString(),
+        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString()));
+}
+
+} // namespace
+
+frmCorvellum::frmCorvellum(WindowContext context, QWidget* parent)
+    : QMainWindow(parent), context_(std::move(context)), recent_(context_.settings),
+      commands_(model_, state_, context_.prompts),
+      session_(model_, state_, context_.prompts,
+               [this](const QString& path) { applyRecentMenu(recent_.enterRecentFile(path)); }),
+      launcher_(context_.prompts, context_.shell, context_.openTaskEditor),
+      pane_(new MainPane(this)), tbMain_(new MainToolBar(this)), sbMain_(new MainStatusBar(this)),
+      menus_(new MainMenus(*this)) {
+    setObjectName(QStringLiteral("frmCorvellum"));
+    setWindowIcon(windowIcon());
+    setWindowTitle(state_.windowTitle());
+    setMinimumWidth(twips::toPixels(narrowestWidth));
+    // The size the window has when it is not maximised.
+    if (const QScreen* screen = QGuiApplication::primaryScreen())
+        resize(screen->availableSize() * 3 / 4);
+    setCentralWidget(pane_);
+    addToolBar(Qt::TopToolBarArea, tbMain_);
+    setStatusBar(sbMain_);
+    menus_->connectTo(*this);
+
+    model_.setImageList(treeImages_.icons());
+    tvMain()->setModel(&model_);
+    connect(tvMain()->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& current) {
+                showNode(model_.itemFromIndex(current));
+                applyAvailability();
+            });
+    connect(tvMain(), &TaskTreeView::nodeDropped, this, &frmCorvellum::nodeDropped);
+    connect(tvMain(), &QWidget::customContextMenuRequested, this, &frmCorvellum::showTreeMenu);
+    connect(txtMain(), &QWidget::customContextMenuRequested, this, &frmCorvellum::showViewerMenu);
+    connect(txtMain(), &QPlainTextEdit::cursorPositionChanged, this, &frmCorvellum::updateCaret);
+    connect(tbMain_, &MainToolBar::buttonClicked, this, &frmCorvellum::tbMain_ButtonClick);
+    connect(sbMain_, &MainStatusBar::feedbackClicked, this, &frmCorvellum::sendFeedback);
+}
+
+frmCorvellum::~frmCorvellum() {
+    // The view goes before the model it shows.
+    delete pane_;
+}
+
+TaskTreeView* frmCorvellum::tvMain() const {
+    return pane_->tvMain();
+}
+
+TextViewer* frmCorvellum::txtMain() const {
+    return pane_->txtMain();
+}
+
+QLabel* frmCorvellum::lbCaption() const {
+    return pane_->lbCaption();
+}
+
+void frmCorvellum::startUp(const QString& commandLine) {
+    const QString folder = programFolderOfThisRun();
+    launcher_.setProgramFolder(folder);
+    // The runner writes merges there and does not create the folder itself.
+    QDir().mkpath(QString::fromStdString(mergeFolder(folder.toStdString())));
+    setViewerWrap(false);
+
+    settings_.windowState = isMaximized() ? UserSettings::Maximised : UserSettings::Normal;
+    LoadSet(context_.settings, settings_, folder);
+    applySettings();
+    // Applies the splitter's limits to the loaded position.
+    pane_->picSplit()->moveBy(0);
+
+    selectNode(
+        model_.resetToDefaultTask(TaskTreeModel::parentImage, TaskTreeModel::parentSelectedImage));
+    for (QAction* action : {menus_->mnuEditCap, menus_->RunTask, menus_->mnuSort, menus_->mnuExec,
+                            menus_->mnuMatch, menus_->mnuClearLink})
+        action->setEnabled(false);
+    tbMain_->setImage(10, toolbarImage::editTaskOff);
+    tbMain_->setImage(11, toolbarImage::runTaskOff);
+    // The two toggle buttons show the options as loaded.
+    tbMain_->setPressed(17, menus_->mnuSun->isChecked());
+    tbMain_->setPressed(18, menus_->mnuHtml->isChecked());
+
+    if (settings_.windowState == UserSettings::Maximised)
+        showMaximized();
+    else
+        show();
+    tvMain()->setFocus();
+    if (!commandLine.trimmed().isEmpty() && session_.CommandLineLoad(commandLine.trimmed()))
+        workspaceReplaced();
+    menus_->mnuTAddFile->setEnabled(false);
+    menus_->mnuTAddPoint->setEnabled(false);
+}
+
+void frmCorvellum::applySettings() {
+    QFont font(settings_.fontName);
+    font.setPointSizeF(settings_.fontSize > 0 ? settings_.fontSize : 12);
+    font.setBold(settings_.fontBold);
+    font.setItalic(settings_.fontItalic);
+    font.setUnderline(settings_.fontUnderline);
+    txtMain()->setFont(font);
+    menus_->mnuAFSon->setChecked(settings_.addFileInSub);
+    menus_->mnuHtml->setChecked(settings_.showHtml);
+    menus_->mnuSun->setChecked(settings_.sameLevelDrag);
+    menus_->mnuDrag->setChecked(settings_.liveDrag);
+    pane_->setLiveDrag(settings_.liveDrag);
+    pane_->picSplit()->setLeft(settings_.split);
+    applyRecentMenu(recent_.ShowRecentFiles());
+}
+
+void frmCorvellum::collectSettings() {
+    const QFont font = txtMain()->font();
+    settings_.fontName = font.family();
+    settings_.fontSize = font.pointSizeF();
+    settings_.fontBold = font.bold();
+    settings_.fontItalic = font.italic();
+    settings_.fontUnderline = font.underline();
+    settings_.addFileInSub = menus_->mnuAFSon->isChecked();
+    settings_.showHtml = menus_->mnuHtml->isChecked();
+    settings_.sameLevelDrag = menus_->mnuSun->isChecked();
+    settings_.liveDrag = menus_->mnuDrag->isChecked();
+    settings_.split = pane_->picSplit()->Left();
+    settings_.windowState = isMinimized()   ? UserSettings::Minimised
+                            : isMaximized() ? UserSettings::Maximised
+                                            : UserSettings::Normal;
+}
+
+void frmCorvellum::applyRecentMenu(const RecentMenu& menu) {
+    for (std::size_t entry = 0; entry < menu.size(); ++entry) {
+        QAction* action = menus_->mLastFile[entry];
+        action->setText(menu[entry].caption);
+        action->setVisible(menu[entry].visible);
+        action->setEnabled(menu[entry].enabled);
+    }
+}
+
+void frmCorvellum::closeEvent(QCloseEvent* event) {
+    // The settings are kept even when the user then stays.
+    collectSettings();
+    SaveSet(context_.settings, settings_);
+    context_.settings.sync();
+    if (session_.confirmClose())
+        event->accept();
+    else
+        event->ignore();
+}
+
+QStandardItem* frmCorvellum::selectedNode() const {
+    return model_.itemFromIndex(tvMain()->currentIndex());
+}
+
+void frmCorvellum::selectNode(QStandardItem* node) {
+    if (node == nullptr)
+        return;
+    const QModelIndex index = model_.indexFromItem(node);
+    tvMain()->scrollTo(index);
+    tvMain()->setCurrentIndex(index);
+}
+
+void frmCorvellum::showNode(QStandardItem* node) {
+    if (node == nullptr) {
+        lbCaption()->clear();
+        sbMain_->setPath(QString());
+        txtMain()->showText(QString());
+        return;
+    }
+    const QString path = NodeTag::split(TaskTreeModel::tag(node)).path;
+    lbCaption()->setText(node->text());
+    sbMain_->setPath(path);
+    if (path.isEmpty()) {
+        txtMain()->showText(QString());
+    } else if (!QFileInfo::exists(path)) {
+        txtMain()->showText(QStringLiteral("Can't find file - ") + path);
+    } else if (path != txtMain()->shownFile()) {
+        if (const auto failure = txtMain()->showFile(path))
+            context_.prompts.error(*failure, promptTitle);
+    }
+}
+
+void frmCorvellum::workspaceReplaced() {
+    setWindowTitle(state_.windowTitle());
+    txtMain()->forgetShownFile();
+    if (model_.rowCount() > 0) {
+        tvMain()->expand(model_.index(0, 0));
+        selectNode(model_.item(0));
+    }
+    showNode(selectedNode());
+    applyAvailability();
+}
+
+void frmCorvellum::applyAvailability() {
+    const CommandAvailability available = CommandAvailability::forNode(
+        selectedNode(), menus_->mnuAFSon->isChecked(), programFolder());
+    const MainMenus& m = *menus_;
+    const auto enable = [](bool on, std::initializer_list<QAction*> actions) {
+        for (QAction* action : actions)
+            action->setEnabled(on);
+    };
+    enable(available.importFile, {m.mnuAddfile, m.mnuTAddFile});
+    enable(available.addTask, {m.mnuAddPoint, m.mnuTAddPoint});
+    enable(available.editTask, {m.mnuEditCap, m.mnuTDelete});
+    enable(available.runTask, {m.RunTask, m.mnuSplit8});
+    enable(available.deleteNode, {m.mnuDeleteFile, m.mnuTDeleteFile});
+    enable(available.sortFiles, {m.mnuSort});
+    enable(available.openFile, {m.mnuExec, m.mnuTExec, m.mnuXExec});
+    using namespace toolbarImage;
+    tbMain_->setImage(8, available.importFile ? importFile : importFileOff);
+    tbMain_->setImage(9, available.addTask ? addTask : addTaskOff);
+    tbMain_->setImage(10, available.editTask ? editTask : editTaskOff);
+    tbMain_->setImage(11, available.runTask ? runTask : runTaskOff);
+    tbMain_->setImage(12, available.deleteNode ? deleteNode : deleteNodeOff);
+}
+
+void frmCorvellum::tbMain_ButtonClick(int position) {
+    const auto information = [this](const char* text) {
+        context_.prompts.information(QString::fromUtf8(text), promptTitle);
+    };
+    switch (position) {
+    case 2:
+        mnuNew_Click();
+        break;
+    case 3:
+        mnuOpen_Click();
+        break;
+    case 4:
+        mnuSave_Click();
+        break;
+    // Positions 8 to 12 act only while they show their first image; the image, not an
+    // enabled state, tells the button's state.
+    case 8:
+        tbMain_->image(8) == toolbarImage::importFile ? mnuAddfile_Click()
+                                                      : information("please select task");
+        break;
+    case 9:
+        tbMain_->image(9) == toolbarImage::addTask ? mnuAddPoint_Click()
+                                                   : information("please select task");
+        break;
+    case 10:
+        tbMain_->image(10) == toolbarImage::editTask ? EditTask()
+                                                     : information("please import file");
+        break;
+    case 11:
+        tbMain_->image(11) == toolbarImage::runTask ? RunTask() : information("please edit task");
+        break;
+    case 12:
+        if (tbMain_->image(12) == toolbarImage::deleteNode)
+            mnuDeleteFile_Click();
+        break;
+    case 14:
+        mnuXCap_Click();
+        break;
+    case 15:
+        mnuSort_Click();
+        break;
+    case 16:
+        mnuExec_Click();
+        break;
+    case 17:
+        menus_->mnuSun->setChecked(tbMain_->isPressed(17));
+        break;
+    case 18:
+        menus_->mnuHtml->setChecked(tbMain_->isPressed(18));
+        txtMain()->forgetShownFile();
+        showNode(selectedNode());
+        break;
+    default:
+        break;
+    }
+}
+
+void frmCorvellum::mnuNew_Click() {
+    if (session_.mnuNew())
+        workspaceReplaced();
+}
+
+void frmCorvellum::mnuOpen_Click() {
+    if (session_.mnuOpen())
+        workspaceReplaced();
+}
+
+void frmCorvellum::mnuSave_Click() {
+    session_.mnuSave();
+    setWindowTitle(state_.windowTitle());
+}
+
+void frmCorvellum::mnuSaveAs_Click() {
+    session_.mnuSaveAs();
+    setWindowTitle(state_.windowTitle());
+}
+
+void frmCorvellum::mLastFile_Click(int position) {
+    const QString path = RecentFiles::pathOfCaption(menus_->mLastFile.at(position)->text());
+    if (!session_.openRecent(path))
+        return;
+    applyRecentMenu(recent_.UpdateRecentFiles(position));
+    workspaceReplaced();
+}
+
+void frmCorvellum::mnuCopy_Click() {
+    txtMain()->copyToClipboard();
+}
+
+void frmCorvellum::mnuAddfile_Click() {
+    if (QStandardItem* added =
+            commands_.importFiles(selectedNode(), menus_->mnuAFSon->isChecked())) {
+        if (QStandardItem* holder = TaskTreeModel::parentNode(added))
+            tvMain()->expand(model_.indexFromItem(holder));
+        selectNode(added);
+        applyAvailability();
+    }
+}
+
+void frmCorvellum::mnuAddPoint_Click() {
+    selectNode(commands_.addTask(selectedNode()));
+    applyAvailability();
+}
+
+void frmCorvellum::mnuDeleteFile_Click() {
+    QStandardItem* next = commands_.deleteNode(selectedNode());
+    if (next != nullptr)
+        selectNode(next);
+    showNode(selectedNode());
+    applyAvailability();
+}
+
+void frmCorvellum::mnuSort_Click() {
+    QStandardItem* selected = selectedNode();
+    commands_.sortFiles(selected);
+    selectNode(selected);
+}
+
+void frmCorvellum::EditTask() {
+    QStandardItem* task = selectedNode();
+    if (task == nullptr)
+        return;
+    launcher_.EditTask(*task, this);
+    applyAvailability();
+}
+
+void frmCorvellum::RunTask() {
+    if (QStandardItem* task = selectedNode())
+        launcher_.RunTask(*task, *sbMain_->ProgressBar1());
+}
+
+void frmCorvellum::mnuExec_Click() {
+    const QString path = txtMain()->shownFile();
+    if (path.isEmpty())
+        return;
+    // Files the viewer cannot show as text always go to their own program; others to the
+    // program chosen under "Choose exploer", when there is one.
+    const QString ending = path.right(4).toUpper();
+    const bool binary = FileTypeList().mid(0, 9).contains(ending);
+    if (!binary && !settings_.defBrowse.isEmpty())
+        context_.shell.startProgram(settings_.defBrowse, {path});
+    else
+        context_.shell.openUrl(QUrl::fromLocalFile(path));
+}
+
+void frmCorvellum::mnuTool_Click(bool checked) {
+    tbMain_->setVisible(checked);
+}
+
+void frmCorvellum::mnuStatus_Click(bool checked) {
+    sbMain_->setVisible(checked);
+}
+
+void frmCorvellum::mnuFont_Click() {
+    if (const auto font = context_.prompts.chooseFont(txtMain()->font()))
+        txtMain()->setFont(*font);
+}
+
+void frmCorvellum::mnuSun_Click(bool checked) {
+    tbMain_->setPressed(17, checked);
+}
+
+void frmCorvellum::mnuHtml_Click(bool checked) {
+    tbMain_->setPressed(18, checked);
+    txtMain()->forgetShownFile();
+    showNode(selectedNode());
+}
+
+void frmCorvellum::mnuDrag_Click(bool checked) {
+    pane_->setLiveDrag(checked);
+}
+
+void frmCorvellum::mnuHomepage_Click() {
+    context_.shell.openUrl(QUrl(QString::fromLatin1(maker::homepage)));
+}
+
+void frmCorvellum::sendFeedback() {
+    context_.shell.openUrl(QUrl(QString::fromLatin1(maker::feedbackMail)));
+}
+
+void frmCorvellum::mnuAbout_Click() {
+    AboutDialog about(context_.shell, this);
+    about.exec();
+}
+
+void frmCorvellum::mnuXCap_Click() {
+    const QString selected = txtMain()->textCursor().selectedText();
+    QStandardItem* node = selectedNode();
+    if (selected.isEmpty() || model_.rowCount() == 0 || node == nullptr)
+        return;
+    node->setText(selected.left(setToTitleLength));
+    lbCaption()->setText(node->text());
+    state_.TaskDirty = true;
+    applyAvailability();
+}
+
+void frmCorvellum::setViewerWrap(bool on) {
+    txtMain()->setWrap(on);
+}
+
+void frmCorvellum::notProvidedYet() {
+    context_.prompts.information(QStringLiteral("对不起，本功能将在2.8版中提供，请稍等"),
+                                 promptTitle);
+}
+
+void frmCorvellum::nodeDropped(const QModelIndex& dragged, const QModelIndex& target) {
+    const NodeMove::Result result =
+        NodeMove::drop(model_, model_.itemFromIndex(dragged), model_.itemFromIndex(target),
+                       menus_->mnuSun->isChecked(), state_);
+    if (result.outcome != NodeMove::Outcome::Moved)
+        return;
+    if (QStandardItem* holder = TaskTreeModel::parentNode(result.moved))
+        tvMain()->expand(model_.indexFromItem(holder));
+    selectNode(result.moved);
+    applyAvailability();
+}
+
+void frmCorvellum::showTreeMenu(const QPoint& position) {
+    const QModelIndex index = tvMain()->indexAt(position);
+    if (index.isValid()) {
+        tvMain()->setCurrentIndex(index);
+        applyAvailability();
+    }
+    menus_->mnuTree->popup(tvMain()->viewport()->mapToGlobal(position));
+}
+
+void frmCorvellum::showViewerMenu(const QPoint& position) {
+    updateCaret();
+    menus_->mnuXCap->setEnabled(txtMain()->textCursor().hasSelection());
+    menus_->mnuTxt->popup(txtMain()->viewport()->mapToGlobal(position));
+}
+
+void frmCorvellum::updateCaret() {
+    sbMain_->setCaret(txtMain()->caretText());
+}
+
+} // namespace morlevant

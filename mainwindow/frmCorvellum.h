@@ -1,0 +1,120 @@
+#pragma once
+
+#include "RecentFiles.h"
+#include "TaskLauncher.h"
+#include "TaskTreeModel.h"
+#include "TreeCommands.h"
+#include "TreeImageList.h"
+#include "UserSettings.h"
+#include "WindowContext.h"
+#include "WorkspaceSession.h"
+#include "WorkspaceState.h"
+
+#include <QMainWindow>
+
+class QLabel;
+class QStandardItem;
+
+namespace morlevant {
+
+class MainMenus;
+class MainPane;
+class MainStatusBar;
+class MainToolBar;
+class TaskTreeView;
+class TextViewer;
+
+// The main window: the task tree and the viewer side by side, menus, toolbar and status bar.
+// It owns the workspace (the tree model and its state) and the user's settings, and turns
+// menu, toolbar and tree events into the workspace and task commands.
+class frmCorvellum final : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit frmCorvellum(WindowContext context, QWidget* parent = nullptr);
+    ~frmCorvellum() override;
+
+    // Reads the settings, shows the window and opens the workspace named by commandLine (the
+    // whole command line is one path; empty for none).
+    void startUp(const QString& commandLine);
+
+    TaskTreeModel& model() { return model_; }
+    WorkspaceState& state() { return state_; }
+    const UserSettings& settings() const { return settings_; }
+    MainMenus& menus() const { return *menus_; }
+    MainToolBar* tbMain() const { return tbMain_; }
+    MainStatusBar* sbMain() const { return sbMain_; }
+    TaskTreeView* tvMain() const;
+    TextViewer* txtMain() const;
+    QLabel* lbCaption() const;
+    MainPane* pane() const { return pane_; }
+    const QString& programFolder() const { return launcher_.programFolder(); }
+
+    // The selected node, nullptr when none.
+    QStandardItem* selectedNode() const;
+    void selectNode(QStandardItem* node);
+
+    // Commands of the menus and the toolbar.
+    void mnuNew_Click();
+    void mnuOpen_Click();
+    void mnuSave_Click();
+    void mnuSaveAs_Click();
+    void mLastFile_Click(int position);
+    void mnuCopy_Click();
+    void mnuAddfile_Click();
+    void EditTask();
+    void RunTask();
+    void mnuDeleteFile_Click();
+    void mnuAddPoint_Click();
+    void mnuSort_Click();
+    void mnuExec_Click();
+    void mnuTool_Click(bool checked);
+    void mnuStatus_Click(bool checked);
+    void mnuFont_Click();
+    void mnuSun_Click(bool checked);
+    void mnuHtml_Click(bool checked);
+    void mnuDrag_Click(bool checked);
+    void mnuHomepage_Click();
+    void mnuAbout_Click();
+    void mnuXCap_Click();
+    void setViewerWrap(bool on);
+    void sendFeedback();
+    // Commands whose work comes with a later version say so.
+    void notProvidedYet();
+    void tbMain_ButtonClick(int position);
+
+    // Enables the commands that suit the selected node (see CommandAvailability) in the
+    // menus, the tree's pop-up and the toolbar's images.
+    void applyAvailability();
+    // What a click on a node shows: its caption, its path and its file.
+    void showNode(QStandardItem* node);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void applySettings();
+    void collectSettings();
+    void applyRecentMenu(const RecentMenu& menu);
+    void workspaceReplaced();
+    void nodeDropped(const QModelIndex& dragged, const QModelIndex& target);
+    void showTreeMenu(const QPoint& position);
+    void showViewerMenu(const QPoint& position);
+    void updateCaret();
+
+    WindowContext context_;
+    TaskTreeModel model_;
+    WorkspaceState state_;
+    UserSettings settings_;
+    RecentFiles recent_;
+    TreeCommands commands_;
+    WorkspaceSession session_;
+    TaskLauncher launcher_;
+    TreeImageList treeImages_;
+    MainPane* pane_;
+    MainToolBar* tbMain_;
+    MainStatusBar* sbMain_;
+    MainMenus* menus_;
+};
+
+} // namespace morlevant
