@@ -26,6 +26,8 @@ struct UserSettings {
     QString defBrowse;  // program chosen under "&Choose exploer"
     int windowState = Maximised;
     QString tempFilePath; // file for tag-stripped HTML; computed, never stored
+
+    bool operator==(const UserSettings&) const = default;
 };
 
 // Reads every setting into settings. A missing key gives its default (the folders default to
