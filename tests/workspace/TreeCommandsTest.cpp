@@ -1,0 +1,123 @@
+#include "TreeCommands.h"
+
+#include "ScriptedPrompts.h"
+#include "TempDir.h"
+#include "TreeText.h"
+#include "WorkspaceState.h"
+
+#include <QFileInfo>
+#include <gtest/gtest.h>
+
+namespace morlevant {
+namespace {
+
+using testing::buildTree;
+using testing::find;
+using testing::treeText;
+
+class TreeCommandsTest : public ::testing::Test {
+protected:
+    TaskTreeModel model;
+    WorkspaceState state;
+    testing::ScriptedPrompts prompts;
+    TreeCommands commands{model, state, prompts};
+};
+
+TEST_F(TreeCommandsTest, AddTaskIsNumberedByAllNodesAndPlacedAfterTheSelection) {
+    struct Case {
+        const char* tree;
+        QStringList selected;
+        const char* after;
+    };
+    const Case cases[] = {
+        {"", {}, "My Batch Task"},
+        {"A", {"A"}, "A My Batch Task 1"},
+        {"A[a.txt b.txt] B", {"A"}, "A[a.txt b.txt] My Batch Task 4 B"},
+        {"A[a.txt b.txt] B", {"A", "a.txt"}, "A[a.txt My Batch Task 4 b.txt] B"},
+    };
+    for (const Case& c : cases) {
+        model.clear();
+        state.TaskDirty = false;
+        buildTree(model, c.tree);
+        QStandardItem* added =
+            commands.addTask(c.selected.isEmpty() ? nullptr : find(model, c.selected));
+        EXPECT_EQ(treeText(model), c.after) << c.tree;
+        EXPECT_TRUE(added->text().startsWith("My Batch Task"));
+        EXPECT_TRUE(state.TaskDirty);
+    }
+}
+
+TEST_F(TreeCommandsTest, ImportedFilesGoUnderOrBesideTheSelectionInChosenOrder) {
+    const QStringList paths{"/in/zeta.txt", "/in/alpha.data.txt", "/in/readme"};
+    buildTree(model, "A[a.txt] B");
+    commands.addFiles(find(model, {"A"}), paths, true);
+    EXPECT_EQ(treeText(model), "A[a.txt zeta alpha.data readme] B");
+    commands.addFiles(find(model, {"A", "a.txt"}), {"/in/x.txt", "/in/y.txt"}, false);
+    EXPECT_EQ(treeText(model), "A[a.txt x y zeta alpha.data readme] B");
+    const QStandardItem* alpha = find(model, {"A", "alpha.data"});
+    EXPECT_EQ(TaskTreeModel::tag(alpha), "/in/alpha.data.txt");
+    EXPECT_EQ(TaskTreeModel::image(alpha), 11);
+    EXPECT_EQ(TaskTreeModel::image(find(model, {"A", "readme"})), 0);
+    EXPECT_TRUE(state.TaskDirty);
+}
+
+TEST_F(TreeCommandsTest, ImportIntoAnEmptyTreeMakesATaskForTheFiles) {
+    commands.addFiles(nullptr, {"/in/a.txt"}, false);
+    EXPECT_EQ(treeText(model), "My Batch Task[a]");
+}
+
+TEST_F(TreeCommandsTest, ImportAsksForFilesAndCancelChangesNothing) {
+    buildTree(model, "A");
+    prompts.fileNames.enqueue({});
+    EXPECT_EQ(commands.importFiles(find(model, {"A"}), true), nullptr);
+    EXPECT_EQ(treeText(model), "A");
+    EXPECT_FALSE(state.TaskDirty);
+    EXPECT_EQ(prompts.dialogs.at(0).title, "Select File");
+
+    prompts.fileNames.enqueue({"/in/b.txt", "/in/c.txt"});
+    EXPECT_EQ(commands.importFiles(find(model, {"A"}), true)->text(), "c");
+    EXPECT_EQ(commands.lastDirectory(), "/in");
+}
+
+TEST_F(TreeCommandsTest, DeleteAsksOnlyForNodesWithChildrenAndNeverTouchesTheDisk) {
+    testing::TempDir folder;
+    const std::string file = folder.file("kept.txt");
+    testing::writeBytes(file, "x");
+    buildTree(model, "A[kept.txt b.txt] B", QString::fromStdString(folder.path().string() + "/"));
+
+    EXPECT_EQ(commands.deleteNode(find(model, {"A", "b.txt"}))->text(), "kept.txt");
+    EXPECT_TRUE(prompts.asked.isEmpty());
+
+    prompts.answers.enqueue(Answer::No);
+    state.TaskDirty = false;
+    commands.deleteNode(find(model, {"A"}));
+    EXPECT_EQ(treeText(model), "A[kept.txt] B");
+    EXPECT_TRUE(state.TaskDirty); // marked changed although nothing was removed
+    EXPECT_EQ(prompts.asked.last(),
+              "yesno|Request confirmation|Delete this task with all folders and files？");
+
+    prompts.answers.enqueue(Answer::Yes);
+    EXPECT_EQ(commands.deleteNode(find(model, {"A"}))->text(), "B");
+    EXPECT_EQ(treeText(model), "B");
+    EXPECT_TRUE(QFileInfo::exists(QString::fromStdString(file)));
+
+    EXPECT_EQ(commands.deleteNode(find(model, {"B"})), nullptr);
+    state.TaskDirty = false;
+    EXPECT_EQ(commands.deleteNode(nullptr), nullptr);
+    EXPECT_TRUE(state.TaskDirty);
+}
+
+TEST_F(TreeCommandsTest, SortOrdersTheLevelOnceWithoutMarkingChanges) {
+    buildTree(model, "B A[c.txt B.txt a.txt b.txt]");
+    commands.sortFiles(find(model, {"A", "c.txt"}));
+    EXPECT_EQ(treeText(model), "B A[a.txt B.txt b.txt c.txt]");
+    commands.sortFiles(find(model, {"B"}));
+    EXPECT_EQ(treeText(model), "B A[a.txt B.txt b.txt c.txt]");
+    EXPECT_FALSE(state.TaskDirty);
+    // Later additions stay where they are put.
+    commands.addFiles(find(model, {"A"}), {"/in/0.txt"}, true);
+    EXPECT_EQ(treeText(model), "B A[a.txt B.txt b.txt c.txt 0]");
+}
+
+} // namespace
+} // namespace morlevant

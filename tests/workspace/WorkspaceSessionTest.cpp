@@ -1,0 +1,121 @@
+#include "WorkspaceSession.h"
+
+#include "ScriptedPrompts.h"
+#include "TempDir.h"
+#include "TreeText.h"
+#include "WorkspaceState.h"
+
+#include <QFileInfo>
+#include <gtest/gtest.h>
+
+namespace morlevant {
+namespace {
+
+using testing::buildTree;
+using testing::treeText;
+
+class WorkspaceSessionTest : public ::testing::Test {
+protected:
+    QString path(const std::string& name) const {
+        return QString::fromStdString(folder.file(name));
+    }
+
+    testing::TempDir folder;
+    TaskTreeModel model;
+    WorkspaceState state;
+    testing::ScriptedPrompts prompts;
+    QStringList chosen;
+    WorkspaceSession session{model, state, prompts,
+                             [this](const QString& file) { chosen.append(file); }};
+};
+
+TEST_F(WorkspaceSessionTest, NewAsksAboutChangesAndCancelKeepsTheTree) {
+    buildTree(model, "A[a.txt]");
+    state.TaskDirty = true;
+    prompts.answers.enqueue(Answer::Cancel);
+    EXPECT_FALSE(session.mnuNew());
+    EXPECT_EQ(treeText(model), "A[a.txt]");
+    EXPECT_EQ(prompts.asked.last(), "yesnocancel|Open task|Save the task？");
+
+    prompts.answers.enqueue(Answer::No);
+    EXPECT_TRUE(session.mnuNew());
+    EXPECT_EQ(treeText(model), "My Batch Task");
+    EXPECT_FALSE(state.TaskDirty);
+    EXPECT_FALSE(state.HasTaskFile);
+}
+
+TEST_F(WorkspaceSessionTest, SaveAsksForANameOnceAndAddsTheExtension) {
+    buildTree(model, "A");
+    state.TaskDirty = true;
+    prompts.fileNames.enqueue({path("work")});
+    EXPECT_TRUE(session.mnuSave());
+    EXPECT_TRUE(QFileInfo::exists(path("work.tsk")));
+    EXPECT_EQ(state.TaskFileName, path("work.tsk"));
+    EXPECT_FALSE(state.TaskDirty);
+    EXPECT_EQ(chosen, QStringList{path("work.tsk")});
+    EXPECT_EQ(prompts.dialogs.at(0).title, "Save “Morlevant” Task file As");
+
+    EXPECT_TRUE(session.mnuSave()); // no second dialog: the script holds no more names
+    EXPECT_EQ(prompts.dialogs.size(), 1);
+}
+
+TEST_F(WorkspaceSessionTest, CancelledSaveAsWritesNothing) {
+    buildTree(model, "A");
+    prompts.fileNames.enqueue({path("first.tsk")});
+    session.mnuSaveAs();
+    buildTree(model, "B");
+    state.TaskDirty = true;
+    const std::string before = testing::readBytes(folder.file("first.tsk"));
+    prompts.fileNames.enqueue({});
+    EXPECT_FALSE(session.mnuSaveAs());
+    EXPECT_EQ(testing::readBytes(folder.file("first.tsk")), before);
+    EXPECT_TRUE(state.TaskDirty);
+}
+
+TEST_F(WorkspaceSessionTest, OpenLoadsTheChosenFileAndCancelLeavesAllAsItWas) {
+    buildTree(model, "Saved[a.txt]");
+    prompts.fileNames.enqueue({path("saved.tsk")});
+    session.mnuSaveAs();
+    session.mnuNew();
+
+    prompts.fileNames.enqueue({});
+    EXPECT_FALSE(session.mnuOpen());
+    EXPECT_EQ(treeText(model), "My Batch Task");
+
+    prompts.fileNames.enqueue({path("saved.tsk")});
+    EXPECT_TRUE(session.mnuOpen());
+    EXPECT_EQ(treeText(model), "Saved[a.txt]");
+    EXPECT_EQ(state.TaskFileName, path("saved.tsk"));
+    EXPECT_EQ(prompts.dialogs.last().title, "Open “Morlevant” Task File");
+    EXPECT_EQ(session.lastDirectory(), QString::fromStdString(folder.path().string()));
+}
+
+TEST_F(WorkspaceSessionTest, AFileThatCannotBeReadIsReportedAndChangesNothing) {
+    buildTree(model, "Kept");
+    EXPECT_FALSE(session.CommandLineLoad(path("missing.tsk")));
+    EXPECT_EQ(treeText(model), "Kept");
+    ASSERT_EQ(prompts.messages().size(), 1);
+    EXPECT_TRUE(prompts.messages().at(0).startsWith("error|Morlevant|"));
+}
+
+TEST_F(WorkspaceSessionTest, HistoryAndCloseAskTheirOwnQuestions) {
+    buildTree(model, "A");
+    prompts.fileNames.enqueue({path("a.tsk")});
+    session.mnuSaveAs();
+
+    state.TaskDirty = true;
+    prompts.answers.enqueue(Answer::Cancel);
+    EXPECT_FALSE(session.openRecent(path("a.tsk")));
+    EXPECT_EQ(prompts.asked.last(), "yesnocancel|Open Task|Save the Task？");
+
+    prompts.answers.enqueue(Answer::Cancel);
+    EXPECT_FALSE(session.confirmClose());
+    EXPECT_EQ(prompts.asked.last(), "yesnocancel|EXIT|Do you want save task？");
+    prompts.answers.enqueue(Answer::Yes);
+    EXPECT_TRUE(session.confirmClose());
+    EXPECT_FALSE(state.TaskDirty);
+    EXPECT_TRUE(session.confirmClose()); // nothing to ask about any more
+}
+
+} // namespace
+} // namespace morlevant
