@@ -1,6 +1,7 @@
 #include "TaskTreeView.h"
 
 #include <QApplication>
+#include <QCoreApplication>
 #include <QDrag>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -12,6 +13,13 @@ namespace {
 
 // Marks a drag as one of the tree's own nodes; the node itself is the view's DragNode.
 const QString nodeMimeType = QStringLiteral("application/x-morlevant-node");
+
+// Which view of which running program the drag left, so that a node dragged from another
+// window is never taken for this one's.
+QByteArray dragOrigin(const TaskTreeView* view) {
+    return QByteArray::number(QCoreApplication::applicationPid()) + ' ' +
+           QByteArray::number(reinterpret_cast<quintptr>(view));
+}
 
 } // namespace
 
@@ -42,24 +50,32 @@ void TaskTreeView::mouseMoveEvent(QMouseEvent* event) {
     }
     Dragging = true;
     auto* drag = new QDrag(this);
-    auto* mime = new QMimeData;
-    mime->setData(nodeMimeType, {});
-    drag->setMimeData(mime);
+    drag->setMimeData(nodeDragData());
     drag->setPixmap(model()->data(DragNode, Qt::DecorationRole).value<QIcon>().pixmap(16, 16));
     drag->exec(Qt::MoveAction);
     Dragging = false;
     setDropHighlight({});
 }
 
+QMimeData* TaskTreeView::nodeDragData() const {
+    auto* mime = new QMimeData;
+    mime->setData(nodeMimeType, dragOrigin(this));
+    return mime;
+}
+
+bool TaskTreeView::isOwnDrag(const QMimeData* mime) const {
+    return DragNode.isValid() && mime->data(nodeMimeType) == dragOrigin(this);
+}
+
 void TaskTreeView::dragEnterEvent(QDragEnterEvent* event) {
-    if (event->source() == this && event->mimeData()->hasFormat(nodeMimeType))
+    if (isOwnDrag(event->mimeData()))
         event->acceptProposedAction();
     else
         event->ignore();
 }
 
 void TaskTreeView::dragMoveEvent(QDragMoveEvent* event) {
-    if (event->source() != this || !event->mimeData()->hasFormat(nodeMimeType)) {
+    if (!isOwnDrag(event->mimeData())) {
         event->ignore();
         return;
     }
@@ -72,7 +88,7 @@ void TaskTreeView::dragLeaveEvent(QDragLeaveEvent*) {
 }
 
 void TaskTreeView::dropEvent(QDropEvent* event) {
-    if (!event->mimeData()->hasFormat(nodeMimeType)) {
+    if (!isOwnDrag(event->mimeData())) {
         event->ignore();
         return;
     }

@@ -3,6 +3,8 @@
 #include <QPersistentModelIndex>
 #include <QTreeView>
 
+class QMimeData;
+
 namespace morlevant {
 
 // The task tree `tvMain`. Besides showing the model it carries a node dragged with the left
@@ -17,6 +19,8 @@ public:
     QModelIndex dragNode() const { return DragNode; }
     QModelIndex dropHighlight() const { return dropHighlight_; }
     bool isDragging() const { return Dragging; }
+    // What a drag of DragNode carries: this view's mark and nothing of the node.
+    QMimeData* nodeDragData() const;
 
 signals:
     // A node was dropped on target (invalid when dropped on empty space).
@@ -34,6 +38,7 @@ protected:
 
 private:
     void setDropHighlight(const QModelIndex& index);
+    bool isOwnDrag(const QMimeData* mime) const;
 
     QPersistentModelIndex DragNode;
     QPersistentModelIndex dropHighlight_;

@@ -1,0 +1,323 @@
+#include "MainPane.h"
+#include "MainStatusBar.h"
+#include "SplitBar.h"
+#include "TaskTreeView.h"
+#include "TextViewer.h"
+#include "Twips.h"
+#include "WindowFixture.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QStatusBar>
+
+namespace morlevant {
+namespace {
+
+using Window = testing::WindowFixture;
+
+TEST_F(Window, StartsWithOneTaskAndOnlyTheCommandsThatSuitIt) {
+    start();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(window->windowTitle(), "Morlevant v1.0");
+    EXPECT_EQ(tree(), "My Batch Task");
+    QStandardItem* task = node({"My Batch Task"});
+    EXPECT_EQ(window->selectedNode(), task);
+    EXPECT_EQ(TaskTreeModel::image(task), 12);
+    EXPECT_EQ(TaskTreeModel::selectedImage(task), 13);
+    for (QAction* off :
+         {menus().mnuEditCap, menus().RunTask, menus().mnuSort, menus().mnuExec, menus().mnuMatch,
+          menus().mnuClearLink, menus().mnuTAddFile, menus().mnuTAddPoint})
+        EXPECT_FALSE(off->isEnabled()) << off->objectName().toStdString();
+    EXPECT_TRUE(menus().mnuAddfile->isEnabled());
+    EXPECT_EQ(toolbar().image(8), toolbarImage::importFile);
+    EXPECT_EQ(toolbar().image(10), toolbarImage::editTaskOff);
+    EXPECT_EQ(toolbar().image(11), toolbarImage::runTaskOff);
+    EXPECT_TRUE(toolbar().isPressed(17));
+    EXPECT_TRUE(QDir(homeFile("outcome/merge")).exists());
+    EXPECT_EQ(window->minimumWidth(), twips::toPixels(3500));
+    // A fresh user's settings.
+    EXPECT_TRUE(menus().mnuAFSon->isChecked());
+    EXPECT_TRUE(menus().mnuHtml->isChecked());
+    EXPECT_TRUE(menus().mnuSun->isChecked());
+    EXPECT_FALSE(menus().mnuDrag->isChecked());
+    EXPECT_FLOAT_EQ(window->pane()->picSplit()->Left(), 2700);
+    EXPECT_EQ(menus().mLastFile[0]->text(), "no history");
+    EXPECT_FALSE(menus().mLastFile[0]->isEnabled());
+    EXPECT_FALSE(menus().mLastFile[1]->isVisible());
+}
+
+TEST_F(Window, MenusCarryTheProgramsNamesAndCaptions) {
+    start();
+    const std::pair<const char*, const char*> items[] = {
+        {"mnuNew", "&NewTask"},
+        {"mnuOpen", "&OpenTask"},
+        {"mnuSave", "&SaveTask"},
+        {"mnuSaveAs", "Save&AsTask"},
+        {"mnuExit", "E&xit"},
+        {"mnuCopy", "&Copy"},
+        {"mnuFind", "&Find"},
+        {"mnuFindNext", "Find &Next"},
+        {"mnuSearch", "Find In &All File"},
+        {"mnuAddfile", "&Import File"},
+        {"mnuEditCap", "&Edit Task"},
+        {"RunTask", "&Run Task"},
+        {"mnuDeleteFile", "&Delete Task Or File"},
+        {"mnuAddPoint", "&Add Task"},
+        {"mnuSort", "&File Sort"},
+        {"mnuMatch", "&Match File"},
+        {"mnuClearLink", "&Cancel Match"},
+        {"mnuExec", "&Open In Default"},
+        {"mnuTool", "&Tool bars"},
+        {"mnuStatus", "&Status bar"},
+        {"mnuFont", "&Font"},
+        {"mnuDefBrowse", "&Choose exploer"},
+        {"mnuSun", "Drag in the same level"},
+        {"mnuHtml", "Show Html"},
+        {"mnuAFSon", "Add File In Sub"},
+        {"mnuDrag", "Drag"},
+        {"mnuPath", "Relative Path"},
+        {"mnuHelp", "Morlevant &Help"},
+        {"mnuHomepage", "Morlevant Home&page"},
+        {"mnuAbout", "&About"},
+        {"mnuTAddFile", "&Improt File"},
+        {"mnuTDelete", "&Edit Task"},
+        {"mnuSplit8", "&Run Task"},
+        {"mnuTDeleteFile", "&Delete Task Or File"},
+        {"mnuTAddPoint", "&Add New Task"},
+        {"mnuTExec", "&Open File in other window"},
+        {"mnuWrap", "&Wrap"},
+        {"mnuWrapCancel", "&Cancel Wrap"},
+        {"mnuXCap", "&Set to Title"},
+        {"mnuXFont", "&Font"},
+        {"mnuXExec", "&Open File in other window"},
+    };
+    for (const auto& [name, caption] : items) {
+        const QAction* action = window->findChild<QAction*>(name);
+        ASSERT_NE(action, nullptr) << name;
+        EXPECT_EQ(action->text(), QString::fromUtf8(caption)) << name;
+    }
+    QStringList titles;
+    for (const QAction* top : window->menuBar()->actions())
+        titles.append(top->menu()->objectName() + " " + top->text());
+    EXPECT_EQ(titles, QStringList({"mnuFile File(&F)", "mnuEdit Edit(&E)", "mnuManage Control(&C)",
+                                   "mnuOption option(&O)", "mnuHlp Help(&H)"}));
+    EXPECT_NE(window->findChild<QMenu*>("mnuTree"), nullptr);
+    EXPECT_NE(window->findChild<QMenu*>("mnuTxt"), nullptr);
+    for (const char* control : {"tvMain", "picSplit", "lbCaption", "txtMain", "tbMain", "sbMain",
+                                "ProgressBar1", "Feedback"})
+        EXPECT_NE(window->findChild<QWidget*>(control), nullptr) << control;
+}
+
+TEST_F(Window, OpensTheWorkspaceNamedOnTheCommandLine) {
+    const QString text = makeFile("files/a.txt", "first line\r\nsecond\r\n");
+    const QString workspace =
+        makeFile("My Work.tsk", "\"K 0\",\"Job\",\"\xff\"\r\n\"K1\",\"a\",\"\xff"
+                                "files/a.txt\"\r\n");
+    start(workspace);
+    EXPECT_EQ(window->windowTitle(), "Morlevant v1.0 - " + workspace);
+    EXPECT_EQ(tree(), "Job[a]");
+    EXPECT_EQ(window->selectedNode()->text(), "Job");
+    EXPECT_EQ(menus().mLastFile[0]->text(), "no history"); // the command line is no History entry
+
+    select({"Job", "a"});
+    EXPECT_EQ(window->lbCaption()->text(), "a");
+    EXPECT_EQ(window->sbMain()->path(), text);
+    EXPECT_EQ(window->txtMain()->toPlainText(), "first line\nsecond\n");
+    EXPECT_TRUE(menus().mnuExec->isEnabled());
+}
+
+TEST_F(Window, AMissingFileIsShownAsSuch) {
+    start();
+    window->model().appendNode(node({"My Batch Task"}), "gone", "/nowhere/gone.txt", 11);
+    select({"My Batch Task", "gone"});
+    EXPECT_EQ(window->txtMain()->toPlainText(), "Can't find file - /nowhere/gone.txt");
+}
+
+TEST_F(Window, ToolbarButtonsInTheirDisabledLookExplainWhy) {
+    start();
+    window->model().appendNode(node({"My Batch Task"}), "a", homeFile("a.txt"), 11);
+    window->model().appendNode(nullptr, "Lonely");
+    struct Case {
+        QStringList selected;
+        int position;
+        const char* message; // nullptr: the button says nothing
+    };
+    const Case cases[] = {
+        {{"My Batch Task", "a"}, 8, "please select task"},
+        {{"My Batch Task", "a"}, 9, "please select task"},
+        {{"Lonely"}, 10, "please import file"},
+        {{"My Batch Task"}, 11, "please edit task"},
+        {{"My Batch Task", "a"}, 10, "please import file"},
+    };
+    for (const Case& c : cases) {
+        select(c.selected);
+        prompts.asked.clear();
+        click(c.position);
+        EXPECT_EQ(prompts.asked, QStringList{QString("information|Morlevant|") + c.message})
+            << c.position;
+    }
+    // With nothing selected there is nothing to delete, and the button stays silent.
+    window->tvMain()->setCurrentIndex({});
+    window->applyAvailability();
+    prompts.asked.clear();
+    click(12);
+    EXPECT_TRUE(prompts.asked.isEmpty());
+    EXPECT_EQ(tree(), "My Batch Task[a] Lonely");
+}
+
+TEST_F(Window, ToolbarFileButtonsRunTheFileCommands) {
+    start();
+    window->state().TaskDirty = true;
+    prompts.answers.enqueue(Answer::Cancel);
+    click(2);
+    prompts.answers.enqueue(Answer::Cancel);
+    click(3);
+    prompts.fileNames.enqueue({});
+    click(4);
+    EXPECT_EQ(prompts.asked,
+              QStringList({"yesnocancel|Open task|Save the task？",
+                           "yesnocancel|Open task|Save the task？",
+                           "save file|Save “Morlevant” Task file As|Task File (*.tsk)"}));
+}
+
+TEST_F(Window, ToggleButtonsAndOptionsFollowEachOther) {
+    start();
+    click(17); // pressed at start: now released
+    EXPECT_FALSE(menus().mnuSun->isChecked());
+    menus().mnuSun->trigger();
+    EXPECT_TRUE(toolbar().isPressed(17));
+
+    menus().mnuHtml->trigger();
+    EXPECT_FALSE(toolbar().isPressed(18));
+    click(18);
+    EXPECT_TRUE(menus().mnuHtml->isChecked());
+
+    menus().mnuTool->trigger();
+    EXPECT_FALSE(window->tbMain()->isVisible());
+    menus().mnuStatus->trigger();
+    EXPECT_FALSE(window->statusBar()->isVisible());
+    menus().mnuTool->trigger();
+    EXPECT_TRUE(window->tbMain()->isVisible());
+}
+
+TEST_F(Window, ShowHtmlReloadsTheFileShown) {
+    const QString page = makeFile("page.htm", "<b>old</b>");
+    start();
+    window->model().appendNode(node({"My Batch Task"}), "page", page, 10);
+    select({"My Batch Task", "page"});
+    testing::writeBytes(page.toStdString(), "<b>new</b>");
+    click(18);
+    EXPECT_EQ(window->txtMain()->toPlainText(), "<b>new</b>");
+}
+
+TEST_F(Window, SetToTitleTakesTheFirstFiftySelectedCharacters) {
+    const QString file = makeFile("long.txt", std::string(60, 'x') + "y");
+    start();
+    window->model().appendNode(node({"My Batch Task"}), "long", file, 11);
+    select({"My Batch Task", "long"});
+    click(14); // nothing selected: nothing happens
+    EXPECT_EQ(window->selectedNode()->text(), "long");
+    EXPECT_FALSE(window->state().TaskDirty);
+    window->txtMain()->selectAll();
+    click(14);
+    EXPECT_EQ(window->selectedNode()->text(), QString(50, 'x'));
+    EXPECT_TRUE(window->state().TaskDirty);
+}
+
+TEST_F(Window, SplitterStaysWithinItsLimitsAndMovesPanesLiveOnlyWithDrag) {
+    start();
+    window->resize(800, 600);
+    SplitBar* bar = window->pane()->picSplit();
+    QWidget* tree = window->tvMain();
+    const auto drag = [bar](int dx) {
+        const QPointF start(2, 10);
+        const QPointF end(2 + dx, 10);
+        QMouseEvent press(QEvent::MouseButtonPress, start, bar->mapToGlobal(start), Qt::LeftButton,
+                          Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, end, bar->mapToGlobal(end), Qt::NoButton,
+                         Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(bar, &press);
+        QCoreApplication::sendEvent(bar, &move);
+        return [bar, end] {
+            QMouseEvent release(QEvent::MouseButtonRelease, end, bar->mapToGlobal(end),
+                                Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(bar, &release);
+        };
+    };
+    const int treeWidth = tree->width();
+    auto release = drag(40);
+    EXPECT_FLOAT_EQ(bar->Left(), 2700 + 40 * 15);
+    EXPECT_EQ(tree->width(), treeWidth); // only the bar travels
+    release();
+    EXPECT_EQ(tree->width(), twips::toPixels(2700 + 40 * 15));
+
+    menus().mnuDrag->trigger();
+    drag(-1000)();
+    EXPECT_FLOAT_EQ(bar->Left(), 1000);
+    drag(5000);
+    EXPECT_FLOAT_EQ(bar->Left(), twips::fromPixels(window->width()) - 2000);
+    EXPECT_EQ(tree->width(), twips::toPixels(bar->Left())); // followed during the drag
+}
+
+TEST_F(Window, ClosingAsksAboutChangesAfterKeepingTheSettings) {
+    start();
+    window->close();
+    EXPECT_FALSE(window->isVisible()); // nothing changed: no question
+    EXPECT_TRUE(prompts.asked.isEmpty());
+
+    start();
+    menus().mnuDrag->trigger();
+    window->state().TaskDirty = true;
+    prompts.answers.enqueue(Answer::Cancel);
+    window->close();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(prompts.asked.last(), "yesnocancel|EXIT|Do you want save task？");
+    EXPECT_EQ(store.value("Drag"), "True"); // written although the window stays
+    EXPECT_EQ(tree(), "My Batch Task");
+
+    prompts.answers.enqueue(Answer::Yes);
+    prompts.fileNames.enqueue({homeFile("closing.tsk")});
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_TRUE(QFileInfo::exists(homeFile("closing.tsk")));
+}
+
+TEST_F(Window, HistoryReopensASavedWorkspace) {
+    start();
+    menus().mnuAddPoint->trigger();
+    prompts.fileNames.enqueue({homeFile("one.tsk")});
+    menus().mnuSaveAs->trigger();
+    EXPECT_EQ(window->windowTitle(), "Morlevant v1.0 - " + homeFile("one.tsk"));
+    EXPECT_EQ(menus().mLastFile[0]->text(), "&1 " + homeFile("one.tsk"));
+
+    menus().mnuNew->trigger();
+    EXPECT_EQ(tree(), "My Batch Task");
+    menus().mLastFile[0]->trigger();
+    EXPECT_EQ(tree(), "My Batch Task My Batch Task 1");
+    EXPECT_EQ(window->windowTitle(), "Morlevant v1.0 - " + homeFile("one.tsk"));
+}
+
+TEST_F(Window, LinksAndLaterCommandsGoWhereTheyShould) {
+    start();
+    menus().mnuHomepage->trigger();
+    window->findChild<QLabel*>("Feedback")->linkActivated("feedback");
+    EXPECT_EQ(shell.opened,
+              QStringList({"url https://morlevant.example.org",
+                           "url mailto:feedback@morlevant.example.org?subject=Morlevant "
+                           "Feedback"}));
+    for (QAction* later : {menus().mnuFind, menus().mnuFindNext, menus().mnuSearch,
+                           menus().mnuDefBrowse, menus().mnuHelp}) {
+        prompts.asked.clear();
+        later->trigger();
+        EXPECT_EQ(prompts.asked,
+                  QStringList{"information|Morlevant|对不起，本功能将在2.8版中提供，请稍等"});
+    }
+}
+
+} // namespace
+} // namespace morlevant

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "MainMenus.h"
+#include "MainToolBar.h"
+#include "RecordingShell.h"
+#include "ScriptedPrompts.h"
+#include "SettingsStore.h"
+#include "TempDir.h"
+#include "TreeText.h"
+#include "frmCorvellum.h"
+
+#include <QAction>
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace morlevant::testing {
+
+// A main window over a temporary program folder (MORLEVANT_HOME) and a temporary settings
+// file, with scripted prompts, a recording shell and a task editor that only records.
+class WindowFixture : public ::testing::Test {
+protected:
+    WindowFixture() { qputenv("MORLEVANT_HOME", QByteArray::fromStdString(home.path().string())); }
+    ~WindowFixture() override { qunsetenv("MORLEVANT_HOME"); }
+
+    void start(const QString& commandLine = {}) {
+        window = std::make_unique<frmCorvellum>(
+            WindowContext{prompts, shell, store, [this](QWidget*, const QString& taskPath) {
+                              editorOpened.append(taskPath);
+                              return true;
+                          }});
+        window->startUp(commandLine);
+    }
+
+    QString homeFile(const std::string& name) const {
+        return QString::fromStdString(home.file(name));
+    }
+    // A file under the program folder with the given bytes.
+    QString makeFile(const std::string& name, const std::string& bytes) const {
+        writeBytes(home.file(name), bytes);
+        return homeFile(name);
+    }
+    MainMenus& menus() const { return window->menus(); }
+    MainToolBar& toolbar() const { return *window->tbMain(); }
+    QString tree() const { return treeText(window->model()); }
+    QStandardItem* node(const QStringList& captions) const {
+        return find(window->model(), captions);
+    }
+    void select(const QStringList& captions) const { window->selectNode(node(captions)); }
+    void click(int position) const { toolbar().button(position)->trigger(); }
+
+    TempDir home;
+    SettingsStore store{QString::fromStdString(home.file("settings.ini"))};
+    ScriptedPrompts prompts;
+    RecordingShell shell;
+    QStringList editorOpened;
+    std::unique_ptr<frmCorvellum> window;
+};
+
+} // namespace morlevant::testing
