@@ -9,10 +9,8 @@
 
 #ifdef _WIN32
 #include <io.h>
-#define MORLEVANT_ISATTY(fd) _isatty(fd)
 #else
 #include <unistd.h>
-#define MORLEVANT_ISATTY(fd) isatty(fd)
 #endif
 
 namespace {
@@ -25,6 +23,14 @@ void openFolder(const std::string& folder) {
     QProcess::startDetached(QStringLiteral("explorer"), {path});
 #else
     QProcess::startDetached(QStringLiteral("xdg-open"), {path});
+#endif
+}
+
+bool errorIsTerminal() {
+#ifdef _WIN32
+    return _isatty(2) != 0;
+#else
+    return isatty(2) != 0;
 #endif
 }
 
@@ -44,7 +50,6 @@ int main(int argc, char* argv[]) {
         QCoreApplication::applicationDirPath().toStdString(),
         QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString(),
         openFolder};
-    morlevant::RunCommand command(std::move(environment), std::cout, std::cerr,
-                                  MORLEVANT_ISATTY(2) != 0);
+    morlevant::RunCommand command(std::move(environment), std::cout, std::cerr, errorIsTerminal());
     return command.run(arguments);
 }
