@@ -56,9 +56,10 @@ QPixmap PaintedIconEngine::pixmap(const QSize& size, QIcon::Mode mode, QIcon::St
     return scaledPixmap(size, mode, state, 1.0);
 }
 
+// Qt asks with the size already in device pixels; scale only tells the pixmap's ratio.
 QPixmap PaintedIconEngine::scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State,
                                         qreal scale) {
-    QPixmap pixmap = QPixmap::fromImage(render(size * scale, mode));
+    QPixmap pixmap = QPixmap::fromImage(render(size, mode));
     pixmap.setDevicePixelRatio(scale);
     return pixmap;
 }

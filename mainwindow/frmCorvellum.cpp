@@ -135,6 +135,8 @@ void frmCorvellum::startUp(const QString& commandLine) {
 
 void frmCorvellum::applySettings() {
     QFont font(settings_.fontName);
+    // Where the chosen font is missing, a fixed-width one keeps the columns of the text aligned.
+    font.setStyleHint(QFont::TypeWriter);
     font.setPointSizeF(settings_.fontSize > 0 ? settings_.fontSize : 12);
     font.setBold(settings_.fontBold);
     font.setItalic(settings_.fontItalic);
