@@ -28,7 +28,7 @@ AboutDialog::AboutDialog(Shell& shell, QWidget* parent) : QDialog(parent) {
     setWindowTitle(QStringLiteral("About Morlevant"));
 
     auto* icon = new QLabel(this);
-    icon->setPixmap(windowIcon().pixmap(QSize(64, 64)));
+    icon->setPixmap(programIcon().pixmap(QSize(64, 64)));
     auto* name = new QLabel(QStringLiteral("Morlevant"), this);
     QFont large = name->font();
     large.setPointSizeF(large.pointSizeF() * 1.6);

@@ -78,7 +78,7 @@ ToolbarImageList::ToolbarImageList() {
         icons_.insert(image, PaintedIconEngine::icon(drawing, true));
 }
 
-QIcon windowIcon() {
+QIcon programIcon() {
     return PaintedIconEngine::icon(glyphs::batchMark);
 }
 

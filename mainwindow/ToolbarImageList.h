@@ -40,6 +40,6 @@ private:
 };
 
 // The program's own icon: a stack of pages with a run mark.
-QIcon windowIcon();
+QIcon programIcon();
 
 } // namespace morlevant

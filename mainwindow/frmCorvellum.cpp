@@ -55,7 +55,7 @@ frmCorvellum::frmCorvellum(WindowContext context, QWidget* parent)
       pane_(new MainPane(this)), tbMain_(new MainToolBar(this)), sbMain_(new MainStatusBar(this)),
       menus_(new MainMenus(*this)) {
     setObjectName(QStringLiteral("frmCorvellum"));
-    setWindowIcon(windowIcon());
+    setWindowIcon(programIcon());
     setWindowTitle(state_.windowTitle());
     setMinimumWidth(twips::toPixels(narrowestWidth));
     // The size the window has when it is not maximised.

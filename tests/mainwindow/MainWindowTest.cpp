@@ -24,6 +24,7 @@ TEST_F(Window, StartsWithOneTaskAndOnlyTheCommandsThatSuitIt) {
     start();
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(window->windowTitle(), "Morlevant v1.0");
+    EXPECT_FALSE(window->windowIcon().pixmap(32, 32).isNull());
     EXPECT_EQ(tree(), "My Batch Task");
     QStandardItem* task = node({"My Batch Task"});
     EXPECT_EQ(window->selectedNode(), task);

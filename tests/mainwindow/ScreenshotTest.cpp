@@ -29,7 +29,7 @@ TEST(Icons, DrawAtEverySizeAndPixelRatio) {
                 EXPECT_EQ(pixmap.width(), qRound(side * ratio)) << image;
                 EXPECT_TRUE(hasInk(pixmap.toImage())) << image << " at " << side;
             }
-    EXPECT_TRUE(hasInk(windowIcon().pixmap(64, 64).toImage()));
+    EXPECT_TRUE(hasInk(programIcon().pixmap(64, 64).toImage()));
 }
 
 using Screenshot = testing::WindowFixture;

@@ -216,8 +216,12 @@ TEST(AboutBox, NamesTheProductAndOpensItsLinksThroughTheShell) {
     testing::RecordingShell shell;
     AboutDialog about(shell);
     QStringList texts;
-    for (const QLabel* label : about.findChildren<QLabel*>())
+    bool hasPicture = false;
+    for (const QLabel* label : about.findChildren<QLabel*>()) {
         texts.append(label->text());
+        hasPicture = hasPicture || !label->pixmap().isNull();
+    }
+    EXPECT_TRUE(hasPicture);
     EXPECT_TRUE(texts.contains("Morlevant"));
     EXPECT_TRUE(texts.contains("Version 1.0"));
     emit about.findChild<QLabel*>("lblHomepage")->linkActivated("https://morlevant.example.org");
