@@ -55,13 +55,18 @@ void RowDividePage::DivideRowsInRanges(bool inRanges, std::string_view line) {
 
 // A piece is emptied when its first row is due. It then stays open while the rows that follow
 // belong to it: the bytes are those of opening it for appending once per row, without the cost.
+// Pieces that share a name (a template without "*") are one file that receives every row, so
+// a later piece does not empty what the earlier ones wrote.
 void RowDividePage::writeToPiece(std::uint64_t piece, std::string_view line) {
     if (openPiece_ != piece) {
-        if (writer_)
-            writer_->close();
-        writer_.reset();
-        const std::string name = names_.PieceNameByRow(piece * rowsPerPiece_ + 1, rowsPerPiece_);
-        writer_ = std::make_unique<LineWriter>(folder_ + name, LineWriter::Mode::Truncate);
+        std::string name = names_.PieceNameByRow(piece * rowsPerPiece_ + 1, rowsPerPiece_);
+        if (!writer_ || name != openName_) {
+            if (writer_)
+                writer_->close();
+            writer_.reset();
+            writer_ = std::make_unique<LineWriter>(folder_ + name, LineWriter::Mode::Truncate);
+            openName_ = std::move(name);
+        }
         openPiece_ = piece;
     }
     writer_->writeLine(line);

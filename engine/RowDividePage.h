@@ -27,6 +27,7 @@ private:
     std::string folder_;
     std::unique_ptr<LineWriter> writer_;
     std::optional<std::uint64_t> openPiece_;
+    std::string openName_;
     std::uint64_t counted_ = 0; // rows counted for the piece numbers so far
     LineColumns columns_;
     std::string out_;
