@@ -1,5 +1,6 @@
 #include "PieceNames.h"
 
+#include "PathNames.h"
 #include "TaskError.h"
 
 #include <charconv>
@@ -8,12 +9,6 @@
 namespace morlevant {
 
 namespace {
-
-#ifdef _WIN32
-constexpr const char* folderMarks = "/\\:";
-#else
-constexpr const char* folderMarks = "/";
-#endif
 
 std::optional<std::uint64_t> wholeNumber(std::string_view text) {
     std::uint64_t value = 0;
@@ -31,7 +26,7 @@ PieceNames::PieceNames(const TaskPageSettings& settings)
         throw TaskError("The divide file-name template is blank: give the pieces a name such as "
                         "\"divided file(*).txt\"");
     // Pieces belong in the divide folder; a template naming another folder would scatter them.
-    if (nameTemplate_.find_first_of(folderMarks) != std::string::npos || nameTemplate_ == "." ||
+    if (nameTemplate_.find_first_of(fileNameBreakers) != std::string::npos || nameTemplate_ == "." ||
         nameTemplate_ == "..")
         throw TaskError("The divide file-name template \"" + nameTemplate_ +
                         "\" is not a file name: it may not name a folder");

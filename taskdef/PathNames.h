@@ -1,8 +1,17 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace morlevant {
+
+// Characters that cannot stand in a single file name on this platform: its folder separators
+// (and on Windows the drive mark), and NUL.
+#ifdef _WIN32
+inline constexpr std::string_view fileNameBreakers = std::string_view("/\\:\0", 4);
+#else
+inline constexpr std::string_view fileNameBreakers = std::string_view("/\0", 2);
+#endif
 
 // The path up to and including its last separator ("" when it has none).
 std::string GetFilePath(const std::string& path);

@@ -1,6 +1,7 @@
 #include "TaskFiles.h"
 
 #include "FilePath.h"
+#include "PathNames.h"
 #include "TaskError.h"
 
 #include <filesystem>
@@ -13,10 +14,8 @@ namespace morlevant {
 namespace {
 
 #ifdef _WIN32
-constexpr std::string_view nameBreakers = std::string_view("/\\:\0", 4);
 constexpr char separator = '\\';
 #else
-constexpr std::string_view nameBreakers = std::string_view("/\0", 2);
 constexpr char separator = '/';
 #endif
 
@@ -31,7 +30,7 @@ std::string withSeparator(const std::string& folder) {
 const std::string& checkedTaskName(const std::string& taskName) {
     if (taskName.empty())
         throw TaskError("A task without a name cannot be stored: give the task a caption");
-    const std::size_t bad = taskName.find_first_of(nameBreakers);
+    const std::size_t bad = taskName.find_first_of(fileNameBreakers);
     if (bad != std::string::npos) {
         const std::string shown =
             taskName[bad] == '\0' ? "a NUL character" : "\"" + taskName.substr(bad, 1) + "\"";
