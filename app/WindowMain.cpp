@@ -19,7 +19,10 @@ int main(int argc, char** argv) {
     morlevant::QtPrompts prompts;
     morlevant::DesktopShell shell;
     morlevant::SettingsStore settings;
-    morlevant::frmCorvellum window({prompts, shell, settings, &morlevant::TaskEditorDialog::edit});
+    const auto openTaskEditor = [&prompts](QWidget* parent, const QString& taskPath) {
+        return morlevant::TaskEditorDialog::edit(prompts, parent, taskPath);
+    };
+    morlevant::frmCorvellum window({prompts, shell, settings, openTaskEditor});
     prompts.setParent(&window);
     window.startUp(workspace);
     return QApplication::exec();

@@ -1,5 +1,6 @@
 #include "QtPrompts.h"
 
+#include <QApplication>
 #include <QFileDialog>
 #include <QFontDialog>
 #include <QMessageBox>
@@ -18,12 +19,18 @@ QString initialPath(const FileDialogRequest& request) {
 
 QtPrompts::QtPrompts(QWidget* parent) : parent_(parent) {}
 
+QWidget* QtPrompts::owner() const {
+    // A prompt from inside a modal dialog (the task editor) belongs over that dialog.
+    QWidget* modal = QApplication::activeModalWidget();
+    return modal != nullptr ? modal : parent_;
+}
+
 void QtPrompts::information(const QString& text, const QString& title) {
-    QMessageBox::information(parent_, title, text);
+    QMessageBox::information(owner(), title, text);
 }
 
 void QtPrompts::error(const QString& text, const QString& title) {
-    QMessageBox::critical(parent_, title, text);
+    QMessageBox::critical(owner(), title, text);
 }
 
 Answer QtPrompts::question(const QString& text, const QString& title, Buttons buttons) {
@@ -31,7 +38,7 @@ Answer QtPrompts::question(const QString& text, const QString& title, Buttons bu
     QMessageBox::StandardButtons offered = QMessageBox::Yes | QMessageBox::No;
     if (withCancel)
         offered |= QMessageBox::Cancel;
-    const auto chosen = QMessageBox::question(parent_, title, text, offered, QMessageBox::Yes);
+    const auto chosen = QMessageBox::question(owner(), title, text, offered, QMessageBox::Yes);
     if (chosen == QMessageBox::Yes)
         return Answer::Yes;
     if (chosen == QMessageBox::No || !withCancel)
@@ -40,23 +47,23 @@ Answer QtPrompts::question(const QString& text, const QString& title, Buttons bu
 }
 
 QStringList QtPrompts::openFileNames(const FileDialogRequest& request) {
-    return QFileDialog::getOpenFileNames(parent_, request.title, initialPath(request),
+    return QFileDialog::getOpenFileNames(owner(), request.title, initialPath(request),
                                          request.filter);
 }
 
 QString QtPrompts::openFileName(const FileDialogRequest& request) {
-    return QFileDialog::getOpenFileName(parent_, request.title, initialPath(request),
+    return QFileDialog::getOpenFileName(owner(), request.title, initialPath(request),
                                         request.filter);
 }
 
 QString QtPrompts::saveFileName(const FileDialogRequest& request) {
-    return QFileDialog::getSaveFileName(parent_, request.title, initialPath(request),
+    return QFileDialog::getSaveFileName(owner(), request.title, initialPath(request),
                                         request.filter);
 }
 
 std::optional<QFont> QtPrompts::chooseFont(const QFont& initial) {
     bool accepted = false;
-    const QFont chosen = QFontDialog::getFont(&accepted, initial, parent_);
+    const QFont chosen = QFontDialog::getFont(&accepted, initial, owner());
     if (!accepted)
         return std::nullopt;
     return chosen;

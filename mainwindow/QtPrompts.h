@@ -23,6 +23,8 @@ public:
     std::optional<QFont> chooseFont(const QFont& initial) override;
 
 private:
+    QWidget* owner() const;
+
     QWidget* parent_;
 };
 

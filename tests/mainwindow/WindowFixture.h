@@ -1,5 +1,6 @@
 #pragma once
 
+#include "EditorDriver.h"
 #include "MainMenus.h"
 #include "MainToolBar.h"
 #include "RecordingShell.h"
@@ -10,13 +11,16 @@
 #include "frmCorvellum.h"
 
 #include <QAction>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 
 namespace morlevant::testing {
 
 // A main window over a temporary program folder (MORLEVANT_HOME) and a temporary settings
-// file, with scripted prompts, a recording shell and a task editor that only records.
+// file, with scripted prompts and a recording shell. The task editor only records where it
+// was opened, unless a test gives `editorScript`: then the real editor opens (shown, not
+// modal) and the script fills it in as a user would.
 class WindowFixture : public ::testing::Test {
 protected:
     WindowFixture() { qputenv("MORLEVANT_HOME", QByteArray::fromStdString(home.path().string())); }
@@ -24,9 +28,14 @@ protected:
 
     void start(const QString& commandLine = {}) {
         window = std::make_unique<frmCorvellum>(
-            WindowContext{prompts, shell, store, [this](QWidget*, const QString& taskPath) {
+            WindowContext{prompts, shell, store, [this](QWidget* parent, const QString& taskPath) {
                               editorOpened.append(taskPath);
-                              return true;
+                              if (!editorScript)
+                                  return true;
+                              TaskEditorDialog editor(prompts, taskPath, parent);
+                              editor.show();
+                              editorScript(EditorDriver(editor));
+                              return editor.result() == QDialog::Accepted;
                           }});
         window->startUp(commandLine);
     }
@@ -53,6 +62,7 @@ protected:
     ScriptedPrompts prompts;
     RecordingShell shell;
     QStringList editorOpened;
+    std::function<void(const EditorDriver&)> editorScript;
     std::unique_ptr<frmCorvellum> window;
 };
 

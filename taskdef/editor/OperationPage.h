@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+#include <span>
+
+class QCheckBox;
+
+namespace morlevant {
+
+struct TaskPageSettings;
+
+// One of the four operation tabs (Calculate, Find and Replace, Insert Or Filter, Divide Or
+// Merge): its page box "Selected to edit this task page" on top and, below, the page's
+// controls, which are enabled only while the page box is ticked.
+class OperationPage : public QWidget {
+    Q_OBJECT
+
+public:
+    QCheckBox* pageBox() const { return pageBox_; }
+    bool isChosen() const;
+    // The page code of the settings file: 3 Calculate .. 6 Divide Or Merge.
+    int pageCode() const { return pageCode_; }
+
+    // Puts the page's values into their lines of the settings; all pages do, chosen or not.
+    virtual void store(TaskPageSettings& settings) const = 0;
+    // What "ok" says when this page is chosen but not filled in enough to run; empty when fine.
+    virtual QString missingInput() const = 0;
+
+signals:
+    // The user ticked or unticked the page box.
+    void pageBoxClicked(bool ticked);
+
+protected:
+    OperationPage(const QString& frameName, int pageCode, QWidget* parent);
+
+    // The parent of every control of the page but the page box.
+    QWidget* controls() const { return controls_; }
+    // Called after the page's controls were enabled or disabled by the page box.
+    virtual void pageChosen(bool /*chosen*/) {}
+
+    // The code of a group of action boxes: each ticked box weighs its position from 1, the
+    // settings file's own encoding; 0 when none is ticked.
+    static int actionCode(std::span<QCheckBox* const> actions);
+    // What "ok" says when a page with action boxes has none ticked.
+    static QString noActionMessage();
+
+private:
+    int pageCode_;
+    QCheckBox* pageBox_;
+    QWidget* controls_;
+};
+
+} // namespace morlevant

@@ -1,0 +1,44 @@
+#include "RangeBoxCheck.h"
+
+#include "KeyFilter.h"
+#include "Prompts.h"
+
+#include <QFocusEvent>
+#include <QLineEdit>
+
+namespace morlevant {
+
+RangeBoxCheck::RangeBoxCheck(QLineEdit* box, RangeBox kind, Prompts& prompts)
+    : QObject(box), box_(box), kind_(kind), prompts_(prompts) {
+    box->installEventFilter(this);
+}
+
+void RangeBoxCheck::install(QLineEdit* box, RangeBox kind, Prompts& prompts,
+                            QLineEdit* enterMovesTo) {
+    KeyFilter::install(
+        box, [kind](char16_t key) { return rangeKeyFilter(kind, key).keep; }, enterMovesTo);
+    new RangeBoxCheck(box, kind, prompts);
+}
+
+bool RangeBoxCheck::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusOut) {
+        // Switching to another window or opening the box's pop-up menu is not leaving the box.
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+            check();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void RangeBoxCheck::check() {
+    const RangeCheck result = checkRangeText(box_->text().toStdString(), kind_);
+    const QString normalised = QString::fromStdString(result.text);
+    if (normalised != box_->text())
+        box_->setText(normalised);
+    if (result.error) {
+        prompts_.information(QString::fromStdString(*result.error), promptTitle);
+        box_->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+} // namespace morlevant

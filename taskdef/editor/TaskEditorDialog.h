@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QDateTime>
+#include <QDialog>
+#include <array>
+
+class QLineEdit;
+class QTabWidget;
+
+namespace morlevant {
+
+class EditRangePage;
+class OperationPage;
+class Prompts;
+class TemplateLibrary;
+struct TaskPageSettings;
+
+// The task editor: five tabs on which the user says once what a task does to each of its
+// files. It always opens on the defaults, whatever the task held before; "ok" checks the
+// chosen page and writes the task's settings file, "cancel" writes nothing.
+class TaskEditorDialog final : public QDialog {
+    Q_OBJECT
+
+public:
+    // taskPath: the task's files without their extension (program folder/task/name); the
+    // settings go to taskPath + ".ttp". `opened` is the moment the date and time samples show.
+    TaskEditorDialog(Prompts& prompts, const QString& taskPath, QWidget* parent = nullptr,
+                     const QDateTime& opened = QDateTime::currentDateTime());
+    ~TaskEditorDialog() override;
+
+    // Shows the editor modally; true when the task's settings were written.
+    static bool edit(Prompts& prompts, QWidget* parent, const QString& taskPath);
+
+    // The 31 values as the controls hold them now.
+    TaskPageSettings settings() const;
+
+    // "ok": the first failing check shows its message and leaves everything as it is;
+    // otherwise the settings are written and the editor closes accepted.
+    void ok();
+
+private:
+    void pageBoxClicked(const OperationPage& page, bool ticked);
+    QString validationMessage() const;
+
+    Prompts& prompts_;
+    QTabWidget* tabs_; // taskedit
+    EditRangePage* rangePage_;
+    std::array<OperationPage*, 4> operationPages_{};
+    TemplateLibrary* templates_; // frame_temp
+    QLineEdit* taskPath_;        // lujing
+};
+
+} // namespace morlevant

@@ -1,0 +1,203 @@
+// What the editor enables and disables as the user clicks, and what its boxes accept.
+#include "EditorFixture.h"
+#include "QStringPrinter.h"
+
+#include <QComboBox>
+#include <QPlainTextEdit>
+
+namespace morlevant {
+namespace {
+
+using EditorRules = testing::EditorFixture;
+
+const QStringList tabNames = {"Edit Range", "Calculate", "Find and Replace", "Insert Or Filter",
+                              "Divide Or Merge"};
+const QStringList divideBoxes = {"Check_dm(0)", "Check_dm(1)", "Check_dm(2)", "Check_dm(3)",
+                                 "Check_dm(4)"};
+
+QString tabStates(QTabWidget* tabs) {
+    QString states;
+    for (int i = 0; i < tabs->count(); ++i)
+        states += tabs->isTabEnabled(i) ? u'1' : u'0';
+    return states;
+}
+
+TEST_F(EditorRules, OpensOnTheDefaultsWithEveryPageUnchosen) {
+    ASSERT_EQ(tabs()->count(), 5);
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(tabs()->tabText(i), tabNames[i]);
+    EXPECT_EQ(text("Text_cal(0)"), "0");
+    EXPECT_EQ(control<QComboBox>("Combox_cal(1)")->currentText(), "Left");
+    EXPECT_EQ(control<QComboBox>("Combox_cal(2)")->currentText(), "No");
+    EXPECT_EQ(control<QComboBox>("Combox_cal(3)")->currentText(), "No");
+    EXPECT_EQ(control<QComboBox>("Combox_id(0)")->currentIndex(), 10);
+    EXPECT_EQ(control<QComboBox>("Combox_id(0)")->currentText(), "22/11/2026");
+    EXPECT_EQ(text("Text_dm(2)") + text("Text_dm(3)") + text("Text_dm(4)"),
+              "divided file(*).txt0000199999");
+    EXPECT_EQ(text("lujing"), QString::fromStdString(home.file("Job")));
+    EXPECT_FALSE(control("lujing")->isVisible());
+    EXPECT_TRUE(control<QAbstractButton>("Option1(0)")->isChecked());
+    EXPECT_EQ(enabled({"Text_row", "Text_column", "check1(0)", "check1(1)", "Check2"}), "00000");
+    EXPECT_EQ(enabled({"Text_cal(7)", "Text1", "Command_id", "ListView_id", "Check_dm(0)"}),
+              "00000");
+    EXPECT_EQ(enabled({"Check3", "Check4", "Check5", "Check6"}), "1111");
+}
+
+TEST_F(EditorRules, APageBoxDisablesTheOtherOperationTabsAndEnablesItsOwnControls) {
+    const struct {
+        const char* box;
+        const char* control;
+        const char* tabsWhileTicked;
+    } cases[] = {{"Check3", "Command_cal(2)", "11000"},
+                 {"Check4", "Text8", "10100"},
+                 {"Check5", "Text_id(4)", "10010"},
+                 {"Check6", "Text_dm(2)", "10001"}};
+    for (const auto& page : cases) {
+        click(page.box);
+        EXPECT_EQ(tabStates(tabs()), page.tabsWhileTicked) << page.box;
+        EXPECT_TRUE(control(page.control)->isEnabled()) << page.box;
+        click(page.box);
+        EXPECT_EQ(tabStates(tabs()), "11111") << page.box;
+        EXPECT_FALSE(control(page.control)->isEnabled()) << page.box;
+    }
+}
+
+TEST_F(EditorRules, RangeBoxesAndTakingOutOnlyWithARowAndColumnSelection) {
+    const QStringList rangeControls = {"Text_row", "Text_column", "check1(0)", "check1(1)",
+                                       "Check2"};
+    click("Option1(1)");
+    EXPECT_EQ(enabled(rangeControls), "11111");
+    click("Check2");
+    click("Option1(0)");
+    EXPECT_EQ(enabled(rangeControls), "00000");
+    EXPECT_TRUE(control<QAbstractButton>("Check2")->isChecked()); // disabled, never unticked
+}
+
+TEST_F(EditorRules, DivideActionsExcludeEachOtherAndRangeDividesNeedASelection) {
+    const struct {
+        QStringList clicks;
+        const char* divideBoxesEnabled;
+    } cases[] = {
+        {{"Check6"}, "11001"},
+        {{"Check6", "Check_dm(2)"}, "11001"}, // a disabled box cannot be clicked
+        {{"Check6", "Option1(1)"}, "11111"},
+        {{"Option1(1)", "Check6"}, "11111"},
+        {{"Check6", "Option1(1)", "Option1(0)"}, "11001"},
+        {{"Check6", "Check_dm(0)"}, "10000"},
+        {{"Check6", "Check_dm(0)", "Check_dm(0)"}, "11001"},
+        {{"Check6", "Check_dm(4)"}, "00001"},
+        {{"Check6", "Option1(1)", "Check_dm(1)", "Option1(0)", "Option1(1)"}, "01000"},
+        {{"Check6", "Option1(1)", "Check2"}, "11111"},
+        {{"Check6", "Option1(1)", "Check2", "Check2"}, "00001"},
+        {{"Check6", "Check6"}, "00000"},
+    };
+    for (const auto& sequence : cases) {
+        reopen();
+        clickAll(sequence.clicks);
+        EXPECT_EQ(enabled(divideBoxes), sequence.divideBoxesEnabled)
+            << sequence.clicks.join(", ").toStdString();
+    }
+}
+
+TEST_F(EditorRules, InsertActionsExcludeEachOtherAndFilteringWithoutReplacingEmptiesIt) {
+    const QStringList actionBoxes = {"Check_id(0)", "Check_id(1)", "Check_id(2)",
+                                     "Check_id(3)", "Check_id(4)", "Check_id(5)"};
+    click("Check5");
+    type("Text_id(2)", "[$1]");
+    click("Check_id(3)");
+    EXPECT_EQ(enabled(actionBoxes), "000100");
+    EXPECT_EQ(text("Text_id(2)"), "[$1]");
+    click("Check_id(3)");
+    EXPECT_EQ(enabled(actionBoxes), "111111");
+    click("Check_id(5)");
+    EXPECT_EQ(enabled(actionBoxes), "000001");
+    EXPECT_EQ(text("Text_id(2)"), "");
+}
+
+TEST_F(EditorRules, MergeNoticeOnlyWhenRangesStayInPlace) {
+    const char* notice = "information|Morlevant|You didn't choose take the operating ranges "
+                         "out,the result will be the same as allrange";
+    const struct {
+        QStringList clicks;
+        int notices;
+    } cases[] = {
+        {{"Check6", "Check_dm(4)", "Check_dm(4)"}, 0},
+        {{"Option1(1)", "Check6", "Check_dm(4)", "Check_dm(4)"}, 2}, // ticking and unticking
+        {{"Option1(1)", "Check2", "Check6", "Check_dm(4)"}, 0},
+    };
+    for (const auto& sequence : cases) {
+        prompts.asked.clear();
+        reopen();
+        clickAll(sequence.clicks);
+        EXPECT_EQ(prompts.asked.count(notice), sequence.notices)
+            << sequence.clicks.join(", ").toStdString();
+    }
+}
+
+TEST_F(EditorRules, BoxesTakeOnlyTheirKeys) {
+    const struct {
+        const char* page;
+        const char* box;
+        const char* typed;
+        const char* kept;
+    } cases[] = {
+        {"Check3", "Text_cal(0)", "1a.2 -", "12"},
+        {"Check3", "Text_cal(1)", "1.5.2x", "1.5.2"}, // two points pass: only keys are filtered
+        {"Check3", "Text_cal(7)", "12.", ""},         // the steps come from the buttons only
+        {"Option1(1)", "Text_row", "1-a,5 9", "1-,59"},
+        {"Check4", "Text1", "a b\r", "a b"},
+    };
+    for (const auto& box : cases) {
+        reopen();
+        click(box.page);
+        control<QLineEdit>(box.box)->clear();
+        type(box.box, box.typed);
+        EXPECT_EQ(text(box.box), box.kept) << box.box;
+    }
+}
+
+TEST_F(EditorRules, EnterMovesOnThroughTheBoxes) {
+    const std::pair<const char*, const char*> moves[] = {
+        {"Text1", "Text2"}, {"Text6", "Text7"}, {"Text_row", "Text_column"}};
+    click("Check4");
+    click("Option1(1)");
+    for (const auto& [from, to] : moves) {
+        control(from)->setFocus();
+        QTest::keyClick(control(from), Qt::Key_Return);
+        EXPECT_EQ(QApplication::focusWidget(), control(to)) << from;
+    }
+    QTest::keyClick(control("Text_column"), Qt::Key_Return);
+    EXPECT_EQ(QApplication::focusWidget(), control("Text_column"));
+    EXPECT_TRUE(dialog->isVisible()); // Enter presses no button
+}
+
+TEST_F(EditorRules, RangeBoxesAreTidiedAndCheckedWhenLeft) {
+    const struct {
+        const char* box;
+        const char* typed;
+        const char* tidied;
+        const char* message;
+    } cases[] = {
+        {"Text_row", "1--5,,,7-,-9", "1-5,7,9", nullptr},
+        {"Text_row", "0-5", "1-5", nullptr},
+        {"Text_row", "10-5", "10-5", "row range error:10 was bigger than 5"},
+        {"Text_column", "1-10,5-20", "1-10,5-20", "column range error:10 was bigger than 5"},
+    };
+    for (const auto& box : cases) {
+        prompts.asked.clear();
+        reopen();
+        click("Option1(1)");
+        type(box.box, box.typed);
+        control("Check2")->setFocus(Qt::TabFocusReason);
+        EXPECT_EQ(text(box.box), box.tidied) << box.typed;
+        if (box.message == nullptr) {
+            EXPECT_TRUE(prompts.asked.isEmpty()) << box.typed;
+        } else {
+            EXPECT_EQ(prompts.asked, QStringList{QString("information|Morlevant|") + box.message});
+            EXPECT_EQ(QApplication::focusWidget(), control(box.box)) << box.typed;
+        }
+    }
+}
+
+} // namespace
+} // namespace morlevant
