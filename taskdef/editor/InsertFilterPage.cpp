@@ -55,7 +55,7 @@ InsertFilterPage::InsertFilterPage(Prompts& prompts, const QDateTime& opened, QW
     for (int i = 0; i < 5; ++i)
         texts_[static_cast<std::size_t>(i)] = named<QLineEdit>(arrayName("Text_id", i));
     // Kept with the task for the run to use; nothing reads it yet.
-    texts_[4]->setToolTip(QStringLiteral("A note kept with the task"));
+    texts_[4]->setPlaceholderText(QStringLiteral("a note kept with the task"));
 
     dateTime_->addItems(dateTimeSamples(opened, QLocale::system()));
     dateTime_->setCurrentIndex(initialDateTimeSample);

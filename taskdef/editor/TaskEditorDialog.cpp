@@ -79,6 +79,8 @@ TaskEditorDialog::TaskEditorDialog(Prompts& prompts, const QString& taskPath, QW
     layout->addWidget(templates_);
     layout->addWidget(taskPath_);
     layout->addLayout(buttons);
+    // Room for the large find and replace boxes and a few filter templates at first sight.
+    resize(sizeHint().expandedTo(QSize(720, 520)));
 }
 
 TaskEditorDialog::~TaskEditorDialog() = default;

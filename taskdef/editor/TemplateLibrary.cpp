@@ -68,6 +68,7 @@ void TemplateLibrary::open() {
     for (const auto& [name, description] : samples)
         library_->addTopLevelItem(
             new QTreeWidgetItem({QString::fromLatin1(name), QString::fromLatin1(description)}));
+    library_->resizeColumnToContents(0);
     setVisible(true);
 }
 

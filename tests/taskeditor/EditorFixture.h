@@ -20,7 +20,9 @@ protected:
             prompts, QString::fromStdString(home.file("Job")), nullptr,
             QDateTime(QDate(2026, 11, 22), QTime(9, 5, 7)));
         dialog->show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+        // Focus moves only within the active window, which no window manager picks here.
+        QApplication::setActiveWindow(dialog.get());
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
     }
 
     EditorDriver driver() const { return EditorDriver(*dialog); }

@@ -1,0 +1,36 @@
+// The editor as the user sees it. With MORLEVANT_SCREENSHOT_DIR set, each tab is saved there as
+// a picture (taken so under a virtual X display, also with QT_SCALE_FACTOR=2).
+#include "EditorFixture.h"
+
+#include <QImage>
+#include <QScreen>
+
+namespace morlevant {
+namespace {
+
+using EditorPicture = testing::EditorFixture;
+
+TEST_F(EditorPicture, EveryTabFitsASmallScreen) {
+    // Its own size fits 1280 x 800 with room for the window frame, at any scale factor.
+    const QSize needed = dialog->sizeHint();
+    EXPECT_LE(needed.width(), 1200);
+    EXPECT_LE(needed.height(), 720);
+
+    const QString folder = qEnvironmentVariable("MORLEVANT_SCREENSHOT_DIR");
+    clickAll({"Option1(1)", "Opent"});
+    for (int i = 0; i < tabs()->count(); ++i) {
+        tabs()->setCurrentIndex(i);
+        if (i > 0) // each operation tab as it looks when chosen
+            click(QStringLiteral("Check%1").arg(i + 2));
+        QApplication::processEvents();
+        const QImage picture = dialog->grab().toImage();
+        EXPECT_FALSE(picture.isNull());
+        if (!folder.isEmpty())
+            EXPECT_TRUE(picture.save(folder + QStringLiteral("/editor-%1.png").arg(i)));
+        if (i > 0)
+            click(QStringLiteral("Check%1").arg(i + 2));
+    }
+}
+
+} // namespace
+} // namespace morlevant
