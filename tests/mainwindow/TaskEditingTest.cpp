@@ -9,42 +9,28 @@ using TaskEditing = testing::WindowFixture;
 TEST_F(TaskEditing, EachPageEditedInTheEditorRunsToItsResult) {
     const struct {
         const char* name;
-        std::function<void(const testing::EditorDriver&)> fill;
+        QStringList steps;  // in the editor
         const char* result; // below the program folder
         const char* expected;
     } cases[] = {
-        {"calculate", // a line without a number counts as 0
-         [](const auto& editor) {
-             editor.clickAll({"Check3"});
-             editor.type("Text_cal(1)", "5");
-             editor.click("Command_cal(0)");
-         },
-         "in/calculate.txt.modify", "15\r\n5\r\n"},
-        {"replace",
-         [](const auto& editor) {
-             editor.click("Check4");
-             editor.type("Text1", "x");
-             editor.type("Text2", "y");
-         },
-         "in/replace.txt.modify", "10\r\ny\r\n"},
+        // A line without a number counts as 0.
+        {"calculate",
+         {"Check3", "Text_cal(1)=5", "Command_cal(0)"},
+         "in/calculate.txt.modify",
+         "15\r\n5\r\n"},
+        {"replace", {"Check4", "Text1=x", "Text2=y"}, "in/replace.txt.modify", "10\r\ny\r\n"},
         {"filter",
-         [](const auto& editor) {
-             editor.clickAll({"Check5", "Check_id(4)"});
-             editor.type("Text_id(3)", "[0-9]");
-         },
-         "in/filter.txt.modify", "\r\nx\r\n"},
+         {"Check5", "Check_id(4)", "Text_id(3)=[0-9]"},
+         "in/filter.txt.modify",
+         "\r\nx\r\n"},
         {"rows out",
-         [](const auto& editor) {
-             editor.click("Option1(1)");
-             editor.type("Text_row", "2-2");
-             editor.clickAll({"Check2", "Check6", "Check_dm(2)"});
-         },
-         "in/rows out/divided file(00001).txt", "x\r\n"},
+         {"Option1(1)", "Text_row=2-2", "Check2", "Check6", "Check_dm(2)"},
+         "in/rows out/divided file(00001).txt",
+         "x\r\n"},
         {"merge",
-         [](const auto& editor) {
-             editor.clickAll({"Check6", "Check_dm(4)"});
-         },
-         "outcome/merge/merge-application-file.txt", "10\r\nx\r\n"},
+         {"Check6", "Check_dm(4)"},
+         "outcome/merge/merge-application-file.txt",
+         "10\r\nx\r\n"},
     };
     start();
     for (const auto& task : cases) {
@@ -55,7 +41,7 @@ TEST_F(TaskEditing, EachPageEditedInTheEditorRunsToItsResult) {
         menus().mnuAddfile->trigger();
         select({task.name});
         editorScript = [&task](const testing::EditorDriver& editor) {
-            task.fill(editor);
+            editor.perform(task.steps);
             editor.click("ok");
         };
         menus().mnuEditCap->trigger();
@@ -71,9 +57,7 @@ TEST_F(TaskEditing, CancelLeavesTheTaskToBeEditedAgain) {
     window->model().appendNode(node({"My Batch Task"}), "a", makeFile("in/a.txt", "a\n"), 11);
     select({"My Batch Task"});
     editorScript = [](const testing::EditorDriver& editor) {
-        editor.click("Check4");
-        editor.type("Text1", "a");
-        editor.click("cancel");
+        editor.perform({"Check4", "Text1=a", "cancel"});
     };
     menus().mnuEditCap->trigger();
     EXPECT_EQ(testing::readBytes(home.file("task/My Batch Task.ttp")), "");

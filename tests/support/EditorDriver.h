@@ -42,6 +42,15 @@ public:
         for (const QString& name : names)
             click(name);
     }
+    // Each step is a click on a control, or "box=keys" typed into a box.
+    void perform(const QStringList& steps) const {
+        for (const QString& step : steps) {
+            if (const int equals = step.indexOf(u'='); equals > 0)
+                type(step.left(equals), step.mid(equals + 1));
+            else
+                click(step);
+        }
+    }
     void type(const QString& box, const QString& keys) const {
         click(box);
         control(box)->setFocus();

@@ -4,19 +4,12 @@
 
 #include <QPlainTextEdit>
 #include <QTreeWidget>
+#include <map>
 
 namespace morlevant {
 namespace {
 
 using EditorSettings = testing::EditorFixture;
-
-// The 31 lines of a settings file, each ended by CR LF.
-std::string lines(std::initializer_list<const char*> values) {
-    std::string text;
-    for (const char* value : values)
-        text += std::string(value) + "\r\n";
-    return text;
-}
 
 TEST_F(EditorSettings, OkRefusesAnIncompletePageAndLeavesEverythingAsItWas) {
     const char* askForAction = "What do you want to do?Please press the check button!";
@@ -73,142 +66,66 @@ TEST_F(EditorSettings, StepsAreBuiltByTheOperatorButtons) {
     EXPECT_EQ(text("Text_cal(7)"), "+5,*2,*2,%1.5.2");
 }
 
-TEST_F(EditorSettings, CalculatePageWritesAllThirtyOneLines) {
-    click("Check3");
-    type("Text_cal(0)", "2");
-    type("Text_cal(1)", "5");
-    click("Command_cal(0)");
-    click("ok");
-    EXPECT_EQ(dialog->result(), QDialog::Accepted);
-    EXPECT_EQ(written(), lines({"1",
-                                "",
-                                "",
-                                "0",
-                                "3",
-                                "02",
-                                "Left",
-                                "No",
-                                "No",
-                                "+5,",
-                                "",
-                                "",
-                                "",
-                                "",
-                                "",
-                                "",
-                                "",
-                                "",
-                                "0",
-                                "22/11/2026",
-                                "",
-                                "",
-                                "",
-                                "",
-                                "",
-                                "0",
-                                "",
-                                "",
-                                "divided file(*).txt",
-                                "00001",
-                                "99999"}));
-}
-
-TEST_F(EditorSettings, FindAndReplaceKeepsLineBreaksOfTheLargeBoxes) {
-    click("Option1(1)");
-    type("Text_column", "3-8");
-    click("Check2");
-    click("Check4");
-    type("Text1", "cat");
-    type("Text2", "dog");
-    control<QPlainTextEdit>("Text7")->setPlainText("a\nb");
-    click("ok");
-    EXPECT_EQ(written(), lines({"2",     "",     "3-8",        "1", "4",   "0",
-                                "Left",  "No",   "No",         "",  "cat", "dog",
-                                "",      "",     "",           "",  "a",   "b",
-                                "",      "0",    "22/11/2026", "",  "",    "",
-                                "",      "",     "0",          "",  "",    "divided file(*).txt",
-                                "00001", "99999"}));
-}
-
-TEST_F(EditorSettings, InsertAndDividePagesWriteTheirActionCodes) {
+TEST_F(EditorSettings, OkWritesTheThirtyOneLinesOfEveryPage) {
+    // The file of an editor left on its defaults, but for the lines each case changes.
+    const auto file = [](std::map<int, const char*> changed) {
+        const char* defaults[] = {"1",
+                                  "",
+                                  "",
+                                  "0",
+                                  "0",
+                                  "0",
+                                  "Left",
+                                  "No",
+                                  "No",
+                                  "",
+                                  "",
+                                  "",
+                                  "",
+                                  "",
+                                  "",
+                                  "",
+                                  "",
+                                  "",
+                                  "0",
+                                  "22/11/2026",
+                                  "",
+                                  "",
+                                  "",
+                                  "",
+                                  "",
+                                  "0",
+                                  "",
+                                  "",
+                                  "divided file(*).txt",
+                                  "00001",
+                                  "99999"};
+        std::string text;
+        for (int line = 1; line <= 31; ++line)
+            text +=
+                (changed.count(line) ? changed[line] : defaults[line - 1]) + std::string("\r\n");
+        return text;
+    };
     const struct {
-        QStringList clicks;
-        std::pair<const char*, const char*> typed;
-        std::string expected;
+        QStringList steps;
+        std::map<int, const char*> changed;
     } cases[] = {
-        {{"Option1(1)", "Check5", "Check_id(5)"},
-         {"Text_id(3)", "[0-9]+"},
-         lines({"1",
-                "",
-                "",
-                "0",
-                "5",
-                "0",
-                "Left",
-                "No",
-                "No",
-                "",
-                "",
-                "",
-                "",
-                "",
-                "",
-                "",
-                "",
-                "",
-                "6",
-                "22/11/2026",
-                "",
-                "",
-                "",
-                "[0-9]+",
-                "",
-                "0",
-                "",
-                "",
-                "divided file(*).txt",
-                "00001",
-                "99999"})},
-        {{"Check6", "Check_dm(0)"},
-         {"Text_dm(0)", "100"},
-         lines({"1",
-                "",
-                "",
-                "0",
-                "6",
-                "0",
-                "Left",
-                "No",
-                "No",
-                "",
-                "",
-                "",
-                "",
-                "",
-                "",
-                "",
-                "",
-                "",
-                "0",
-                "22/11/2026",
-                "",
-                "",
-                "",
-                "",
-                "",
-                "1",
-                "100",
-                "",
-                "divided file(*).txt",
-                "00001",
-                "99999"})},
+        {{"Check3", "Text_cal(0)=2", "Text_cal(1)=5", "Command_cal(0)"},
+         {{5, "3"}, {6, "02"}, {10, "+5,"}}},
+        // Ranges taken out; a line break in the large boxes moves every later line down.
+        {{"Option1(1)", "Text_column=3-8", "Check2", "Check4", "Text1=cat", "Text7=a\rb"},
+         {{1, "2"}, {3, "3-8"}, {4, "1"}, {5, "4"}, {11, "cat"}, {17, "a\r\nb"}}},
+        // "select by row and column" with both boxes blank is the whole text.
+        {{"Option1(1)", "Check5", "Check_id(5)", "Text_id(3)=[0-9]+"},
+         {{5, "5"}, {19, "6"}, {24, "[0-9]+"}}},
+        {{"Check6", "Check_dm(0)", "Text_dm(0)=100"}, {{5, "6"}, {26, "1"}, {27, "100"}}},
     };
     for (const auto& page : cases) {
         reopen();
-        clickAll(page.clicks);
-        type(page.typed.first, page.typed.second);
+        driver().perform(page.steps);
         click("ok");
-        EXPECT_EQ(written(), page.expected) << page.clicks.join(", ").toStdString();
+        EXPECT_EQ(dialog->result(), QDialog::Accepted);
+        EXPECT_EQ(written(), file(page.changed)) << page.steps.join(", ").toStdString();
     }
 }
 
