@@ -27,20 +27,6 @@ TEST(TaskFileList, WritesThePathAfterTheFirstNulAndReadsAnyLineEnd) {
     EXPECT_THROW(readTaskFileList(dir.file("absent.edt")), TaskError);
 }
 
-TEST(PrepareTask, WritesTheListAndEmptiesTheSettings) {
-    TempDir home;
-    const std::string folder = home.path().string();
-    EXPECT_EQ(prepareTaskForEditing(folder, "Prices", {}), PrepareResult::NoFiles);
-    EXPECT_FALSE(std::filesystem::exists(home.path() / "task"));
-
-    writeBytes(home.file("task/Prices.ttp"), "1\r\n2\r\n");
-    EXPECT_EQ(prepareTaskForEditing(folder, "Prices", {"x\0/in/1.txt"s, "x\0/in/2.txt"s}),
-              PrepareResult::Prepared);
-    EXPECT_EQ(readBytes(home.file("task/Prices.edt")), "/in/1.txt\r\n/in/2.txt\r\n");
-    EXPECT_TRUE(std::filesystem::exists(home.path() / "task" / "Prices.ttp"));
-    EXPECT_EQ(std::filesystem::file_size(home.path() / "task" / "Prices.ttp"), 0u);
-}
-
 TEST(PrepareTask, FailsClearlyWhereNothingMayBeWritten) {
     TempDir home;
     const std::string folder = home.path().string();

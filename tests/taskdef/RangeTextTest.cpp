@@ -68,13 +68,4 @@ TEST(RangeText, CheckReportsOnTheNormalisedText) {
     EXPECT_EQ(check.error, "row range error:5 was bigger than 3");
 }
 
-TEST(RangeText, KeyFilterKeepsDigitsAndSeparatorsAndEnterMovesOnFromRows) {
-    for (const char key : std::string("0123456789-,\b"))
-        EXPECT_TRUE(rangeKeyFilter(RangeBox::Column, key).keep) << int(key);
-    for (const char key : std::string("a .+\t\r"))
-        EXPECT_FALSE(rangeKeyFilter(RangeBox::Row, key).keep) << int(key);
-    EXPECT_TRUE(rangeKeyFilter(RangeBox::Row, 13).focusToColumns);
-    EXPECT_FALSE(rangeKeyFilter(RangeBox::Column, 13).focusToColumns);
-}
-
 } // namespace

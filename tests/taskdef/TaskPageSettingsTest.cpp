@@ -19,18 +19,6 @@ TaskPageSettings numbered() {
     return settings;
 }
 
-TEST(TaskPageSettingsFile, LinesMapToNamedFields) {
-    const TaskPageSettings settings = numbered();
-    EXPECT_EQ(settings.rangeMode, "v1");
-    EXPECT_EQ(settings.operationPage, "v5");
-    EXPECT_EQ(settings.calculateSteps, "v10");
-    EXPECT_EQ(settings.replace4, "v18");
-    EXPECT_EQ(settings.filterPattern, "v24");
-    EXPECT_EQ(settings.divideNumberTo, "v31");
-    EXPECT_THROW(settings.line(0), TaskError);
-    EXPECT_THROW(settings.line(32), TaskError);
-}
-
 TEST(TaskPageSettingsFile, WritesEveryLineWithCrLfAndReadsItBack) {
     TempDir dir;
     TaskPageSettings settings;
