@@ -1,11 +1,12 @@
 #include "ColumnDividePage.h"
 
-#include "FileQueries.h"
 #include "LineReader.h"
-#include "LineWriter.h"
 #include "PieceFiles.h"
+#include "ResultPlaces.h"
 #include "RowRanges.h"
 #include "TakeRangesOut.h"
+
+#include <algorithm>
 
 namespace morlevant {
 
@@ -13,48 +14,46 @@ ColumnDividePage::ColumnDividePage(const RunContext& context)
     : context_(context), names_(context.settings),
       width_(pieceSize(context.settings.divideByColumnValue, "number of columns per piece")) {}
 
-void ColumnDividePage::process(const std::string& source) {
-    if (context_.mode != RangeMode::RangesOut) {
-        divide(source);
-        return;
-    }
-    const std::string selected = writeSelectedText(source);
-    divide(selected);
-    removeFile(selected);
+void ColumnDividePage::checkResults(const std::string& source) const {
+    checkDivideFolder(divideFolder(source));
 }
 
-std::string ColumnDividePage::writeSelectedText(const std::string& source) {
-    const std::string path = source + "modify";
+void ColumnDividePage::process(const std::string& source) {
+    const std::string folder = divideFolder(source);
+    inDivideFolder(folder, [&] { divide(source, folder); });
+}
+
+// With the ranges taken out, what is divided is the selected rows with their column ranges
+// taken out: it is worked out afresh on every pass over the source rather than kept in a file
+// of its own, so nothing is written beside the source but the pieces.
+template <typename Row> void ColumnDividePage::forEachRow(const std::string& source, Row row) {
     LineReader reader(source);
-    LineWriter writer(path, LineWriter::Mode::Truncate);
     std::string_view line;
     while (reader.next(line)) {
-        if (!rowSelected(context_.rows, static_cast<double>(reader.lineNumber())))
-            continue;
+        if (context_.mode == RangeMode::RangesOut) {
+            if (!rowSelected(context_.rows, static_cast<double>(reader.lineNumber())))
+                continue;
+            columns_.assign(line);
+            TakeRangesOut(context_.columns, columns_, out_);
+            line = out_;
+        }
         columns_.assign(line);
-        TakeRangesOut(context_.columns, columns_, out_);
-        writer.writeLine(out_);
+        row(columns_);
     }
-    writer.close();
-    return path;
 }
 
-void ColumnDividePage::divide(const std::string& text) {
-    // The folder is named after the file divided; for F + "modify" that is F's own folder
-    // whenever F's name has an extension ("report.txtmodify" and "report.txt" give "report").
-    const std::string folder = divideFolder(text);
-    createFolderWhenMissing(folder);
-    const std::uint64_t longest = LongestLineLength(text);
+void ColumnDividePage::divide(const std::string& source, const std::string& folder) {
+    std::uint64_t longest = 0;
+    forEachRow(source, [&](const LineColumns& row) {
+        longest = std::max<std::uint64_t>(longest, row.length());
+    });
     const std::uint64_t pieces = longest == 0 ? 1 : (longest - 1) / width_ + 1;
 
-    forEachPieceBatch(folder, names_, pieces, [&](PieceFiles& batch) {
-        LineReader reader(text);
-        std::string_view line;
-        while (reader.next(line)) {
-            columns_.assign(line);
+    forEachPieceBatch(context_.sources, folder, names_, pieces, [&](PieceFiles& batch) {
+        forEachRow(source, [&](const LineColumns& row) {
             for (std::uint64_t v = batch.first(); v < batch.end(); ++v)
-                batch.writeLine(v, ColumnPiece(columns_, v));
-        }
+                batch.writeLine(v, ColumnPiece(row, v));
+        });
     });
 }
 

@@ -11,6 +11,10 @@ namespace morlevant {
 class FilePage {
 public:
     virtual ~FilePage() = default;
+    // What can be checked before the run writes anything: throws TaskError when a result of
+    // `source` would be written over a source of the task or where a folder or file is in
+    // the way.
+    virtual void checkResults(const std::string& source) const = 0;
     virtual void process(const std::string& source) = 0;
 };
 

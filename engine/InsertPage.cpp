@@ -4,6 +4,7 @@
 #include "InsertInRanges.h"
 #include "LineReader.h"
 #include "LineWriter.h"
+#include "ResultPlaces.h"
 #include "RowRanges.h"
 #include "TakeRangesOut.h"
 #include "TaskError.h"
@@ -21,6 +22,10 @@ InsertPage::InsertPage(const RunContext& context, int action)
         text_ = context.settings.insertString;
     if (fromFile_ && context.settings.insertFile.empty())
         throw TaskError("The task names no text file to insert: edit the task and choose one");
+}
+
+void InsertPage::checkResults(const std::string& source) const {
+    checkResultFile(context_.sources, modifiedPath(source), "the result");
 }
 
 void InsertPage::process(const std::string& source) {

@@ -12,6 +12,7 @@ namespace morlevant {
 class InsertPage final : public FilePage {
 public:
     InsertPage(const RunContext& context, int action);
+    void checkResults(const std::string& source) const override;
     void process(const std::string& source) override;
 
 private:

@@ -2,6 +2,7 @@
 
 #include "LineReader.h"
 #include "LineWriter.h"
+#include "ResultPlaces.h"
 #include "RowRanges.h"
 #include "TaskError.h"
 
@@ -9,6 +10,10 @@ namespace morlevant {
 
 LinePage::LinePage(const RunContext& context, std::unique_ptr<LineOperation> operation)
     : context_(context), operation_(std::move(operation)) {}
+
+void LinePage::checkResults(const std::string& source) const {
+    checkResultFile(context_.sources, modifiedPath(source), "the result");
+}
 
 void LinePage::process(const std::string& source) {
     LineReader reader(source);

@@ -11,6 +11,7 @@ namespace morlevant {
 class LinePage final : public FilePage {
 public:
     LinePage(const RunContext& context, std::unique_ptr<LineOperation> operation);
+    void checkResults(const std::string& source) const override;
     void process(const std::string& source) override;
 
 private:

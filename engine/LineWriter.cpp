@@ -5,6 +5,8 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 
 namespace morlevant {
 
@@ -24,15 +26,20 @@ std::FILE* openForWriting(const std::string& path, LineWriter::Mode mode) {
 } // namespace
 
 LineWriter::LineWriter(const std::string& path, Mode mode)
-    : path_(path), file_(openForWriting(path, mode)) {
+    : path_(path), mode_(mode), file_(openForWriting(path, mode)) {
     if (!file_)
         fail();
     std::setvbuf(file_, nullptr, _IOFBF, bufferSize);
 }
 
 LineWriter::~LineWriter() {
-    if (file_)
-        std::fclose(file_);
+    if (!file_)
+        return;
+    std::fclose(file_);
+    if (mode_ == Mode::Truncate) {
+        std::error_code ignored;
+        std::filesystem::remove(toFsPath(path_), ignored);
+    }
 }
 
 void LineWriter::writeLine(std::string_view line) {

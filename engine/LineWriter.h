@@ -14,6 +14,8 @@ public:
 
     // Throws TaskError naming the file when it cannot be opened.
     LineWriter(const std::string& path, Mode mode);
+    // A writer destroyed before close() was abandoned by a failure: a file it emptied is
+    // removed, so that a failed file leaves no half result; appended lines stay.
     ~LineWriter();
     LineWriter(const LineWriter&) = delete;
     LineWriter& operator=(const LineWriter&) = delete;
@@ -27,6 +29,7 @@ private:
     void fail();
 
     std::string path_;
+    Mode mode_;
     std::FILE* file_ = nullptr;
 };
 

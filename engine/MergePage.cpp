@@ -1,28 +1,26 @@
 #include "MergePage.h"
 
-#include "FilePath.h"
 #include "LineReader.h"
 #include "LineWriter.h"
+#include "ResultPlaces.h"
 #include "RowRanges.h"
 #include "TakeRangesOut.h"
-#include "TaskError.h"
 #include "TaskFiles.h"
-
-#include <filesystem>
-#include <system_error>
 
 namespace morlevant {
 
 MergePage::MergePage(const RunContext& context) : context_(context) {}
 
+// A merge result listed among the sources would be emptied by the first file merged.
+void MergePage::checkResults(const std::string&) const {
+    checkResultFile(context_.sources, mergeFolder(context_.request.programFolder) + resultName,
+                    "the merge result");
+}
+
 void MergePage::process(const std::string& source) {
     int& count = context_.mode == RangeMode::RangesOut ? rangesOutMergeCount_ : mergeCount_;
     const std::string folder = mergeFolder(context_.request.programFolder);
     const std::string result = folder + resultName;
-    std::error_code error;
-    if (std::filesystem::equivalent(toFsPath(source), toFsPath(result), error))
-        throw TaskError("Cannot merge " + source +
-                        " into itself: it is the merge result; take it out of the task");
     LineReader reader(source);
     LineWriter writer(result, count == 1 ? LineWriter::Mode::Truncate : LineWriter::Mode::Append);
     if (context_.mode == RangeMode::RangesOut) {

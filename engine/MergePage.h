@@ -15,6 +15,7 @@ class LineWriter;
 class MergePage final : public FilePage {
 public:
     explicit MergePage(const RunContext& context);
+    void checkResults(const std::string& source) const override;
     void process(const std::string& source) override;
 
     static constexpr const char* resultName = "merge-application-file.txt";

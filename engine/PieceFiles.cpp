@@ -1,11 +1,13 @@
 #include "PieceFiles.h"
 
+#include "TaskSources.h"
+
 #include <algorithm>
 
 namespace morlevant {
 
-PieceFiles::PieceFiles(const std::string& folder, const PieceNames& names, std::uint64_t first,
-                       std::uint64_t count)
+PieceFiles::PieceFiles(const TaskSources& sources, const std::string& folder,
+                       const PieceNames& names, std::uint64_t first, std::uint64_t count)
     : first_(first) {
     pieceWriter_.reserve(count);
     for (std::uint64_t index = first; index < first + count; ++index) {
@@ -13,6 +15,7 @@ PieceFiles::PieceFiles(const std::string& folder, const PieceNames& names, std::
         const auto same = std::find_if(writers_.begin(), writers_.end(),
                                        [&](const auto& writer) { return writer->path() == path; });
         if (same == writers_.end()) {
+            sources.refuseToOverwrite(path, "a piece");
             writers_.push_back(std::make_unique<LineWriter>(path, LineWriter::Mode::Truncate));
             pieceWriter_.push_back(writers_.size() - 1);
         } else {

@@ -26,8 +26,8 @@ PieceNames::PieceNames(const TaskPageSettings& settings)
         throw TaskError("The divide file-name template is blank: give the pieces a name such as "
                         "\"divided file(*).txt\"");
     // Pieces belong in the divide folder; a template naming another folder would scatter them.
-    if (nameTemplate_.find_first_of(fileNameBreakers) != std::string::npos || nameTemplate_ == "." ||
-        nameTemplate_ == "..")
+    if (nameTemplate_.find_first_of(fileNameBreakers) != std::string::npos ||
+        nameTemplate_ == "." || nameTemplate_ == "..")
         throw TaskError("The divide file-name template \"" + nameTemplate_ +
                         "\" is not a file name: it may not name a folder");
     const std::optional<std::uint64_t> first = wholeNumber(settings.divideNumberFrom);

@@ -1,8 +1,8 @@
 #include "RangeDividePage.h"
 
-#include "FileQueries.h"
 #include "LineReader.h"
 #include "PieceFiles.h"
+#include "ResultPlaces.h"
 #include "RowRanges.h"
 #include "TakeRangesOut.h"
 
@@ -16,13 +16,21 @@ RangeDividePage::RangeDividePage(const RunContext& context, bool byRows)
 // Each piece is cut from the source rows themselves rather than from the joined text, so that a
 // range that runs past the end of a short row cannot shift the text of the ranges after it.
 // Blank ranges count as one range that holds everything: the piece then has every selected row.
+void RangeDividePage::checkResults(const std::string& source) const {
+    checkDivideFolder(divideFolder(source));
+}
+
 void RangeDividePage::process(const std::string& source) {
     const std::string folder = divideFolder(source);
-    createFolderWhenMissing(folder);
     const RangePairs& ranges = byRows_ ? context_.rows : context_.columns;
     const std::uint64_t pieces = std::max<std::uint64_t>(1, ranges.pairs().size());
 
-    forEachPieceBatch(folder, names_, pieces, [&](PieceFiles& batch) {
+    inDivideFolder(folder, [&] { divide(source, folder, pieces); });
+}
+
+void RangeDividePage::divide(const std::string& source, const std::string& folder,
+                             std::uint64_t pieces) {
+    forEachPieceBatch(context_.sources, folder, names_, pieces, [&](PieceFiles& batch) {
         LineReader reader(source);
         std::string_view line;
         while (reader.next(line)) {

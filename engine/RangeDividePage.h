@@ -16,9 +16,11 @@ class PieceFiles;
 class RangeDividePage final : public FilePage {
 public:
     RangeDividePage(const RunContext& context, bool byRows);
+    void checkResults(const std::string& source) const override;
     void process(const std::string& source) override;
 
 private:
+    void divide(const std::string& source, const std::string& folder, std::uint64_t pieces);
     void DivideByRowRanges(std::uint64_t row, PieceFiles& batch);
     void DivideByColumnRanges(PieceFiles& batch);
 

@@ -1,9 +1,10 @@
 #include "RowDividePage.h"
 
-#include "FileQueries.h"
 #include "LineReader.h"
+#include "ResultPlaces.h"
 #include "RowRanges.h"
 #include "TakeRangesOut.h"
+#include "TaskError.h"
 
 namespace morlevant {
 
@@ -11,12 +12,37 @@ RowDividePage::RowDividePage(const RunContext& context)
     : context_(context), names_(context.settings),
       rowsPerPiece_(pieceSize(context.settings.divideByRowValue, "number of rows per piece")) {}
 
+void RowDividePage::checkResults(const std::string& source) const {
+    checkDivideFolder(divideFolder(source));
+}
+
 void RowDividePage::process(const std::string& source) {
     folder_ = divideFolder(source);
-    createFolderWhenMissing(folder_);
     openPiece_.reset();
     counted_ = 0;
+    inDivideFolder(folder_, [&] {
+        try {
+            divide(source);
+        } catch (...) {
+            // The pieces written so far are kept, the one being written with what it holds.
+            closeQuietly();
+            throw;
+        }
+    });
+}
 
+void RowDividePage::closeQuietly() {
+    if (!writer_)
+        return;
+    try {
+        writer_->close();
+    } catch (const TaskError&) {
+        // The failure being reported already says what went wrong.
+    }
+    writer_.reset();
+}
+
+void RowDividePage::divide(const std::string& source) {
     LineReader reader(source);
     std::string_view line;
     while (reader.next(line)) {
@@ -64,6 +90,7 @@ void RowDividePage::writeToPiece(std::uint64_t piece, std::string_view line) {
             if (writer_)
                 writer_->close();
             writer_.reset();
+            context_.sources.refuseToOverwrite(folder_ + name, "a piece");
             writer_ = std::make_unique<LineWriter>(folder_ + name, LineWriter::Mode::Truncate);
             openName_ = std::move(name);
         }

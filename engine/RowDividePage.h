@@ -15,9 +15,12 @@ namespace morlevant {
 class RowDividePage final : public FilePage {
 public:
     explicit RowDividePage(const RunContext& context);
+    void checkResults(const std::string& source) const override;
     void process(const std::string& source) override;
 
 private:
+    void divide(const std::string& source);
+    void closeQuietly();
     void DivideRowsInRanges(bool inRanges, std::string_view line);
     void writeToPiece(std::uint64_t piece, std::string_view line);
 

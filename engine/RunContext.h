@@ -3,15 +3,18 @@
 #include "RangePairs.h"
 #include "TaskPageSettings.h"
 #include "TaskRunner.h"
+#include "TaskSources.h"
 
 namespace morlevant {
 
 // Lines 1 and 4 together: the whole text, row ranges worked in place, or ranges taken out.
 enum class RangeMode { WholeText, InPlace, RangesOut };
 
-// What every page of a run shares: the settings and the ranges, parsed once per run.
+// What every page of a run shares: the settings, the ranges parsed once per run, and the
+// sources that no result may overwrite.
 struct RunContext {
     const TaskPageSettings& settings;
+    const TaskSources& sources;
     RangeMode mode;
     RangePairs rows;    // line 2; empty in whole-text mode
     RangePairs columns; // line 3; empty in whole-text mode

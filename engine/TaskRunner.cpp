@@ -30,18 +30,23 @@ void RunTask(const RunRequest& request, const RunCallbacks& callbacks) {
     const std::vector<std::string> files =
         readTaskFileList(taskFileListPath(request.programFolder, request.taskName));
 
+    const TaskSources sources(files);
     const std::optional<RangeMode> mode = rangeModeOf(settings);
     std::unique_ptr<FilePage> page;
     std::optional<RunContext> context;
     if (mode) {
         const bool byRanges = *mode != RangeMode::WholeText;
         context.emplace(RunContext{
-            settings, *mode,
+            settings, sources, *mode,
             byRanges ? RangePairs::parse(settings.rowRange, "row ranges") : RangePairs(),
             byRanges ? RangePairs::parse(settings.columnRange, "column ranges") : RangePairs(),
             request, callbacks});
         page = makeFilePage(*context);
     }
+
+    if (page)
+        for (const std::string& file : files)
+            page->checkResults(file);
 
     int done = 0;
     for (const std::string& file : files) {

@@ -65,10 +65,11 @@ TEST_F(RunCommandTest, ProgressBarAndMessagesGoToTheErrorStream) {
 }
 
 TEST_F(RunCommandTest, FailureAfterSomeFilesKeepsThemAndEndsTheBarLine) {
-    fixture.set({{5, "5"}, {19, "2"}});
-    std::filesystem::remove(fixture.source("b.txt"));
+    fixture.set({{5, "3"}, {6, "0"}, {10, "/0"}}); // fails on the first line of a file
+    fixture.writeSource("a.txt", "");
     EXPECT_EQ(run({"--home", "HOME", "My Batch Task"}, true), 1);
-    EXPECT_EQ(fixture.result("a.txt.modify"), "a1\r\nabcdefgh\r\n\r\n");
+    EXPECT_TRUE(std::filesystem::exists(fixture.source("a.txt.modify")));
+    EXPECT_FALSE(std::filesystem::exists(fixture.source("b.txt.modify")));
     EXPECT_NE(err.str().find("1/2 files\nmorlevant-run: "), std::string::npos) << err.str();
     EXPECT_NE(err.str().find("b.txt"), std::string::npos);
 }

@@ -1,0 +1,47 @@
+#include "TaskSources.h"
+
+#include "FilePath.h"
+#include "TaskError.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <system_error>
+
+namespace morlevant {
+
+namespace {
+
+// Why the source cannot be read as a text file, or nothing when it can.
+std::string unusableReason(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(toFsPath(path), error);
+    if (error || !std::filesystem::exists(status))
+        return "it is missing";
+    if (std::filesystem::is_directory(status))
+        return "it is a folder, not a file";
+    if (!std::filesystem::is_regular_file(status))
+        return "it is not a regular file";
+    return {};
+}
+
+} // namespace
+
+TaskSources::TaskSources(const std::vector<std::string>& paths) : paths_(paths) {
+    for (const std::string& path : paths_) {
+        if (const std::string reason = unusableReason(path); !reason.empty())
+            throw TaskError("The source file " + path + " cannot be worked: " + reason);
+        if (const auto identity = fileIdentity(path))
+            identities_.insert(*identity);
+    }
+}
+
+void TaskSources::refuseToOverwrite(const std::string& result, const std::string& what) const {
+    const auto identity = fileIdentity(result);
+    if (identity && identities_.contains(*identity))
+        throw TaskError("Cannot write " + what + " " + result +
+                        ": it is a source file of the task (or a link to one), which is never "
+                        "changed; take it out of the task or rename it");
+}
+
+} // namespace morlevant
