@@ -18,13 +18,17 @@ QStringList dateTimeSamples(const QDateTime& moment, const QLocale& locale) {
     const QDate date = moment.date();
     const QTime time = moment.time();
     // The named forms on the locale's formats: "long" and "short" are the locale's long and
-    // short formats, "medium" its narrow one; "general date" is the short date with the long
-    // time, as a date and time is usually shown in full.
-    const QString longTime = locale.toString(time, QLocale::LongFormat);
+    // short formats; "medium date" is the day, the abbreviated month and two-digit year
+    // ("22-Nov-26") and "medium time" the twelve-hour time without seconds ("09:05 AM"), as
+    // the locale has no medium form of its own; "general date" is the short date with the
+    // long time. The text goes into files, so the long time leaves out the time zone.
+    QString longTimeFormat = locale.timeFormat(QLocale::LongFormat);
+    longTimeFormat.remove(u't');
+    const QString longTime = locale.toString(time, longTimeFormat.trimmed());
     const QString shortTime = locale.toString(time, QLocale::ShortFormat);
-    const QString mediumTime = locale.toString(time, QLocale::NarrowFormat);
+    const QString mediumTime = locale.toString(time, QStringLiteral("hh:mm AP"));
     const QString longDate = locale.toString(date, QLocale::LongFormat);
-    const QString mediumDate = locale.toString(date, QLocale::NarrowFormat);
+    const QString mediumDate = locale.toString(date, QStringLiteral("dd-MMM-yy"));
     const QString shortDate = locale.toString(date, QLocale::ShortFormat);
     const QString generalDate = shortDate + u' ' + longTime;
     // QDate counts Monday as 1 and Sunday as 7; the lookup starts the week on Sunday.

@@ -15,12 +15,12 @@ namespace morlevant {
 
 namespace {
 
-constexpr int kRangeRow = 2;
-constexpr int kRangeColumn = 3;
-constexpr int kMerge = 4;
+constexpr int rangeRowBox = 2;
+constexpr int rangeColumnBox = 3;
+constexpr int mergeBox = 4;
 
 bool isRangeDivide(int k) {
-    return k == kRangeRow || k == kRangeColumn;
+    return k == rangeRowBox || k == rangeColumnBox;
 }
 
 } // namespace
@@ -44,11 +44,11 @@ DivideMergePage::DivideMergePage(Prompts& prompts, const EditRangePage& ranges, 
     actions->addWidget(texts_[0], 0, 1);
     actions->addWidget(actions_[1], 1, 0);
     actions->addWidget(texts_[1], 1, 1);
-    actions->addWidget(actions_[kRangeRow], 2, 0);
+    actions->addWidget(actions_[rangeRowBox], 2, 0);
     actions->addWidget(plainLabel(QStringLiteral("select by row and column only")), 2, 1);
-    actions->addWidget(actions_[kRangeColumn], 3, 0);
+    actions->addWidget(actions_[rangeColumnBox], 3, 0);
     actions->addWidget(plainLabel(QStringLiteral("select by row and column only")), 3, 1);
-    actions->addWidget(actions_[kMerge], 4, 0);
+    actions->addWidget(actions_[mergeBox], 4, 0);
     actions->setColumnStretch(1, 1);
 
     auto* numbers = new QHBoxLayout;
@@ -66,7 +66,7 @@ DivideMergePage::DivideMergePage(Prompts& prompts, const EditRangePage& ranges, 
     layout->addLayout(numbers);
     layout->addStretch(1);
 
-    disableActions({kRangeRow, kRangeColumn}); // the editor opens on "all range"
+    disableActions({rangeRowBox, rangeColumnBox}); // the editor opens on "all range"
 }
 
 void DivideMergePage::enableActions(std::initializer_list<int> which) {
@@ -86,29 +86,29 @@ void DivideMergePage::disableActions(std::initializer_list<int> which) {
 
 void DivideMergePage::pageChosen(bool chosen) {
     if (chosen)
-        enableActions({0, 1, kRangeRow, kRangeColumn, kMerge});
+        enableActions({0, 1, rangeRowBox, rangeColumnBox, mergeBox});
 }
 
 void DivideMergePage::rangeModeClicked(bool selectByRanges) {
     if (!selectByRanges)
-        disableActions({kRangeRow, kRangeColumn});
+        disableActions({rangeRowBox, rangeColumnBox});
     else if (isChosen())
-        enableActions({kRangeRow, kRangeColumn});
+        enableActions({rangeRowBox, rangeColumnBox});
 }
 
 void DivideMergePage::takeOutClicked(bool ticked) {
     // Ticking enables the four divides again; unticking disables them, leaving "merge:".
     if (ticked)
-        enableActions({0, 1, kRangeRow, kRangeColumn});
+        enableActions({0, 1, rangeRowBox, rangeColumnBox});
     else
-        disableActions({0, 1, kRangeRow, kRangeColumn});
+        disableActions({0, 1, rangeRowBox, rangeColumnBox});
 }
 
 void DivideMergePage::actionClicked(int k) {
     // One action only: the others are disabled, never unticked, while box k is ticked.
-    enableActions({0, 1, kRangeRow, kRangeColumn, kMerge});
+    enableActions({0, 1, rangeRowBox, rangeColumnBox, mergeBox});
     // A merge ignores ranges that stay in place: say so, whether "merge:" was ticked or not.
-    if (k == kMerge && !ranges_.takeRangesOut() && ranges_.selectByRanges())
+    if (k == mergeBox && !ranges_.takeRangesOut() && ranges_.selectByRanges())
         prompts_.information(QStringLiteral("You didn't choose take the operating ranges out,"
                                             "the result will be the same as allrange"),
                              promptTitle);

@@ -19,7 +19,7 @@ class EditRangePage final : public QWidget {
     Q_OBJECT
 
 public:
-    EditRangePage(Prompts& prompts, QWidget* parent = nullptr);
+    explicit EditRangePage(Prompts& prompts, QWidget* parent = nullptr);
 
     bool selectByRanges() const;
     bool allRange() const;

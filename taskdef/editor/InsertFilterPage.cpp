@@ -20,9 +20,9 @@ namespace morlevant {
 
 namespace {
 
-constexpr int kFilterAndReplace = 3;
-constexpr int kFilterAndDelete = 4;
-constexpr int kFilterAndOutput = 5;
+constexpr int filterAndReplace = 3;
+constexpr int filterAndDelete = 4;
+constexpr int filterAndOutput = 5;
 
 // Twelve sample rows cycling through three kinds; only the first supplies a pattern. The
 // addresses and the number are placeholders that reach nobody.
@@ -54,8 +54,7 @@ InsertFilterPage::InsertFilterPage(Prompts& prompts, const QDateTime& opened, QW
     }
     for (int i = 0; i < 5; ++i)
         texts_[static_cast<std::size_t>(i)] = named<QLineEdit>(arrayName("Text_id", i));
-    // Kept with the task for the run to use; nothing reads it yet.
-    texts_[4]->setPlaceholderText(QStringLiteral("a note kept with the task"));
+    texts_[4]->setToolTip(QStringLiteral("Kept with the task's settings"));
 
     dateTime_->addItems(dateTimeSamples(opened, QLocale::system()));
     dateTime_->setCurrentIndex(initialDateTimeSample);
@@ -85,10 +84,10 @@ InsertFilterPage::InsertFilterPage(Prompts& prompts, const QDateTime& opened, QW
     grid->addWidget(actions_[2], 3, 0);
     grid->addWidget(texts_[1], 3, 1);
     grid->addWidget(open, 3, 2);
-    grid->addWidget(actions_[kFilterAndReplace], 4, 0);
+    grid->addWidget(actions_[filterAndReplace], 4, 0);
     grid->addWidget(texts_[2], 4, 1, 1, 2);
-    grid->addWidget(actions_[kFilterAndDelete], 5, 0);
-    grid->addWidget(actions_[kFilterAndOutput], 6, 0);
+    grid->addWidget(actions_[filterAndDelete], 5, 0);
+    grid->addWidget(actions_[filterAndOutput], 6, 0);
     grid->addWidget(plainLabel(QStringLiteral("regular expression:"), QStringLiteral("Label_id")),
                     7, 0);
     grid->addWidget(texts_[3], 7, 1, 1, 2);
@@ -106,7 +105,7 @@ void InsertFilterPage::actionClicked(int k) {
     for (int other = 0; other < 6; ++other)
         if (other != k)
             actions_[static_cast<std::size_t>(other)]->setEnabled(!ticked);
-    if (actions_[kFilterAndDelete]->isChecked() || actions_[kFilterAndOutput]->isChecked())
+    if (actions_[filterAndDelete]->isChecked() || actions_[filterAndOutput]->isChecked())
         texts_[2]->clear();
 }
 

@@ -1,6 +1,7 @@
 #include "KeyFilter.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QWidget>
 
 namespace morlevant {
@@ -33,6 +34,10 @@ void KeyFilter::makeShortenOnly(QWidget* box) {
 }
 
 bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
+    // The middle button pastes the primary selection on X11: not into a box that only shrinks.
+    if (shortenOnly_ &&
+        (event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::MouseButtonPress))
+        return static_cast<QMouseEvent*>(event)->button() == Qt::MiddleButton;
     if (event->type() != QEvent::KeyPress)
         return QObject::eventFilter(watched, event);
     const auto* key = static_cast<QKeyEvent*>(event);

@@ -5,6 +5,7 @@
 
 #include <QFocusEvent>
 #include <QLineEdit>
+#include <QTimer>
 
 namespace morlevant {
 
@@ -35,10 +36,17 @@ void RangeBoxCheck::check() {
     const QString normalised = QString::fromStdString(result.text);
     if (normalised != box_->text())
         box_->setText(normalised);
-    if (result.error) {
-        prompts_.information(QString::fromStdString(*result.error), promptTitle);
-        box_->setFocus(Qt::OtherFocusReason);
-    }
+    if (!result.error || messagePending_)
+        return;
+    // The message waits until the click or key that moved the focus is over: a message box
+    // in the middle of a click would swallow it, and the same leave would report twice.
+    messagePending_ = true;
+    QTimer::singleShot(0, box_, [this, message = QString::fromStdString(*result.error)] {
+        messagePending_ = false;
+        prompts_.information(message, promptTitle);
+        if (box_->isVisible())
+            box_->setFocus(Qt::OtherFocusReason);
+    });
 }
 
 } // namespace morlevant

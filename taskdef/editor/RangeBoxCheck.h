@@ -28,6 +28,7 @@ private:
     QLineEdit* box_;
     RangeBox kind_;
     Prompts& prompts_;
+    bool messagePending_ = false;
 };
 
 } // namespace morlevant

@@ -73,12 +73,12 @@ void TemplateLibrary::open() {
 }
 
 void TemplateLibrary::addSelected() {
-    if (QTreeWidgetItem* row = library_->currentItem())
+    if (QTreeWidgetItem* row = library_->selectedItems().value(0))
         selected_->addTopLevelItem(new QTreeWidgetItem({row->text(0), row->text(1)}));
 }
 
 void TemplateLibrary::removeSelected(QTreeWidget* list) {
-    QTreeWidgetItem* row = list->currentItem();
+    QTreeWidgetItem* row = list->selectedItems().value(0);
     if (row == nullptr) {
         prompts_.information(QStringLiteral("Select a template in the list first"), promptTitle);
         return;

@@ -11,7 +11,7 @@ namespace {
 using EditorPicture = testing::EditorFixture;
 
 TEST_F(EditorPicture, EveryTabFitsASmallScreen) {
-    // Its own size fits 1280 x 800 with room for the window frame, at any scale factor.
+    // Its own size fits a 1280 x 800 screen with room for the window frame.
     const QSize needed = dialog->sizeHint();
     EXPECT_LE(needed.width(), 1200);
     EXPECT_LE(needed.height(), 720);
@@ -25,15 +25,17 @@ TEST_F(EditorPicture, EveryTabFitsASmallScreen) {
         QApplication::processEvents();
         const QImage picture = dialog->grab().toImage();
         EXPECT_FALSE(picture.isNull());
-        if (!folder.isEmpty())
+        if (!folder.isEmpty()) {
             EXPECT_TRUE(picture.save(folder + QStringLiteral("/editor-%1.png").arg(i)));
+        }
         if (i > 0)
             click(QStringLiteral("Check%1").arg(i + 2));
     }
     click("Opent");
     QApplication::processEvents();
-    if (!folder.isEmpty())
+    if (!folder.isEmpty()) {
         EXPECT_TRUE(dialog->grab().save(folder + QStringLiteral("/editor-templates.png")));
+    }
 }
 
 } // namespace

@@ -158,6 +158,9 @@ TEST_F(EditorSettings, TemplateLibraryAddsSamplesOnEveryOpeningAndNeverCrashes) 
     ASSERT_EQ(library->topLevelItemCount(), 6);
     EXPECT_EQ(library->topLevelItem(3)->text(0), "hello every one");
 
+    library->setCurrentItem(library->topLevelItem(0), 0, QItemSelectionModel::NoUpdate);
+    click("cmd_delete"); // the current row, but nothing selected
+    EXPECT_EQ(library->topLevelItemCount(), 6);
     library->setCurrentItem(library->topLevelItem(2));
     click("cmd_add");
     ASSERT_EQ(selected->topLevelItemCount(), 1);
@@ -165,9 +168,9 @@ TEST_F(EditorSettings, TemplateLibraryAddsSamplesOnEveryOpeningAndNeverCrashes) 
     click("cmd_delete");
     EXPECT_EQ(library->topLevelItemCount(), 5);
 
-    selected->setCurrentItem(nullptr);
+    selected->clearSelection();
     click("cmd_delete1");
-    EXPECT_EQ(prompts.asked.size(), 1);
+    EXPECT_EQ(prompts.asked.size(), 2);
     EXPECT_EQ(selected->topLevelItemCount(), 1);
     clickAll({"cmd_apply", "apply"});
     EXPECT_EQ(selected->topLevelItemCount(), 1);
