@@ -56,6 +56,8 @@ Options parse(const std::vector<std::string>& arguments) {
 
 // The window makes "outcome/merge" at start-up; the command line does so before each run.
 void prepareProgramFolder(const std::string& home) {
+    if (home.empty())
+        throw TaskError("The program folder given with --home is empty: name a folder");
     std::error_code error;
     if (!std::filesystem::is_directory(toFsPath(home), error))
         throw TaskError("The program folder " + home + " does not exist");

@@ -19,10 +19,26 @@ SettingsStore::SettingsStore()
     : settings_(QSettings::NativeFormat, QSettings::UserScope, organisation,
                 QCoreApplication::applicationName()) {
     settings_.beginGroup(group);
+    foldStoredKeys();
 }
 
 SettingsStore::SettingsStore(const QString& iniPath) : settings_(iniPath, QSettings::IniFormat) {
     settings_.beginGroup(group);
+    foldStoredKeys();
+}
+
+// A settings file edited by hand may spell a key in any case ("AFSon=False"): each is kept
+// under its folded spelling, where the program reads it. Where both spellings are present the
+// folded one, which the program wrote, stays.
+void SettingsStore::foldStoredKeys() {
+    for (const QString& key : settings_.childKeys()) {
+        const QString folding = folded(key);
+        if (folding == key)
+            continue;
+        if (!settings_.contains(folding))
+            settings_.setValue(folding, settings_.value(key));
+        settings_.remove(key);
+    }
 }
 
 QString SettingsStore::value(const QString& key, const QString& defaultValue) const {

@@ -24,6 +24,8 @@ public:
     void sync();
 
 private:
+    void foldStoredKeys();
+
     QSettings settings_;
 };
 

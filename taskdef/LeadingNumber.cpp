@@ -8,7 +8,9 @@ namespace morlevant {
 
 namespace {
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
 
 std::size_t skipDigits(std::string_view text, std::size_t pos) {
     while (pos < text.size() && isDigit(text[pos]))
@@ -53,7 +55,8 @@ double LeadingNumber(std::string_view text) {
         // from_chars leaves the value alone here; tell overflow from underflow by the exponent.
         const std::string_view digits = text.substr(start, pos - start);
         const std::size_t e = digits.find_first_of("eE");
-        const bool tiny = e != std::string_view::npos && digits.find('-', e) != std::string_view::npos;
+        const bool tiny =
+            e != std::string_view::npos && digits.find('-', e) != std::string_view::npos;
         value = tiny ? 0.0 : HUGE_VAL;
     }
     (void)end;

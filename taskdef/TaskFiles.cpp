@@ -3,10 +3,10 @@
 #include "FilePath.h"
 #include "PathNames.h"
 #include "TaskError.h"
+#include "WholeFile.h"
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <system_error>
 
 namespace morlevant {
@@ -92,10 +92,7 @@ void writeTaskFileList(const std::string& path, const std::vector<std::string>& 
 }
 
 std::vector<std::string> readTaskFileList(const std::string& path) {
-    std::ifstream in(toFsPath(path), std::ios::binary);
-    if (!in)
-        throw TaskError("The task file list " + path + " is missing: edit the task first");
-    const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    const std::string text = readWholeFile(path, "The task file list", "edit the task first");
 
     // Blank lines name no file; they are passed over rather than reported as a missing file
     // with an empty name.

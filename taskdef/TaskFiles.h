@@ -29,7 +29,8 @@ PrepareResult prepareTaskForEditing(const std::string& programFolder, const std:
 
 // The program folder: `homeVariable` (MORLEVANT_HOME) when set; else the executable's folder
 // when it is writable; else the per-user data folder.
-std::string resolveProgramFolder(const std::string& homeVariable, const std::string& executableFolder,
+std::string resolveProgramFolder(const std::string& homeVariable,
+                                 const std::string& executableFolder,
                                  const std::string& userDataFolder);
 
 } // namespace morlevant

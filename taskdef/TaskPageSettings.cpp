@@ -2,10 +2,10 @@
 
 #include "FilePath.h"
 #include "TaskError.h"
+#include "WholeFile.h"
 
 #include <array>
 #include <fstream>
-#include <iterator>
 
 namespace morlevant {
 
@@ -14,21 +14,36 @@ namespace {
 using Field = std::string TaskPageSettings::*;
 
 constexpr std::array<Field, TaskPageSettings::lineCount> fieldsInFileOrder = {
-    &TaskPageSettings::rangeMode,           &TaskPageSettings::rowRange,
-    &TaskPageSettings::columnRange,         &TaskPageSettings::takeRangesOut,
-    &TaskPageSettings::operationPage,       &TaskPageSettings::decimalNumber,
-    &TaskPageSettings::alignment,           &TaskPageSettings::nonNumericAlert,
-    &TaskPageSettings::crossBorderAlert,    &TaskPageSettings::calculateSteps,
-    &TaskPageSettings::find1,               &TaskPageSettings::replace1,
-    &TaskPageSettings::find2,               &TaskPageSettings::replace2,
-    &TaskPageSettings::find3,               &TaskPageSettings::replace3,
-    &TaskPageSettings::find4,               &TaskPageSettings::replace4,
-    &TaskPageSettings::insertAction,        &TaskPageSettings::dateTimeFormat,
-    &TaskPageSettings::insertString,        &TaskPageSettings::insertFile,
-    &TaskPageSettings::filterReplacement,   &TaskPageSettings::filterPattern,
-    &TaskPageSettings::insertExtra,         &TaskPageSettings::divideAction,
-    &TaskPageSettings::divideByRowValue,    &TaskPageSettings::divideByColumnValue,
-    &TaskPageSettings::divideNameTemplate,  &TaskPageSettings::divideNumberFrom,
+    &TaskPageSettings::rangeMode,
+    &TaskPageSettings::rowRange,
+    &TaskPageSettings::columnRange,
+    &TaskPageSettings::takeRangesOut,
+    &TaskPageSettings::operationPage,
+    &TaskPageSettings::decimalNumber,
+    &TaskPageSettings::alignment,
+    &TaskPageSettings::nonNumericAlert,
+    &TaskPageSettings::crossBorderAlert,
+    &TaskPageSettings::calculateSteps,
+    &TaskPageSettings::find1,
+    &TaskPageSettings::replace1,
+    &TaskPageSettings::find2,
+    &TaskPageSettings::replace2,
+    &TaskPageSettings::find3,
+    &TaskPageSettings::replace3,
+    &TaskPageSettings::find4,
+    &TaskPageSettings::replace4,
+    &TaskPageSettings::insertAction,
+    &TaskPageSettings::dateTimeFormat,
+    &TaskPageSettings::insertString,
+    &TaskPageSettings::insertFile,
+    &TaskPageSettings::filterReplacement,
+    &TaskPageSettings::filterPattern,
+    &TaskPageSettings::insertExtra,
+    &TaskPageSettings::divideAction,
+    &TaskPageSettings::divideByRowValue,
+    &TaskPageSettings::divideByColumnValue,
+    &TaskPageSettings::divideNameTemplate,
+    &TaskPageSettings::divideNumberFrom,
     &TaskPageSettings::divideNumberTo,
 };
 
@@ -40,9 +55,13 @@ Field fieldOfLine(int n) {
 
 } // namespace
 
-const std::string& TaskPageSettings::line(int n) const { return this->*fieldOfLine(n); }
+const std::string& TaskPageSettings::line(int n) const {
+    return this->*fieldOfLine(n);
+}
 
-std::string& TaskPageSettings::line(int n) { return this->*fieldOfLine(n); }
+std::string& TaskPageSettings::line(int n) {
+    return this->*fieldOfLine(n);
+}
 
 void writeTaskPageSettings(const std::string& path, const TaskPageSettings& settings) {
     std::ofstream out(toFsPath(path), std::ios::binary | std::ios::trunc);
@@ -56,11 +75,8 @@ void writeTaskPageSettings(const std::string& path, const TaskPageSettings& sett
 }
 
 TaskPageSettings readTaskPageSettings(const std::string& path) {
-    std::ifstream in(toFsPath(path), std::ios::binary);
-    if (!in)
-        throw TaskError("The task settings file " + path +
-                        " is missing: edit the task and press OK first");
-    const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    const std::string text =
+        readWholeFile(path, "The task settings file", "edit the task and press OK first");
     if (text.empty())
         throw TaskError("The task settings file " + path +
                         " is empty: the task was not confirmed in the editor; edit it again");

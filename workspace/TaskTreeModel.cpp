@@ -1,6 +1,7 @@
 #include "TaskTreeModel.h"
 
 #include <functional>
+#include <vector>
 
 namespace morlevant {
 
@@ -67,15 +68,19 @@ int TaskTreeModel::nodeCount() const {
 }
 
 QList<QStandardItem*> TaskTreeModel::nodesInOrder() const {
+    // Walked with a stack of its own rather than by recursion, whatever the depth of the tree.
     QList<QStandardItem*> nodes;
-    const std::function<void(const QStandardItem*)> collect = [&](const QStandardItem* parent) {
-        for (int row = 0; row < parent->rowCount(); ++row) {
-            QStandardItem* child = parent->child(row);
-            nodes.append(child);
-            collect(child);
-        }
-    };
-    collect(invisibleRootItem());
+    std::vector<QStandardItem*> pending;
+    const QStandardItem* root = invisibleRootItem();
+    for (int row = root->rowCount() - 1; row >= 0; --row)
+        pending.push_back(root->child(row));
+    while (!pending.empty()) {
+        QStandardItem* node = pending.back();
+        pending.pop_back();
+        nodes.append(node);
+        for (int row = node->rowCount() - 1; row >= 0; --row)
+            pending.push_back(node->child(row));
+    }
     return nodes;
 }
 

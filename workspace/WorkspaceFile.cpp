@@ -6,8 +6,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QHash>
 #include <QSaveFile>
-#include <functional>
 #include <vector>
 
 namespace morlevant {
@@ -48,22 +48,19 @@ std::vector<std::pair<int, QByteArrayView>> recordLines(const QByteArray& bytes)
 QByteArray WorkspaceFile::write(TaskTreeModel& model, const QString& taskDir) {
     if (model.rowCount() == 0)
         model.appendNode(nullptr, TaskTreeModel::defaultTaskCaption());
+    // Keys are numbered afresh on every save, in the order of the nodes, so saving twice gives
+    // the same file; a node's key is its position in that order.
     QByteArray bytes;
+    QHash<const QStandardItem*, int> keys;
     int counter = 0;
-    // Keys are numbered afresh on every save, so saving twice gives the same file.
-    const std::function<void(const QStandardItem*, int)> writeChildren =
-        [&](const QStandardItem* parent, int parentKey) {
-            for (int row = 0; row < parent->rowCount(); ++row) {
-                const QStandardItem* node = parent->child(row);
-                const NodeTag tag = NodeTag::split(TaskTreeModel::tag(node));
-                const int key = ++counter;
-                bytes += WorkspaceRecord{parentKey, node->text(), tag.remark,
-                                         FNtoSave(tag.path, taskDir)}
-                             .format();
-                writeChildren(node, key);
-            }
-        };
-    writeChildren(model.invisibleRootItem(), 0);
+    for (const QStandardItem* node : model.nodesInOrder()) {
+        const NodeTag tag = NodeTag::split(TaskTreeModel::tag(node));
+        const QStandardItem* parent = node->parent();
+        bytes += WorkspaceRecord{parent == nullptr ? 0 : keys.value(parent), node->text(),
+                                 tag.remark, FNtoSave(tag.path, taskDir)}
+                     .format();
+        keys.insert(node, ++counter);
+    }
     return bytes;
 }
 
@@ -86,13 +83,22 @@ WorkspaceFile::ReadResult WorkspaceFile::read(TaskTreeModel& model, const QByteA
     // not announced to the view node by node. A record names its parent by line number, which
     // is the position of the parent among the nodes created so far.
     std::vector<QStandardItem*> created;
+    std::vector<int> depths; // of each created node, 1 for a task
     created.reserve(records.size());
+    depths.reserve(records.size());
     QList<QStandardItem*> tasks;
     for (const auto& [number, record] : records) {
         if (record.parentNumber > static_cast<int>(created.size())) {
             problem = QString("line %1 names K%2 as its parent, which does not come before it.")
                           .arg(number)
                           .arg(record.parentNumber);
+            break;
+        }
+        const int depth = record.parentNumber == 0 ? 1 : depths[record.parentNumber - 1] + 1;
+        if (depth > maxDepth) {
+            problem = QString("line %1 nests deeper than %2 levels, more than a workspace holds.")
+                          .arg(number)
+                          .arg(maxDepth);
             break;
         }
         const QString tag =
@@ -112,6 +118,7 @@ WorkspaceFile::ReadResult WorkspaceFile::read(TaskTreeModel& model, const QByteA
             }
         }
         created.push_back(node);
+        depths.push_back(depth);
     }
 
     model.removeRows(0, model.rowCount());

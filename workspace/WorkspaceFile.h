@@ -14,6 +14,9 @@ namespace morlevant {
 // it, so a workspace moved together with its files still finds them.
 class WorkspaceFile final {
 public:
+    // Levels of nesting a workspace may hold; a file with deeper records is loaded up to them.
+    static constexpr int maxDepth = 256;
+
     struct ReadResult {
         bool treeReplaced = true;       // false: the bytes hold no record; tree left as it was
         std::optional<QString> problem; // what stopped the load early, if anything

@@ -90,6 +90,7 @@ class RunCommandFailures : public RunCommandTest,
 
 TEST_P(RunCommandFailures, OneLineOnTheErrorStreamAndExitCodeOne) {
     morlevant::testing::writeBytes(taskSettingsPath(home(), "Cancelled"), "");
+    std::filesystem::create_directories(taskFileListPath(home(), "Folder"));
     EXPECT_EQ(run(GetParam().arguments), 1);
     EXPECT_EQ(out.str(), "");
     const std::string message = err.str();
@@ -105,6 +106,10 @@ INSTANTIATE_TEST_SUITE_P(
                       FailureCase{"UnknownTask", {"--home", "HOME", "Nope"}, "Nope.edt"},
                       FailureCase{"NotEdited", {"--home", "HOME", "Cancelled"}, "edit"},
                       FailureCase{"SeparatorInName", {"--home", "HOME", "x/y"}, "x/y"},
+                      FailureCase{"ListIsAFolder",
+                                  {"--home", "HOME", "Folder"},
+                                  "Folder.edt cannot be read: it is a folder"},
+                      FailureCase{"EmptyHome", {"--home=", "T"}, "--home is empty"},
                       FailureCase{
                           "MissingHome", {"--home", "/nonexistent/m", "T"}, "/nonexistent"}),
     [](const auto& info) { return std::string(info.param.name); });

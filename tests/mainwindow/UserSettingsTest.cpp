@@ -4,6 +4,7 @@
 #include "SettingsStore.h"
 
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -90,6 +91,25 @@ TEST_F(UserSettingsTest, KeepsThePreviousValueForABadOneAndGoesOn) {
     expected.addFileInSub = expected.showHtml = expected.sameLevelDrag = true;
     expected.BOIPath = expected.DataPath = "/opt/morlevant/";
     EXPECT_EQ(loaded(), expected);
+}
+
+TEST(SettingsStore, KeysWrittenByHandInAnyCaseMeanTheSameAndAreWrittenBackOnce) {
+    QTemporaryDir dir;
+    const QString ini = dir.filePath("settings.ini");
+    for (const char* line : {"AFSon=False", "afson=False", "AFSON=False"}) {
+        QFile file(ini);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(QByteArray("[Setting]\n") + line + "\nFontName=Mono\n");
+        file.close();
+        {
+            SettingsStore store(ini);
+            EXPECT_EQ(store.value("AFson"), "False") << line;
+            EXPECT_EQ(store.value("fontname"), "Mono") << line;
+        }
+        QFile written(ini);
+        ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+        EXPECT_EQ(written.readAll().toLower().count("afson"), 1) << line;
+    }
 }
 
 TEST_F(UserSettingsTest, NeverStartsMinimised) {

@@ -165,6 +165,20 @@ TEST(WorkspaceFile, KeepsWhatALineCutShortHolds) {
     }
 }
 
+TEST(WorkspaceFile, LoadsADeepNestUpToItsLimitAndSavesIt) {
+    QByteArray bytes;
+    for (int key = 0; key < 10000; ++key) // each node the child of the one before
+        bytes += "\"K" + (key == 0 ? QByteArray(" 0") : QByteArray::number(key)) +
+                 "\",\"n\",\"\xff\"\r\n";
+    TaskTreeModel model;
+    const auto result = WorkspaceFile::read(model, bytes, "/w/");
+    ASSERT_TRUE(result.problem);
+    EXPECT_TRUE(result.problem->contains("line 257 nests deeper than 256 levels"))
+        << result.problem->toStdString();
+    EXPECT_EQ(model.nodeCount(), WorkspaceFile::maxDepth);
+    EXPECT_EQ(WorkspaceFile::write(model, "/w/"), bytes.left(bytes.indexOf("\"K256\"")));
+}
+
 TEST(WorkspaceFile, NeverCrashesOnRandomBytes) {
     QRandomGenerator random(20261122);
     for (int round = 0; round < 200; ++round) {

@@ -1,0 +1,49 @@
+#include "WholeFile.h"
+
+#include "FilePath.h"
+#include "TaskError.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+namespace morlevant {
+
+std::string readWholeFile(const std::string& path, const std::string& what,
+                          const std::string& whenMissing) {
+    const auto cannot = [&](const std::string& reason) {
+        return TaskError(what + " " + path + " cannot be read: " + reason);
+    };
+    std::error_code error;
+    const auto status = std::filesystem::status(toFsPath(path), error);
+    if (std::filesystem::is_directory(status))
+        throw cannot("it is a folder, not a file");
+    if (!error && std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw cannot("it is not a regular file");
+
+#ifdef _WIN32
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(_wfopen(toFsPath(path).c_str(), L"rb"),
+                                                         &std::fclose);
+#else
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
+                                                         &std::fclose);
+#endif
+    if (!file) {
+        if (errno == ENOENT)
+            throw TaskError(what + " " + path + " is missing: " + whenMissing);
+        throw cannot(std::strerror(errno));
+    }
+    std::string bytes;
+    char block[1 << 16];
+    std::size_t got = 0;
+    while ((got = std::fread(block, 1, sizeof block, file.get())) > 0)
+        bytes.append(block, got);
+    if (std::ferror(file.get()))
+        throw cannot(std::strerror(errno));
+    return bytes;
+}
+
+} // namespace morlevant
