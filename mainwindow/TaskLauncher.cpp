@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QProgressBar>
+#include <QScopedValueRollback>
 #include <exception>
 #include <string>
 #include <vector>
@@ -53,6 +54,9 @@ bool TaskLauncher::EditTask(const QStandardItem& task, QWidget* parent) {
 }
 
 void TaskLauncher::RunTask(const QStandardItem& task, QProgressBar& progress) {
+    if (running_)
+        return;
+    const QScopedValueRollback<bool> running(running_, true);
     const int fileCount = task.rowCount();
     progress.setRange(0, std::max(fileCount, 1));
     progress.setValue(0);

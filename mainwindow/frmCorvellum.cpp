@@ -178,6 +178,11 @@ void frmCorvellum::applyRecentMenu(const RecentMenu& menu) {
 }
 
 void frmCorvellum::closeEvent(QCloseEvent* event) {
+    // A run is one command: the window stays until it has ended.
+    if (launcher_.isRunning()) {
+        event->ignore();
+        return;
+    }
     // The settings are kept even when the user then stays.
     collectSettings();
     SaveSet(context_.settings, settings_);

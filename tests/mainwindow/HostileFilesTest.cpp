@@ -1,5 +1,9 @@
 // What the window says about files it cannot use: each problem once, naming the file.
+#include "TaskFiles.h"
+#include "TaskPageSettings.h"
 #include "WindowFixture.h"
+
+#include <QCloseEvent>
 
 namespace morlevant {
 namespace {
@@ -16,6 +20,27 @@ TEST_F(HostileFiles, AWorkspaceThatIsAFolderIsReportedOnce) {
     prompts.fileNames.enqueue({homeFile("dir.tsk")});
     menus().mnuOpen->trigger();
     EXPECT_EQ(prompts.messages().size(), 1) << prompts.messages().join("\n").toStdString();
+}
+
+TEST_F(HostileFiles, ACloseRequestDuringARunWaitsForItsEnd) {
+    start();
+    window->show();
+    window->model().appendNode(node({"My Batch Task"}), "a", makeFile("in/a.txt", "a\n"), 11);
+    TaskPageSettings settings;
+    settings.rangeMode = "1";
+    settings.takeRangesOut = "0";
+    settings.operationPage = "4";
+    settings.find1 = "a";
+    std::filesystem::create_directories(home.path() / "task");
+    writeTaskPageSettings(home.file("task/My Batch Task.ttp"), settings);
+    writeTaskFileList(home.file("task/My Batch Task.edt"), {home.file("in/a.txt")});
+    select({"My Batch Task", "a"});
+    select({"My Batch Task"});
+    // Delivered while the run repaints its progress bar.
+    QCoreApplication::postEvent(window.get(), new QCloseEvent);
+    menus().RunTask->trigger();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(prompts.messages(), QStringList{"information|Morlevant|Vell down!"});
 }
 
 } // namespace
