@@ -15,7 +15,8 @@
 namespace morlevant {
 
 InsertPage::InsertPage(const RunContext& context, int action)
-    : context_(context), fromFile_(action == 3) {
+    : context_(context), fromFile_(action == 3),
+      insertionColumns_(insertionColumns(context.columns)) {
     if (action == 1)
         text_ = context.settings.dateTimeFormat;
     else if (action == 2)
@@ -55,7 +56,7 @@ void InsertPage::process(const std::string& source) {
                 break;
             }
             columns_.assign(line);
-            InsertInRanges(context_.columns, columns_, text_, out_);
+            InsertInRanges(insertionColumns_, columns_, text_, out_);
             writer.writeLine(out_);
             break;
         case RangeMode::RangesOut:

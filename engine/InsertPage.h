@@ -4,6 +4,8 @@
 #include "LineColumns.h"
 #include "LineWriter.h"
 
+#include <vector>
+
 namespace morlevant {
 
 // Insert a date and time text, a string or a text file (line 19 "1" to "3") into F.modify.
@@ -22,6 +24,7 @@ private:
 
     const RunContext& context_;
     bool fromFile_ = false;
+    std::vector<std::size_t> insertionColumns_;
     std::string text_; // line 20 or 21, or the joined insertion file for the in-place mode
     LineColumns columns_;
     std::string out_;
