@@ -101,10 +101,11 @@ WorkspaceFile::ReadResult WorkspaceFile::read(TaskTreeModel& model, const QByteA
                           .arg(maxDepth);
             break;
         }
-        const QString tag =
-            record.storedPath.isEmpty()
-                ? QString()
-                : NodeTag{record.remark, fullPath(record.storedPath, taskDir)}.joined();
+        // A NUL ends the remark inside a node's tag, so a damaged file's NULs cannot stay in it.
+        const QString remark = QString(record.remark).remove(QChar(0));
+        const QString tag = record.storedPath.isEmpty()
+                                ? QString()
+                                : NodeTag{remark, fullPath(record.storedPath, taskDir)}.joined();
         QStandardItem* node =
             TaskTreeModel::createNode(record.caption, tag, Imagen(record.storedPath));
         if (record.parentNumber == 0) {
