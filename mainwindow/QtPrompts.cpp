@@ -2,6 +2,7 @@
 
 #include <QFileDialog>
 #include <QFontDialog>
+#include <QInputDialog>
 #include <QMessageBox>
 
 namespace morlevant {
@@ -60,6 +61,10 @@ std::optional<QFont> QtPrompts::chooseFont(const QFont& initial) {
     if (!accepted)
         return std::nullopt;
     return chosen;
+}
+
+QString QtPrompts::inputText(const QString& prompt, const QString& title) {
+    return QInputDialog::getText(parent_, title, prompt);
 }
 
 } // namespace morlevant
