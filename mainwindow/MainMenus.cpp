@@ -134,8 +134,11 @@ void MainMenus::connectTo(frmCorvellum& w) {
     connect(mnuExit, &QAction::triggered, &w, &QWidget::close);
 
     on(mnuCopy, &frmCorvellum::mnuCopy_Click);
-    for (QAction* later : {mnuFind, mnuFindNext, mnuSearch, mnuDefBrowse, mnuHelp, mnuFileMatch,
-                           mnuCancelFileMatch, mnuMatch, mnuClearLink})
+    on(mnuFind, &frmCorvellum::mnuFind_Click);
+    on(mnuFindNext, &frmCorvellum::mnuFindNext_Click);
+    on(mnuSearch, &frmCorvellum::mnuSearch_Click);
+    for (QAction* later :
+         {mnuDefBrowse, mnuHelp, mnuFileMatch, mnuCancelFileMatch, mnuMatch, mnuClearLink})
         on(later, &frmCorvellum::notProvidedYet);
 
     on(mnuAddfile, &frmCorvellum::mnuAddfile_Click);
