@@ -33,8 +33,10 @@ void ViewerLoader::loadtext(const QString& itemText, bool showHtml) {
         return;
     }
     // Checked before anything opens the file: reading a pipe or a device would never end.
+    // A file that cannot be shown counts as shown, so that it is not tried again (with another
+    // message) until the user picks it anew.
     if (const auto reason = whyNotRegularFile(path_.toStdString())) {
-        viewer_.showText(QString());
+        viewer_.showText(QString(), path_);
         prompts_.error(
             QStringLiteral("Can't show %1: %2.").arg(path_, QString::fromStdString(*reason)),
             promptTitle);
@@ -45,13 +47,14 @@ void ViewerLoader::loadtext(const QString& itemText, bool showHtml) {
         try {
             stripHtmlFile(path_.toStdString(), tempFilePath_.toStdString());
         } catch (const TaskError& error) {
-            viewer_.showText(QString());
+            viewer_.showText(QString(), path_);
             prompts_.error(QString::fromStdString(error.what()), promptTitle);
             return;
         }
         readPath = tempFilePath_;
     }
     if (const auto failure = viewer_.showFile(readPath, path_)) {
+        viewer_.showText(QString(), path_);
         prompts_.error(*failure, promptTitle);
         return;
     }

@@ -20,7 +20,8 @@ public:
 
     // Shows the node's file; with showHtml an HTML file (".HTM" anywhere in its upper-cased
     // path) is shown without its tags. A file that cannot be shown leaves the viewer empty,
-    // with one message naming the file and the reason (a missing file is said in the viewer).
+    // with one message naming the file and the reason (a missing file is said in the viewer
+    // instead, and tried again on the next click).
     void loadtext(const QString& itemText, bool showHtml);
 
     // The two halves of the last Tag shown: the remark keeps the NUL that ended it.
