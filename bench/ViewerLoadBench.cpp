@@ -1,7 +1,10 @@
 // Loads a large text file into the viewer as a click on its node does and reports how long
 // that took and how much memory it needed at its peak, against the file's size.
 //
-//     viewer_load_bench [megabytes]      (default 50; offscreen unless a display is chosen)
+//     viewer_load_bench [megabytes] [--one-line]
+//
+// The file has lines of 20 to 100 characters, or with --one-line no line end at all; 50 MB
+// unless told. Runs offscreen unless a display is chosen.
 #include "BlockLoading.h"
 #include "TextViewer.h"
 
@@ -29,8 +32,9 @@ long statusKilobytes(const char* field) {
     return 0;
 }
 
-// Lines of 20 to 100 characters, mostly ASCII with some accented letters, ended by CR LF.
-void writeTextFile(const QString& path, qint64 bytes) {
+// Lines of 20 to 100 characters, mostly ASCII with some accented letters, ended by CR LF, or
+// all of it on one line.
+void writeTextFile(const QString& path, qint64 bytes, bool oneLine) {
     std::ofstream out(path.toStdString(), std::ios::binary);
     const std::string words[] = {"alpha ", "beta ", "gamma ", "délta ", "42.5 ", "x=17; ", "über "};
     qint64 written = 0;
@@ -38,7 +42,7 @@ void writeTextFile(const QString& path, qint64 bytes) {
         std::string text = std::to_string(line) + ": ";
         for (unsigned word = line % 7; text.size() < 20 + line % 80; word = (word * 3 + 1) % 7)
             text += words[word];
-        text += "\r\n";
+        text += oneLine ? " " : "\r\n";
         out << text;
         written += static_cast<qint64>(text.size());
     }
@@ -51,10 +55,11 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     const qint64 megabytes = argc > 1 ? std::atoll(argv[1]) : 50;
+    const bool oneLine = argc > 2 && std::string(argv[2]) == "--one-line";
 
     QTemporaryDir folder;
     const QString path = folder.filePath("large.txt");
-    writeTextFile(path, megabytes << 20);
+    writeTextFile(path, megabytes << 20, oneLine);
     const qint64 size = QFile(path).size();
 
     morlevant::TextViewer viewer;

@@ -7,6 +7,7 @@
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <vector>
 
 namespace morlevant {
 
@@ -27,8 +28,17 @@ qsizetype characterCount(QStringView text) {
     return count;
 }
 
-// Inserts decoded text piece by piece at a cursor, turning every line end into a line
-// separator and every linesPerParagraph-th into a paragraph break.
+// Where a paragraph lies in the file: the line it starts in, the column it starts at (not 0
+// for the further rows of a long line) and how many rows it holds.
+struct ParagraphPlace final : QTextBlockUserData {
+    ParagraphPlace(qsizetype line, qsizetype column) : firstLine(line), firstColumn(column) {}
+    qsizetype firstLine;
+    qsizetype firstColumn;
+    int rows = 1;
+};
+
+// Inserts decoded text piece by piece at a cursor, grouping lines into paragraphs (see
+// linesPerParagraph) and noting where each paragraph lies in the file.
 class LineGrouper {
 public:
     explicit LineGrouper(QTextDocument& document) : document_(document), cursor_(&document) {
@@ -41,20 +51,34 @@ public:
 
     void insert(QStringView text) {
         QString grouped;
-        grouped.reserve(text.size() + 1);
+        grouped.reserve(text.size() + text.size() / rowCharacters + 1);
         if (pendingCr_ && !text.isEmpty() && text.front() == u'\n')
             text = text.mid(1); // the LF of a CR LF parted between two pieces
-        pendingCr_ = false;
         for (qsizetype i = 0; i < text.size(); ++i) {
             const QChar c = text[i];
             if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n')
                 continue; // the LF that follows ends the line
             if (c == u'\r' || c == u'\n') {
-                grouped +=
-                    ++lines_ % linesPerParagraph == 0 ? QChar(u'\n') : QChar(QChar::LineSeparator);
-            } else {
-                grouped += c;
+                ++line_;
+                lineCharacters_ = 0;
+                rowLength_ = 0;
+                if (++paragraphLines_ == linesPerParagraph ||
+                    paragraphLength_ >= paragraphCharacters)
+                    startParagraph(grouped, 0);
+                else
+                    grouped += QChar(QChar::LineSeparator);
+                continue;
             }
+            if (c.isLowSurrogate()) { // the second half of a character: never cut before it
+                grouped += c;
+                continue;
+            }
+            if (rowLength_ == rowCharacters)
+                startParagraph(grouped, lineCharacters_);
+            grouped += c;
+            ++lineCharacters_;
+            ++rowLength_;
+            ++paragraphLength_;
         }
         pendingCr_ = !text.isEmpty() && text.back() == u'\r';
         cursor_.insertText(grouped);
@@ -62,20 +86,34 @@ public:
 
     void finish() {
         cursor_.endEditBlock();
+        int index = 0;
+        for (QTextBlock block = document_.begin(); block.isValid(); block = block.next()) {
+            auto* place = new ParagraphPlace(places_.at(index++));
+            place->rows = static_cast<int>(block.text().count(QChar::LineSeparator)) + 1;
+            block.setUserData(place);
+        }
         setParagraphRows(document_);
     }
 
-    bool endsWithLineEnd() const {
-        return document_.characterCount() <= 1 || lastInserted() == QChar::LineSeparator ||
-               lastInserted() == QChar::ParagraphSeparator;
-    }
+    bool endsWithLineEnd() const { return lineCharacters_ == 0; }
 
 private:
-    QChar lastInserted() const { return document_.characterAt(document_.characterCount() - 2); }
+    void startParagraph(QString& grouped, qsizetype column) {
+        grouped += u'\n';
+        places_.emplace_back(line_, column);
+        paragraphLines_ = 0;
+        paragraphLength_ = 0;
+        rowLength_ = 0;
+    }
 
     QTextDocument& document_;
     QTextCursor cursor_;
-    qsizetype lines_ = 0;
+    std::vector<ParagraphPlace> places_{ParagraphPlace(0, 0)};
+    qsizetype line_ = 0;           // lines ended so far
+    qsizetype lineCharacters_ = 0; // characters of the line being read
+    int rowLength_ = 0;            // characters of it in the row being filled
+    int paragraphLines_ = 0;       // line ends in the paragraph being filled
+    int paragraphLength_ = 0;      // characters in it
     bool pendingCr_ = false;
 };
 
@@ -124,11 +162,9 @@ void setGroupedText(QTextDocument& document, const QString& text) {
 
 void setParagraphRows(QTextDocument& document) {
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        if (block.layout()->lineCount() > 0)
-            continue; // laid out: the view knows its rows
-        block.setLineCount(block == document.lastBlock()
-                               ? static_cast<int>(block.text().count(QChar::LineSeparator)) + 1
-                               : linesPerParagraph);
+        const auto* place = static_cast<const ParagraphPlace*>(block.userData());
+        if (place != nullptr && block.layout()->lineCount() == 0) // laid out: the view knows
+            block.setLineCount(place->rows);
     }
     if (QAbstractTextDocumentLayout* layout = document.documentLayout())
         emit layout->documentSizeChanged(layout->documentSize());
@@ -136,10 +172,13 @@ void setParagraphRows(QTextDocument& document) {
 
 LineColumn lineColumnAt(const QTextDocument& document, int position) {
     const QTextBlock block = document.findBlock(position);
+    const auto* place = static_cast<const ParagraphPlace*>(block.userData());
     const QString before = block.text().left(position - block.position());
+    const qsizetype separators = before.count(QChar::LineSeparator);
     const qsizetype lineStart = before.lastIndexOf(QChar::LineSeparator) + 1;
-    return {block.blockNumber() * qsizetype(linesPerParagraph) + before.count(QChar::LineSeparator),
-            characterCount(QStringView(before).mid(lineStart))};
+    const qsizetype firstColumn = place != nullptr && separators == 0 ? place->firstColumn : 0;
+    return {(place != nullptr ? place->firstLine : block.blockNumber()) + separators,
+            firstColumn + characterCount(QStringView(before).mid(lineStart))};
 }
 
 } // namespace morlevant

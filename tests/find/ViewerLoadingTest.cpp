@@ -64,66 +64,78 @@ protected:
 };
 
 TEST_F(Loading, BlocksJoinWithoutBreakingLinesOrCharacters) {
-    // At the first block's end: a CR whose LF opens the next block, and a character cut in two.
+    // Lines of 64 bytes up to the end of the first block, whose last byte is then a CR whose
+    // LF opens the next block, or the first half of a character.
     const std::size_t block = std::size_t(1) << 20;
+    std::string lines;
+    while (lines.size() < block - 64)
+        lines += std::string(63, 'a') + "\n";
     const struct {
         std::string bytes;
-        QString lines; // each line, or the end of a long one, followed by a blank
+        QString end;
+        qsizetype lineEnds;
     } cases[] = {
-        {std::string(block - 1, 'a') + "\r\nb\r\n", "aa b "},
-        {std::string(block - 1, 'c') + "é\n", "cé "},
-        {"one\r\ntwo\rthree\nfour", "one two three four"},
-        {"\n\r\n\r", "   "},
+        {lines + std::string(63, 'a') + "\r\nb\r\n", "aa\nb\n", qsizetype(block / 64 + 1)},
+        {lines + std::string(63, 'c') + "é\n", "cé\n", qsizetype(block / 64)},
+        {"one\r\ntwo\rthree\nfour", "one\ntwo\nthree\nfour", 3},
+        {"\n\r\n\r", "\n\n\n", 3},
     };
     for (const auto& c : cases) {
         QTextDocument document;
         ASSERT_FALSE(loadPlainText(document, file("blocks.txt", c.bytes)));
-        QStringList lineEnds;
-        for (const QString& line : document.toPlainText().split(u'\n'))
-            lineEnds.append(line.size() > 20 ? line.right(2) : line);
-        EXPECT_EQ(lineEnds.join(u' '), c.lines);
-        EXPECT_FALSE(document.toPlainText().contains(QChar::ReplacementCharacter));
+        const QString text = document.toPlainText();
+        EXPECT_TRUE(text.endsWith(c.end)) << c.end.toStdString();
+        EXPECT_EQ(text.count(u'\n'), c.lineEnds) << c.end.toStdString();
+        EXPECT_FALSE(text.contains(QChar::ReplacementCharacter)) << c.end.toStdString();
     }
 }
 
-TEST_F(Loading, LinesAreCountedAcrossParagraphs) {
+TEST_F(Loading, LinesAndColumnsAreCountedAcrossParagraphsAndRows) {
+    // A thousand short lines fill several paragraphs; a long one is shown in several rows.
     std::string bytes;
     for (int line = 1; line <= 1000; ++line)
         bytes += "line " + std::to_string(line) + "\r\n";
+    bytes += std::string(rowCharacters * 2 + 10, 'x') + "END\r\nlast";
     QTextDocument document;
     ASSERT_FALSE(loadPlainText(document, file("lines.txt", bytes)));
     const QString text = document.toPlainText();
-    EXPECT_EQ(text.count(u'\n'), 1000);
     const struct {
         const char* text;
         qsizetype line;
         qsizetype column;
-    } cases[] = {
-        {"line 1\n", 0, 0}, {"line 256\n", 255, 0}, {"ine 257\n", 256, 1}, {"ine 1000\n", 999, 1}};
+    } cases[] = {{"line 1\n", 0, 0},    {"line 256\n", 255, 0},
+                 {"ine 257\n", 256, 1}, {"ine 1000\n", 999, 1},
+                 {"END", 1000, qsizetype(rowCharacters) * 2 + 10},
+                 {"last", 1001, 0}};
     for (const auto& c : cases) {
         const LineColumn at =
             lineColumnAt(document, static_cast<int>(text.indexOf(QString(c.text))));
         EXPECT_EQ(at.line, c.line) << c.text;
         EXPECT_EQ(at.column, c.column) << c.text;
     }
-    EXPECT_EQ(lineColumnAt(document, document.characterCount() - 1).line, 1000);
+    const LineColumn secondRow = lineColumnAt(document, static_cast<int>(text.indexOf("x")) +
+                                                            rowCharacters + 1 + 5);
+    EXPECT_EQ(secondRow.line, 1000);
+    EXPECT_EQ(secondRow.column, rowCharacters + 5);
+    EXPECT_EQ(lineColumnAt(document, document.characterCount() - 1).line, 1001);
 }
 
 TEST_F(Loading, AFileOverTheLimitShowsItsFirstPartAndSaysSo) {
+    std::string kilobyteLines;
+    for (int line = 0; line < 3 * 1024; ++line)
+        kilobyteLines += std::string(1023, 'x') + "\n";
     QTextDocument document;
-    const QString big = file("big.txt", std::string(3 << 20, 'x'));
-    ASSERT_FALSE(loadPlainText(document, big, qint64(2) << 20));
+    ASSERT_FALSE(loadPlainText(document, file("big.txt", kilobyteLines), qint64(2) << 20));
     const QStringList lines = document.toPlainText().split(u'\n');
-    ASSERT_EQ(lines.size(), 2);
-    EXPECT_EQ(lines[0].size(), 2 << 20);
-    EXPECT_EQ(lines[1],
+    ASSERT_EQ(lines.size(), 2 * 1024 + 1);
+    EXPECT_EQ(lines.last(),
               "[Only the first 2 MB of this 3 MB file are shown; the rest is not shown.]");
     EXPECT_EQ(notShownLine(qint64(64) << 20, (qint64(1) << 30) + 1),
               "[Only the first 64 MB of this 1,025 MB file are shown; the rest is not shown.]");
 
-    // A file that ends its shown part with a line end gets no empty line before the notice.
-    ASSERT_FALSE(loadPlainText(document, file("lines.txt", "one\ntwo\nthree\n"), 8));
-    EXPECT_EQ(document.toPlainText(), "one\ntwo\n" + notShownLine(8, 14));
+    // A part that ends inside a line gets the notice on a line of its own.
+    ASSERT_FALSE(loadPlainText(document, file("lines.txt", "one\ntwo\nthree\n"), 10));
+    EXPECT_EQ(document.toPlainText(), "one\ntwo\nth\n" + notShownLine(10, 14));
     EXPECT_EQ(loadPlainText(document, path("missing.txt")).value_or("").left(10), "Can't open");
     EXPECT_TRUE(document.isEmpty());
 }
