@@ -55,7 +55,7 @@ MainMenus::MainMenus(QMainWindow& window) : QObject(&window) {
     mnuFindNext = item(edit, "mnuFindNext", QStringLiteral("Find &Next"));
     mnuSearch = item(edit, "mnuSearch", QStringLiteral("Find In &All File"));
     mnuFind->setShortcut(QKeySequence::Find);
-    mnuFindNext->setShortcut(QKeySequence::FindNext);
+    mnuFindNext->setShortcut(Qt::Key_F3); // F3 on every desktop
 
     QMenu* manage = menu(window, "mnuManage", QStringLiteral("Control(&C)"));
     mnuAddfile = item(manage, "mnuAddfile", QStringLiteral("&Import File"));
