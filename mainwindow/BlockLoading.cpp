@@ -28,6 +28,14 @@ qsizetype characterCount(QStringView text) {
     return count;
 }
 
+// Characters the document would take as the end of a line or a paragraph (or of a frame) of
+// its own; in a file they are shown as replacement characters, so that only the file's line
+// ends part its lines.
+bool breaksParagraphs(QChar c) {
+    return c == QChar::LineSeparator || c == QChar::ParagraphSeparator || c == QChar(0xfdd0) ||
+           c == QChar(0xfdd1);
+}
+
 // Where a paragraph lies in the file: the line it starts in, the column it starts at (not 0
 // for the further rows of a long line) and how many rows it holds.
 struct ParagraphPlace final : QTextBlockUserData {
@@ -75,7 +83,7 @@ public:
             }
             if (rowLength_ == rowCharacters)
                 startParagraph(grouped, lineCharacters_);
-            grouped += c;
+            grouped += breaksParagraphs(c) ? QChar(QChar::ReplacementCharacter) : c;
             ++lineCharacters_;
             ++rowLength_;
             ++paragraphLength_;
@@ -86,9 +94,10 @@ public:
 
     void finish() {
         cursor_.endEditBlock();
-        int index = 0;
-        for (QTextBlock block = document_.begin(); block.isValid(); block = block.next()) {
-            auto* place = new ParagraphPlace(places_.at(index++));
+        std::size_t index = 0;
+        for (QTextBlock block = document_.begin(); block.isValid() && index < places_.size();
+             block = block.next()) {
+            auto* place = new ParagraphPlace(places_[index++]);
             place->rows = static_cast<int>(block.text().count(QChar::LineSeparator)) + 1;
             block.setUserData(place);
         }

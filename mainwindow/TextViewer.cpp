@@ -18,7 +18,7 @@ TextViewer::TextViewer(QWidget* parent) : QPlainTextEdit(parent) {
 std::optional<QString> TextViewer::showFile(const QString& readPath, const QString& shownAs) {
     const auto failure = loadPlainText(*document(), readPath);
     moveCursor(QTextCursor::Start);
-    shownFile_ = failure ? QString() : shownAs;
+    shownFile_ = shownAs;
     return failure;
 }
 

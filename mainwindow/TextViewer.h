@@ -15,7 +15,7 @@ public:
 
     // Shows the file at readPath in blocks (see loadPlainText) with the caret at the start, and
     // remembers shownAs as the file shown. Returns the reason when the file cannot be read (the
-    // viewer is then empty and shows no file).
+    // viewer is then empty).
     std::optional<QString> showFile(const QString& readPath, const QString& shownAs);
     // Shows a text of the program's own, such as a note that the file is missing; shownAs is
     // remembered as the file shown (empty: none).

@@ -54,7 +54,6 @@ void ViewerLoader::loadtext(const QString& itemText, bool showHtml) {
         readPath = tempFilePath_;
     }
     if (const auto failure = viewer_.showFile(readPath, path_)) {
-        viewer_.showText(QString(), path_);
         prompts_.error(*failure, promptTitle);
         return;
     }
