@@ -162,6 +162,11 @@ TEST_F(Find, TheStatusBarFollowsTheCaretInRowsAndCharacters) {
     EXPECT_EQ(window->sbMain()->caret(), "row: 1,234  column:5");
     selectInViewer(lineStart(2), 2); // the caret is the selection's end
     EXPECT_EQ(window->sbMain()->caret(), "row: 2  column:3");
+    window->model().appendNode(node({"My Batch Task"}), "other", makeFile("in/b.txt", "b"), 11);
+    select({"My Batch Task", "other"});
+    EXPECT_EQ(window->sbMain()->caret(), "row: 1  column:1"); // a load puts the caret first
+    select({"My Batch Task", "text"});
+    selectInViewer(lineStart(2), 2);
 
     // "Set to Title" is offered only with a selection.
     emit viewer().customContextMenuRequested({5, 5});
