@@ -55,7 +55,7 @@ MainMenus::MainMenus(QMainWindow& window) : QObject(&window) {
     mnuFindNext = item(edit, "mnuFindNext", QStringLiteral("Find &Next"));
     mnuSearch = item(edit, "mnuSearch", QStringLiteral("Find In &All File"));
     mnuFind->setShortcut(QKeySequence::Find);
-    mnuFindNext->setShortcut(QKeySequence::FindNext);
+    mnuFindNext->setShortcut(Qt::Key_F3); // F3 on every desktop
 
     QMenu* manage = menu(window, "mnuManage", QStringLiteral("Control(&C)"));
     mnuAddfile = item(manage, "mnuAddfile", QStringLiteral("&Import File"));
@@ -134,8 +134,11 @@ void MainMenus::connectTo(frmCorvellum& w) {
     connect(mnuExit, &QAction::triggered, &w, &QWidget::close);
 
     on(mnuCopy, &frmCorvellum::mnuCopy_Click);
-    for (QAction* later : {mnuFind, mnuFindNext, mnuSearch, mnuDefBrowse, mnuHelp, mnuFileMatch,
-                           mnuCancelFileMatch, mnuMatch, mnuClearLink})
+    on(mnuFind, &frmCorvellum::mnuFind_Click);
+    on(mnuFindNext, &frmCorvellum::mnuFindNext_Click);
+    on(mnuSearch, &frmCorvellum::mnuSearch_Click);
+    for (QAction* later :
+         {mnuDefBrowse, mnuHelp, mnuFileMatch, mnuCancelFileMatch, mnuMatch, mnuClearLink})
         on(later, &frmCorvellum::notProvidedYet);
 
     on(mnuAddfile, &frmCorvellum::mnuAddfile_Click);

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFontDialog>
+#include <QInputDialog>
 #include <QMessageBox>
 
 namespace morlevant {
@@ -67,6 +68,10 @@ std::optional<QFont> QtPrompts::chooseFont(const QFont& initial) {
     if (!accepted)
         return std::nullopt;
     return chosen;
+}
+
+QString QtPrompts::inputText(const QString& prompt, const QString& title) {
+    return QInputDialog::getText(owner(), title, prompt);
 }
 
 } // namespace morlevant

@@ -6,8 +6,8 @@ class QWidget;
 
 namespace morlevant {
 
-// The prompts as the user sees them: message boxes and the desktop's file and font dialogs,
-// each modal over `parent`.
+// The prompts as the user sees them: message boxes, input boxes and the desktop's file and
+// font dialogs, each modal over `parent`.
 class QtPrompts final : public Prompts {
 public:
     explicit QtPrompts(QWidget* parent = nullptr);
@@ -21,6 +21,7 @@ public:
     QString openFileName(const FileDialogRequest& request) override;
     QString saveFileName(const FileDialogRequest& request) override;
     std::optional<QFont> chooseFont(const QFont& initial) override;
+    QString inputText(const QString& prompt, const QString& title) override;
 
 private:
     QWidget* owner() const;

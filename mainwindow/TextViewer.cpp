@@ -1,10 +1,10 @@
 #include "TextViewer.h"
 
+#include "BlockLoading.h"
+
 #include <QClipboard>
-#include <QFile>
 #include <QGuiApplication>
 #include <QLocale>
-#include <QTextBlock>
 
 namespace morlevant {
 
@@ -15,37 +15,51 @@ TextViewer::TextViewer(QWidget* parent) : QPlainTextEdit(parent) {
     setContextMenuPolicy(Qt::CustomContextMenu);
 }
 
-std::optional<QString> TextViewer::showFile(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        showText(QString());
-        return QStringLiteral("Cannot open %1: %2").arg(path, file.errorString());
-    }
-    setPlainText(QString::fromUtf8(file.readAll()));
-    shownFile_ = path;
-    return std::nullopt;
+std::optional<QString> TextViewer::showFile(const QString& readPath, const QString& shownAs) {
+    const auto failure = loadPlainText(*document(), readPath);
+    moveCursor(QTextCursor::Start);
+    shownFile_ = shownAs;
+    return failure;
 }
 
-void TextViewer::showText(const QString& text) {
-    setPlainText(text);
-    shownFile_.clear();
+void TextViewer::showText(const QString& text, const QString& shownAs) {
+    setGroupedText(*document(), text);
+    moveCursor(QTextCursor::Start);
+    shownFile_ = shownAs;
 }
 
 void TextViewer::setWrap(bool on) {
     setLineWrapMode(on ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
+    setParagraphRows(*document());
+}
+
+// A new width or font makes the view lay the document out afresh and forget each paragraph's
+// rows; see setParagraphRows.
+void TextViewer::resizeEvent(QResizeEvent* event) {
+    QPlainTextEdit::resizeEvent(event);
+    setParagraphRows(*document());
+}
+
+void TextViewer::changeEvent(QEvent* event) {
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        setParagraphRows(*document());
 }
 
 void TextViewer::copyToClipboard() {
-    const QString selected = textCursor().selectedText().replace(QChar::ParagraphSeparator, u'\n');
+    const QString selected = textCursor()
+                                 .selectedText()
+                                 .replace(QChar::ParagraphSeparator, u'\n')
+                                 .replace(QChar::LineSeparator, u'\n');
     QGuiApplication::clipboard()->setText(selected.isEmpty() ? toPlainText() : selected);
 }
 
 QString TextViewer::caretText() const {
-    const QTextCursor cursor = textCursor();
+    const LineColumn caret = lineColumnAt(*document(), textCursor().selectionEnd());
     // Thousands separated by a comma whatever the user's locale, as the status bar always shows.
     const QLocale english(QLocale::English);
-    return QStringLiteral("row: ") + english.toString(cursor.blockNumber() + 1) +
-           QStringLiteral("  column:") + english.toString(cursor.positionInBlock() + 1);
+    return QStringLiteral("row: ") + english.toString(caret.line + 1) +
+           QStringLiteral("  column:") + english.toString(caret.column + 1);
 }
 
 } // namespace morlevant

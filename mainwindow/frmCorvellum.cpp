@@ -3,6 +3,7 @@
 #include "AboutDialog.h"
 #include "CommandAvailability.h"
 #include "FileTypes.h"
+#include "FindInAllFiles.h"
 #include "MainMenus.h"
 #include "MainPane.h"
 #include "MainStatusBar.h"
@@ -22,7 +23,6 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMenu>
@@ -53,7 +53,8 @@ frmCorvellum::frmCorvellum(WindowContext context, QWidget* parent)
                [this](const QString& path) { applyRecentMenu(recent_.enterRecentFile(path)); }),
       launcher_(context_.prompts, context_.shell, context_.openTaskEditor),
       pane_(new MainPane(this)), tbMain_(new MainToolBar(this)), sbMain_(new MainStatusBar(this)),
-      menus_(new MainMenus(*this)) {
+      menus_(new MainMenus(*this)), viewerLoader_(*txtMain(), search_, context_.prompts),
+      find_(search_, *txtMain(), context_.prompts) {
     setObjectName(QStringLiteral("frmCorvellum"));
     setWindowIcon(programIcon());
     setWindowTitle(state_.windowTitle());
@@ -108,6 +109,7 @@ void frmCorvellum::startUp(const QString& commandLine) {
     settings_.windowState = isMaximized() ? UserSettings::Maximised : UserSettings::Normal;
     LoadSet(context_.settings, settings_, folder);
     applySettings();
+    viewerLoader_.setTempFilePath(settings_.tempFilePath);
     // Applies the splitter's limits to the loaded position.
     pane_->picSplit()->moveBy(0);
 
@@ -212,17 +214,14 @@ void frmCorvellum::showNode(QStandardItem* node) {
         txtMain()->showText(QString());
         return;
     }
-    const QString path = NodeTag::split(TaskTreeModel::tag(node)).path;
+    const QString tag = TaskTreeModel::tag(node);
+    const QString path = NodeTag::split(tag).path;
     lbCaption()->setText(node->text());
     sbMain_->setPath(path);
-    if (path.isEmpty()) {
+    if (path.isEmpty())
         txtMain()->showText(QString());
-    } else if (!QFileInfo::exists(path)) {
-        txtMain()->showText(QStringLiteral("Can't find file - ") + path);
-    } else if (path != txtMain()->shownFile()) {
-        if (const auto failure = txtMain()->showFile(path))
-            context_.prompts.error(*failure, promptTitle);
-    }
+    else if (path != txtMain()->shownFile())
+        viewerLoader_.loadtext(tag, menus_->mnuHtml->isChecked());
 }
 
 void frmCorvellum::workspaceReplaced() {
@@ -348,6 +347,24 @@ void frmCorvellum::mnuCopy_Click() {
     txtMain()->copyToClipboard();
 }
 
+void frmCorvellum::mnuFind_Click() {
+    find_.mnuFind(this);
+}
+
+void frmCorvellum::mnuFindNext_Click() {
+    find_.mnuFindNext(this);
+}
+
+void frmCorvellum::mnuSearch_Click() {
+    const QString text = context_.prompts.inputText(
+        QStringLiteral("What do you want to find in all files?"), promptTitle);
+    if (text.isEmpty())
+        return;
+    QStandardItem* group = findInAllFiles(model_, state_, text);
+    tvMain()->expand(model_.indexFromItem(group));
+    tvMain()->scrollTo(model_.indexFromItem(group));
+}
+
 void frmCorvellum::mnuAddfile_Click() {
     if (QStandardItem* added =
             commands_.importFiles(selectedNode(), menus_->mnuAFSon->isChecked())) {
@@ -396,9 +413,7 @@ void frmCorvellum::mnuExec_Click() {
         return;
     // Files the viewer cannot show as text always go to their own program; others to the
     // program chosen under "Choose exploer", when there is one.
-    const QString ending = path.right(4).toUpper();
-    const bool binary = FileTypeList().mid(0, 9).contains(ending);
-    if (!binary && !settings_.defBrowse.isEmpty())
+    if (!isNonTextFile(path) && !settings_.defBrowse.isEmpty())
         context_.shell.startProgram(settings_.defBrowse, {path});
     else
         context_.shell.openUrl(QUrl::fromLocalFile(path));

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "FindCommands.h"
 #include "RecentFiles.h"
+#include "SearchState.h"
 #include "TaskLauncher.h"
 #include "TaskTreeModel.h"
 #include "TreeCommands.h"
 #include "TreeImageList.h"
 #include "UserSettings.h"
+#include "ViewerLoader.h"
 #include "WindowContext.h"
 #include "WorkspaceSession.h"
 #include "WorkspaceState.h"
@@ -49,6 +52,9 @@ public:
     QLabel* lbCaption() const;
     MainPane* pane() const { return pane_; }
     const QString& programFolder() const { return launcher_.programFolder(); }
+    const SearchState& searchState() const { return search_; }
+    // The open find dialog, nullptr when none is.
+    frmFind* findDialog() const { return find_.dialog(); }
 
     // The selected node, nullptr when none.
     QStandardItem* selectedNode() const;
@@ -61,6 +67,9 @@ public:
     void mnuSaveAs_Click();
     void mLastFile_Click(int position);
     void mnuCopy_Click();
+    void mnuFind_Click();
+    void mnuFindNext_Click();
+    void mnuSearch_Click();
     void mnuAddfile_Click();
     void EditTask();
     void RunTask();
@@ -115,6 +124,9 @@ private:
     MainToolBar* tbMain_;
     MainStatusBar* sbMain_;
     MainMenus* menus_;
+    SearchState search_;
+    ViewerLoader viewerLoader_;
+    FindCommands find_;
 };
 
 } // namespace morlevant

@@ -15,6 +15,12 @@ const QStringList& FileTypeList() {
     return types;
 }
 
+bool isNonTextFile(const QString& path) {
+    constexpr qsizetype nonTextKinds = 9;
+    const qsizetype kind = FileTypeList().indexOf(path.right(4).toUpper());
+    return kind >= 0 && kind < nonTextKinds;
+}
+
 int Imagen(const QString& path) {
     if (path.isEmpty())
         return 0;

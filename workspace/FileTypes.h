@@ -9,6 +9,10 @@ namespace morlevant {
 // fixed order; the tree's icons, the viewer and "Open In Default" all decide by this list.
 const QStringList& FileTypeList();
 
+// Whether a path names a file of one of the first nine kinds (pictures, archives, programs,
+// help, sound), which the viewer does not show as text.
+bool isNonTextFile(const QString& path);
+
 // Icon index for a file path: 0 for an empty path or an unknown kind, otherwise the position of
 // its kind in FileTypeList() plus one, with "HTML" sharing the icon of ".HTM" (10).
 int Imagen(const QString& path);

@@ -21,8 +21,8 @@ struct FileDialogRequest {
     QString fileName;
 };
 
-// Every message box, question and file or font dialog the program shows goes through here, so
-// the commands can be driven by a script that answers as told and records what was asked.
+// Every message box, question, input box and file or font dialog the program shows goes through
+// here, so the commands can be driven by a script that answers as told and records what was asked.
 class Prompts {
 public:
     virtual ~Prompts() = default;
@@ -37,6 +37,8 @@ public:
     virtual QString openFileName(const FileDialogRequest& request) = 0;
     virtual QString saveFileName(const FileDialogRequest& request) = 0;
     virtual std::optional<QFont> chooseFont(const QFont& initial) = 0;
+    // An input box asking for one line of text; empty when the user cancels.
+    virtual QString inputText(const QString& prompt, const QString& title) = 0;
 };
 
 } // namespace morlevant

@@ -17,6 +17,7 @@ public:
     QQueue<Answer> answers;
     QQueue<QStringList> fileNames;
     QQueue<std::optional<QFont>> fonts;
+    QQueue<QString> inputs;
     QList<FileDialogRequest> dialogs;
 
     void information(const QString& text, const QString& title) override {
@@ -50,6 +51,15 @@ public:
             return std::nullopt;
         }
         return fonts.dequeue();
+    }
+
+    QString inputText(const QString& prompt, const QString& title) override {
+        asked.append("input|" + title + "|" + prompt);
+        if (inputs.isEmpty()) {
+            ADD_FAILURE() << "unexpected input box: " << prompt.toStdString();
+            return {};
+        }
+        return inputs.dequeue();
     }
 
     // The messages and questions only, without the dialogs.

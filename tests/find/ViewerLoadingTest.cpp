@@ -1,0 +1,231 @@
+#include "BlockLoading.h"
+#include "HtmlStrip.h"
+#include "QStringPrinter.h"
+#include "ScriptedPrompts.h"
+#include "SearchState.h"
+#include "SpecialFiles.h"
+#include "TaskError.h"
+#include "TempDir.h"
+#include "TextViewer.h"
+#include "ViewerLoader.h"
+
+#include <QTextDocument>
+#include <gtest/gtest.h>
+
+namespace morlevant {
+namespace {
+
+using testing::readBytes;
+using testing::writeBytes;
+
+TEST(HtmlStrip, DropsTagsAlsoWhenTheySpanLines) {
+    const struct {
+        std::vector<std::string> lines;
+        std::vector<std::string> stripped;
+    } cases[] = {
+        {{"<p>Hello <b>you</b></p>"}, {"Hello you"}},
+        {{"before <a", "href=\"x\">link</a> after"}, {"before ", "link after"}},
+        {{"<div", "", "class=x>", "", "text"}, {"", "", "", "", "text"}},
+        {{"a &amp; b &lt;c&gt;"}, {"a &amp; b &lt;c&gt;"}},
+        {{"stray > closes nothing", "open < never closed", "still inside"},
+         {"stray  closes nothing", "open ", ""}},
+    };
+    for (const auto& c : cases) {
+        bool insideTag = false;
+        std::vector<std::string> stripped;
+        for (const std::string& line : c.lines)
+            stripped.push_back(stripTags(line, insideTag));
+        EXPECT_EQ(stripped, c.stripped) << c.lines.front();
+    }
+}
+
+TEST(HtmlStrip, WritesEveryLineWithCrLfAndLeavesTheTargetAloneOnFailure) {
+    testing::TempDir folder;
+    const std::string target = folder.file("corvellum.tmp");
+    writeBytes(folder.file("page.html"), "<html>\n\n<body\r\nclass=a>Hi</body>\rthere");
+    stripHtmlFile(folder.file("page.html"), target);
+    EXPECT_EQ(readBytes(target), "\r\n\r\n\r\nHi\r\nthere\r\n");
+
+    EXPECT_THROW(stripHtmlFile(folder.file("missing.html"), target), TaskError);
+    EXPECT_EQ(readBytes(target), "\r\n\r\n\r\nHi\r\nthere\r\n");
+}
+
+class Loading : public ::testing::Test {
+protected:
+    QString file(const std::string& name, const std::string& bytes) const {
+        writeBytes(folder.file(name), bytes);
+        return path(name);
+    }
+    QString path(const std::string& name) const {
+        return QString::fromStdString(folder.file(name));
+    }
+
+    testing::TempDir folder;
+};
+
+TEST_F(Loading, BlocksJoinWithoutBreakingLinesOrCharacters) {
+    // Lines of 64 bytes up to the end of the first block, whose last byte is then a CR whose
+    // LF opens the next block, or the first half of a character.
+    const std::size_t block = std::size_t(1) << 20;
+    std::string lines;
+    while (lines.size() < block - 64)
+        lines += std::string(63, 'a') + "\n";
+    const struct {
+        std::string bytes;
+        QString end;
+        qsizetype lineEnds;
+    } cases[] = {
+        {lines + std::string(63, 'a') + "\r\nb\r\n", "aa\nb\n", qsizetype(block / 64 + 1)},
+        {lines + std::string(63, 'c') + "é\n", "cé\n", qsizetype(block / 64)},
+        {"one\r\ntwo\rthree\nfour", "one\ntwo\nthree\nfour", 3},
+        {"\n\r\n\r", "\n\n\n", 3},
+        // Separators of the document's own, in the file, are not taken as line ends.
+        {"a\u2028b\u2029c\n", "a\ufffdb\ufffdc\n", 1},
+    };
+    for (const auto& c : cases) {
+        QTextDocument document;
+        ASSERT_FALSE(loadPlainText(document, file("blocks.txt", c.bytes)));
+        const QString text = document.toPlainText();
+        EXPECT_TRUE(text.endsWith(c.end)) << c.end.toStdString();
+        EXPECT_EQ(text.count(u'\n'), c.lineEnds) << c.end.toStdString();
+        EXPECT_EQ(text.count(QChar::ReplacementCharacter), c.end.count(QChar::ReplacementCharacter))
+            << c.end.toStdString();
+    }
+}
+
+TEST_F(Loading, LinesAndColumnsAreCountedAcrossParagraphsAndRows) {
+    // A thousand short lines fill several paragraphs; a long one is shown in several rows.
+    std::string bytes;
+    for (int line = 1; line <= 1000; ++line)
+        bytes += "line " + std::to_string(line) + "\r\n";
+    bytes += std::string(rowCharacters * 2 + 10, 'x') + "END\r\nlast";
+    QTextDocument document;
+    ASSERT_FALSE(loadPlainText(document, file("lines.txt", bytes)));
+    const QString text = document.toPlainText();
+    const struct {
+        const char* text;
+        qsizetype line;
+        qsizetype column;
+    } cases[] = {{"line 1\n", 0, 0},
+                 {"line 256\n", 255, 0},
+                 {"ine 257\n", 256, 1},
+                 {"ine 1000\n", 999, 1},
+                 {"END", 1000, qsizetype(rowCharacters) * 2 + 10},
+                 {"last", 1001, 0}};
+    for (const auto& c : cases) {
+        const LineColumn at =
+            lineColumnAt(document, static_cast<int>(text.indexOf(QString(c.text))));
+        EXPECT_EQ(at.line, c.line) << c.text;
+        EXPECT_EQ(at.column, c.column) << c.text;
+    }
+    const LineColumn secondRow =
+        lineColumnAt(document, static_cast<int>(text.indexOf("x")) + rowCharacters + 1 + 5);
+    EXPECT_EQ(secondRow.line, 1000);
+    EXPECT_EQ(secondRow.column, rowCharacters + 5);
+    EXPECT_EQ(lineColumnAt(document, document.characterCount() - 1).line, 1001);
+}
+
+TEST_F(Loading, AFileOverTheLimitShowsItsFirstPartAndSaysSo) {
+    std::string kilobyteLines;
+    for (int line = 0; line < 3 * 1024; ++line)
+        kilobyteLines += std::string(1023, 'x') + "\n";
+    QTextDocument document;
+    ASSERT_FALSE(loadPlainText(document, file("big.txt", kilobyteLines), qint64(2) << 20));
+    const QStringList lines = document.toPlainText().split(u'\n');
+    ASSERT_EQ(lines.size(), 2 * 1024 + 1);
+    EXPECT_EQ(lines.last(),
+              "[Only the first 2 MB of this 3 MB file are shown; the rest is not shown.]");
+    EXPECT_EQ(notShownLine(qint64(64) << 20, (qint64(1) << 30) + 1),
+              "[Only the first 64 MB of this 1,025 MB file are shown; the rest is not shown.]");
+
+    // A part that ends inside a line gets the notice on a line of its own.
+    ASSERT_FALSE(loadPlainText(document, file("lines.txt", "one\ntwo\nthree\n"), 10));
+    EXPECT_EQ(document.toPlainText(), "one\ntwo\nth\n" + notShownLine(10, 14));
+    EXPECT_EQ(loadPlainText(document, path("missing.txt")).value_or("").left(10), "Can't open");
+    EXPECT_TRUE(document.isEmpty());
+}
+
+class LoadText : public Loading {
+protected:
+    LoadText() { loader.setTempFilePath(path("corvellum.tmp")); }
+    QString tag(const QString& remark, const QString& filePath) const {
+        return remark + QChar(0) + filePath;
+    }
+
+    TextViewer viewer;
+    SearchState search;
+    testing::ScriptedPrompts prompts;
+    ViewerLoader loader{viewer, search, prompts};
+};
+
+TEST_F(LoadText, FilesOfNonTextKindsShowACard) {
+    for (const char* name :
+         {"a.wav", "B.Zip", "c.EXE", "d.chm", "e.jpg", "f.GIF", "g.mp3", "h.mid", "i.bmp"}) {
+        const QString filePath = "/nowhere/" + QString(name);
+        loader.loadtext(tag("sound", filePath), true);
+        EXPECT_EQ(viewer.toPlainText(), "File name: " + filePath + "\n\nremark: sound" + QChar(0))
+            << name;
+        EXPECT_EQ(viewer.shownFile(), filePath);
+    }
+    EXPECT_EQ(loader.remark(), "sound" + QString(QChar(0)));
+    EXPECT_EQ(loader.path(), "/nowhere/i.bmp");
+    // Only the last four characters count.
+    file("clip.wave", "RIFF");
+    loader.loadtext(tag("", path("clip.wave")), true);
+    EXPECT_EQ(viewer.toPlainText(), "RIFF");
+    EXPECT_TRUE(prompts.asked.isEmpty());
+}
+
+TEST_F(LoadText, HtmlIsShownWithoutTagsOnlyWhenAsked) {
+    const QString page = file("site.html.d/page.HTML", "<p>Hi\n<a\nhref=x>there</a>\n\n</p>");
+    loader.loadtext(tag("", page), true);
+    EXPECT_EQ(viewer.toPlainText(), "Hi\n\nthere\n\n\n");
+    EXPECT_EQ(viewer.shownFile(), page);
+    loader.loadtext(tag("", page), false);
+    EXPECT_EQ(viewer.toPlainText(), "<p>Hi\n<a\nhref=x>there</a>\n\n</p>");
+    // ".HTM" anywhere in the path counts, also in a folder's name.
+    const QString notes = file("site.html.d/notes.txt", "<b>bold</b>");
+    loader.loadtext(tag("", notes), true);
+    EXPECT_EQ(viewer.toPlainText(), "bold\n");
+}
+
+TEST_F(LoadText, EveryLoadStartsTheSearchAfresh) {
+    search.findPosition = 7;
+    search.newText = false;
+    loader.loadtext(tag("", file("a.txt", "text")), true);
+    EXPECT_EQ(search.findPosition, 1);
+    EXPECT_TRUE(search.newText);
+    EXPECT_EQ(viewer.textCursor().position(), 0);
+}
+
+TEST_F(LoadText, WhatIsNotARegularFileIsRefusedWithOneMessage) {
+    ASSERT_TRUE(testing::makeFifo(folder.file("pipe")));
+    const testing::UnixSocket socket(folder.file("socket"));
+    ASSERT_TRUE(socket.bound());
+    std::filesystem::create_directories(folder.path() / "folder.htm");
+    const struct {
+        QString path;
+        const char* reason;
+    } cases[] = {
+        {path("folder.htm"), "it is a folder"},
+        {path("pipe"), "it is a named pipe"},
+        {"/dev/zero", "it is a device"},
+        {path("socket"), "it is a socket"},
+    };
+    for (const auto& c : cases) {
+        viewer.showText("before");
+        prompts.asked.clear();
+        loader.loadtext(tag("", c.path), true);
+        EXPECT_EQ(prompts.asked,
+                  QStringList{"error|Morlevant|Can't show " + c.path + ": " + c.reason + "."});
+        EXPECT_EQ(viewer.toPlainText(), "");
+        EXPECT_EQ(viewer.shownFile(), c.path); // not tried again until picked anew
+    }
+    prompts.asked.clear();
+    loader.loadtext(tag("", path("gone.txt")), true);
+    EXPECT_EQ(viewer.toPlainText(), "Can't find file - " + path("gone.txt"));
+    EXPECT_TRUE(prompts.asked.isEmpty());
+}
+
+} // namespace
+} // namespace morlevant
