@@ -60,11 +60,17 @@ Calculation::Calculation(const TaskPageSettings& settings)
         rounding_ = Rounding::Decimals;
     }
 
-    for (const ColumnRange& range : writtenRanges())
-        if (range.width() > maxAlignedWidth)
-            throw TaskError("The column range " + std::to_string(range.first) + "-" +
-                            std::to_string(range.last) +
-                            " is too wide to align calculated results in");
+    // Every range's result is made up to the range's width, so their widths together are the
+    // least a row of the ranges taken out can be: a cap keeps one row from growing unbounded.
+    std::size_t total = 0;
+    for (const ColumnRange& range : writtenRanges()) {
+        total += std::min(range.width(), maxAlignedWidth + 1);
+        if (total > maxAlignedWidth)
+            throw TaskError("The column ranges from " + std::to_string(range.first) + "-" +
+                            std::to_string(range.last) + " on are too wide to align calculated " +
+                            "results in: together they may span at most " +
+                            std::to_string(maxAlignedWidth) + " columns");
+    }
 }
 
 double Calculation::apply(const Step& step, double value) const {

@@ -107,6 +107,8 @@ TEST(Calculation, StopsWithAMessageNamingTheStep) {
                  {"+1", "0", "", "1e999", "\"+1\" overflows"},
                  {"+1", "99999999999", "", "1", "decimals 99999999999 is too large"},
                  {"+1", "0", "1-999999999", "1", "too wide"},
+                 // Each range within bounds, together a gigabyte a row.
+                 {"+1", "0", "1-16777216,1-16777216", "1", "1-16777216 on are too wide"},
                  {"+1", "0", "1-3,5", "1", "no partner"}};
     for (const auto& c : cases) {
         const std::string error = morlevant::testing::taskErrorOf([&] {
