@@ -93,6 +93,8 @@ INSTANTIATE_TEST_SUITE_P(
         RangeCase{"8-9", "Left", Mode::InPlace, "  5 10", "  5 10"},
 
         RangeCase{"", "Left", Mode::InPlace, "  5 10", "10"},
+        RangeCase{"3-2", "Left", Mode::InPlace, "  5 10", "  5 10"}, // empty ranges: nothing
+        RangeCase{"3-2", "Left", Mode::Out, "  5 10", ""},
         RangeCase{"2-3", "Left", Mode::InPlace,
                   "\xc3\xa9"
                   "12\xc3\xa9",

@@ -48,6 +48,9 @@ INSTANTIATE_TEST_SUITE_P(
         ReplaceCase{pair("a", "X"), "1-2,3-20", Mode::Out, "aaaaa", "XX"}, // past the end: dropped
         ReplaceCase{pair("cf", "X"), "2-3,6-7", Mode::Out, "abcdefgh", "bcfg"},
         ReplaceCase{pair("a", "X"), "", Mode::Out, "aba", "XbX"},
+        // Ranges that are all empty select nothing; only a blank text means the whole line.
+        ReplaceCase{pair("a", "X"), "3-2", Mode::Out, "abcdea", ""},
+        ReplaceCase{pair("a", "X"), "3-2,9-1", Mode::InPlace, "abcdea", "abcdea"},
         ReplaceCase{pair("a", "X"), "1-3", Mode::InPlace, "aaaaa", "XXXaa"},
         ReplaceCase{pair("a", "X"), "4-9", Mode::InPlace, "aaaaa", "aaaXX"},
         ReplaceCase{pair("a", "XY"), "3-3,1-1", Mode::InPlace, "aaaa", "XYaXYa"},
