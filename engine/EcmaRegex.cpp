@@ -23,20 +23,6 @@ std::string errorText(int code) {
                       : std::string(reinterpret_cast<const char*>(buffer), length);
 }
 
-bool isValidUtf8(std::string_view text) {
-    for (std::size_t pos = 0; pos < text.size();) {
-        if (static_cast<unsigned char>(text[pos]) < 0x80) {
-            ++pos;
-            continue;
-        }
-        const std::size_t length = utf8CharLength(text, pos);
-        if (length == 1)
-            return false;
-        pos += length;
-    }
-    return true;
-}
-
 } // namespace
 
 EcmaRegex::EcmaRegex(std::string_view pattern) : pattern_(pattern) {

@@ -17,6 +17,9 @@ std::size_t utf8CharCount(std::string_view text);
 // Whether every byte is below 0x80, so that characters and bytes coincide.
 bool isAscii(std::string_view text);
 
+// Whether every byte belongs to a valid UTF-8 sequence.
+bool isValidUtf8(std::string_view text);
+
 // The UTF-8 bytes of a code point.
 inline std::string utf8Of(char32_t c) {
     std::string out;

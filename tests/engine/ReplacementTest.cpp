@@ -42,6 +42,12 @@ INSTANTIATE_TEST_SUITE_P(
         ReplaceCase{pair("", "X"), "", Mode::Whole, "abc", "abc"},
         ReplaceCase{pair("a", ""), "", Mode::Whole, "banana", "bnn"},
         ReplaceCase{pair(".*", "$1"), "", Mode::Whole, "a.*b", "a$1b"}, // nothing special
+        // Characters are compared: a lone byte never matches inside a multi-byte character.
+        ReplaceCase{pair("\xac", "X"), "", Mode::Whole, "\xe2\x82\xac\xac", "\xe2\x82\xacX"},
+        ReplaceCase{pair("\xe2\x82", "X"), "", Mode::Whole, "\xe2\x82\xac\xe2\x82",
+                    "\xe2\x82\xacX"},
+        ReplaceCase{pair("\xac\xac", "X"), "", Mode::Whole, "\xac\xe2\x82\xac\xac\xac",
+                    "\xac\xe2\x82\xacX"},
 
         ReplaceCase{pair("a", "X"), "1-3,5-6", Mode::Out, "abcdefaa", "Xbcef"},
 
