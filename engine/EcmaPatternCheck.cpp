@@ -146,9 +146,6 @@ private:
     }
 
     void checkBackReference(const Node& n) {
-        if (behind_)
-            unsupported(n, "a back-reference inside a lookbehind (JavaScript matches a "
-                           "lookbehind from right to left)");
         // Inside a repetition JavaScript starts the group afresh at each iteration: a
         // reference that comes before the group closes sees it unset, PCRE2 sees the value of
         // the iteration before.

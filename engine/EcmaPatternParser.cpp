@@ -128,9 +128,25 @@ private:
 
     Node alternative() {
         Node sequence = node(Kind::Sequence, pos_);
-        while (!atEnd() && peek() != '|' && peek() != ')')
+        while (!atEnd() && peek() != '|' && peek() != ')') {
             term(sequence.children);
+            joinSurrogatePair(sequence.children);
+        }
         return sequence;
+    }
+
+    // "\uD83D\uDE00" is one character beyond the Basic Multilingual Plane, as JavaScript finds
+    // it in text; a line holds it as one UTF-8 sequence.
+    static void joinSurrogatePair(std::vector<Node>& terms) {
+        const std::size_t n = terms.size();
+        if (n < 2 || terms[n - 1].kind != Kind::Character || terms[n - 2].kind != Kind::Character)
+            return;
+        const char32_t high = terms[n - 2].character;
+        const char32_t low = terms[n - 1].character;
+        if (high < 0xD800 || high > 0xDBFF || low < 0xDC00 || low > 0xDFFF)
+            return;
+        terms[n - 2].character = 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
+        terms.pop_back();
     }
 
     void term(std::vector<Node>& into) {

@@ -78,21 +78,21 @@ INSTANTIATE_TEST_SUITE_P(BackReferences, MeansWhatJavaScriptMeans,
                                            SyntaxCase{"(?<n>.)\\k<n>", "[$<n>]", "xxyz", "[x]yz"},
                                            SyntaxCase{"(a)\\10", "-", "aa0", "aa0"}));
 
-INSTANTIATE_TEST_SUITE_P(LegacyEscapes, MeansWhatJavaScriptMeans,
-                         ::testing::Values(SyntaxCase{"\\u{41}", "-",
-                                                      "uuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuA",
-                                                      "-A"},
-                                           SyntaxCase{"\\G", "-", "aGc", "a-c"},
-                                           SyntaxCase{"\\A\\Z\\h\\e\\R\\K\\Q", "-", "AZheRKQ", "-"},
-                                           SyntaxCase{"\\p{L}", "-", "p{L}", "-"},
-                                           SyntaxCase{"\\8\\9\\o\\y", "-", "89oy", "-"},
-                                           SyntaxCase{"\\18", "-",
-                                                      "\x01"
-                                                      "8",
-                                                      "-"},
-                                           SyntaxCase{"\\377\\400", "-", "\xc3\xbf 0", "-"},
-                                           SyntaxCase{"\\x4g\\x41", "-", "x4gA", "-"},
-                                           SyntaxCase{"a{,2}]}", "-", "a{,2}]}", "-"}));
+INSTANTIATE_TEST_SUITE_P(
+    LegacyEscapes, MeansWhatJavaScriptMeans,
+    ::testing::Values(
+        SyntaxCase{"\\u{41}", "-", "uuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuuA", "-A"},
+        SyntaxCase{"\\G", "-", "aGc", "a-c"},
+        SyntaxCase{"\\A\\Z\\h\\e\\R\\K\\Q", "-", "AZheRKQ", "-"},
+        SyntaxCase{"\\p{L}", "-", "p{L}", "-"}, SyntaxCase{"\\8\\9\\o\\y", "-", "89oy", "-"},
+        SyntaxCase{"\\18", "-",
+                   "\x01"
+                   "8",
+                   "-"},
+        SyntaxCase{"\\377\\400", "-", "\xc3\xbf 0", "-"},
+        SyntaxCase{"\\x4g\\x41", "-", "x4gA", "-"}, SyntaxCase{"a{,2}]}", "-", "a{,2}]}", "-"},
+        // Two escaped halves of a UTF-16 pair are the one character they make.
+        SyntaxCase{"\\uD83D\\uDE00", "-", "a\xf0\x9f\x98\x80", "a-"}));
 
 INSTANTIATE_TEST_SUITE_P(Classes, MeansWhatJavaScriptMeans,
                          ::testing::Values(SyntaxCase{"[\\d-z]", "-", "5-za", "---a"},
