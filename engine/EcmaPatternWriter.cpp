@@ -51,13 +51,17 @@ public:
             write(n.children.front(), setAll);
             out_ += ')';
             break;
-        case Kind::Look:
+        case Kind::Look: {
             out_ += n.behind ? "(?<" : "(?";
             out_ += n.negative ? '!' : '=';
+            const bool outerBehind = behind_;
+            behind_ = n.behind;
             // A negative lookaround never sets its groups, so they need no empty value.
             write(n.children.front(), setAll && !n.negative);
+            behind_ = outerBehind;
             out_ += ')';
             break;
+        }
         case Kind::Repeat:
             writeRepeat(n, setAll);
             break;
@@ -95,12 +99,19 @@ private:
 
     void writeRepeat(const Node& n, bool setAll) {
         const Node& atom = n.children.front();
-        if (onlyMatchesEmpty(atom)) {
-            // JavaScript rejects every optional iteration of an atom that cannot consume text,
-            // so only the required ones count; with none, its groups stay unset.
-            out_ += "(?:";
+        if (n.max == 0 || (n.min == 0 && onlyMatchesEmpty(atom))) {
+            // The atom never takes part and its groups stay unset: JavaScript rejects every
+            // optional iteration that matches the empty text. Outside lookbehinds (which need
+            // {0} to keep a fixed length) it sits behind a branch that always fails rather than
+            // under {0}, with which PCRE2 10.42 misses matches when the atom holds a lookahead.
+            out_ += behind_ ? "(?:" : "(?:(?!)";
             write(atom, setAll);
-            out_ += "){" + std::to_string(std::min(n.min, 1)) + "}";
+            out_ += behind_ ? "){0}" : "|)";
+            return;
+        }
+        if (onlyMatchesEmpty(atom)) {
+            // Only the required iterations count, and they all match the same empty text.
+            write(atom, setAll);
             return;
         }
         const GroupSpan groups = groupsOf(atom);
@@ -216,6 +227,7 @@ private:
     }
 
     bool utf_;
+    bool behind_ = false; // inside a lookbehind
     std::string out_;
 };
 

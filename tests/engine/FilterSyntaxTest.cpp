@@ -122,12 +122,16 @@ INSTANTIATE_TEST_SUITE_P(RepeatedGroups, MeansWhatJavaScriptMeans,
                                            SyntaxCase{"(?:a|)+", "[$&]", "aa", "[aa][]"},
                                            SyntaxCase{"(?:(a)b*?)+", "[$1]", "aab", "[a]b"}));
 
-INSTANTIATE_TEST_SUITE_P(Lookarounds, MeansWhatJavaScriptMeans,
-                         ::testing::Values(SyntaxCase{"(?=a)*b", "-", "ab", "a-"},
-                                           SyntaxCase{"(?=(a))+", "[$1]", "a", "[a]a"},
-                                           SyntaxCase{"(?=(a))?a", "[$1]", "a", "[]"},
-                                           SyntaxCase{"(?<=a|bc)x", "-", "bcx", "bc-"},
-                                           SyntaxCase{"(?<=(\\w)\\w)c", "[$1]", "abc", "ab[a]"}));
+INSTANTIATE_TEST_SUITE_P(
+    Lookarounds, MeansWhatJavaScriptMeans,
+    ::testing::Values(SyntaxCase{"(?=a)*b", "-", "ab", "a-"},
+                      SyntaxCase{"(?=(a))+", "[$1]", "a", "[a]a"},
+                      SyntaxCase{"(?=(a))?a", "[$1]", "a", "[]"},
+                      SyntaxCase{"(?<=a|bc)x", "-", "bcx", "bc-"},
+                      SyntaxCase{"(?<=(\\w)\\w)c", "[$1]", "abc", "ab[a]"},
+                      // Never repeated, an atom with a lookahead matches the empty text everywhere.
+                      SyntaxCase{"(?:x|(?=b)){0}", "-", "dba", "-d-b-a-"},
+                      SyntaxCase{"(?<=a{0}b)c", "-", "bc", "b-"}));
 
 // Where JavaScript throws a SyntaxError the filter stops before any file is written, naming
 // the cause and the position; constructs PCRE2 cannot match the JavaScript way are refused too,
