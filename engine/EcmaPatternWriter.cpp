@@ -52,14 +52,23 @@ public:
             out_ += ')';
             break;
         case Kind::Look: {
-            out_ += n.behind ? "(?<" : "(?";
-            out_ += n.negative ? '!' : '=';
+            const std::string open =
+                n.behind ? (n.negative ? "(?<!" : "(?<=") : (n.negative ? "(?!" : "(?=");
+            const Node& body = n.children.front();
             const bool outerBehind = behind_;
             behind_ = n.behind;
-            // A negative lookaround never sets its groups, so they need no empty value.
-            write(n.children.front(), setAll && !n.negative);
+            // A negative lookaround never sets its groups, so they need no empty value. A
+            // lookbehind whose alternatives are padded becomes one lookbehind per alternative:
+            // PCRE2 needs its alternatives at the top to have a fixed length each.
+            if (n.behind && !n.negative && setAll && body.kind == Kind::Alternation &&
+                groupsOf(body).count > 0) {
+                writeAlternation(body, true, open);
+            } else {
+                out_ += open;
+                write(body, setAll && !n.negative);
+                out_ += ')';
+            }
             behind_ = outerBehind;
-            out_ += ')';
             break;
         }
         case Kind::Repeat:
@@ -76,7 +85,9 @@ private:
             out_ += "()";
     }
 
-    void writeAlternation(const Node& n, bool setAll) {
+    // With `setAll`, a branch-reset group whose branches set every group of the others to the
+    // empty text; each branch inside `wrap` ... ")" when given.
+    void writeAlternation(const Node& n, bool setAll, const std::string& wrap = {}) {
         const GroupSpan all = groupsOf(n);
         const bool reset = setAll && all.count > 0;
         if (reset)
@@ -85,12 +96,15 @@ private:
         for (std::size_t i = 0; i < n.children.size(); ++i) {
             if (i > 0)
                 out_ += '|';
+            out_ += wrap;
             const int own = groupsOf(n.children[i]).count;
             if (reset)
                 writeEmptyGroups(next - all.first);
             write(n.children[i], setAll);
             if (reset)
                 writeEmptyGroups(all.first + all.count - next - own);
+            if (!wrap.empty())
+                out_ += ')';
             next += own;
         }
         if (reset)

@@ -131,7 +131,8 @@ INSTANTIATE_TEST_SUITE_P(
                       SyntaxCase{"(?<=(\\w)\\w)c", "[$1]", "abc", "ab[a]"},
                       // Never repeated, an atom with a lookahead matches the empty text everywhere.
                       SyntaxCase{"(?:x|(?=b)){0}", "-", "dba", "-d-b-a-"},
-                      SyntaxCase{"(?<=a{0}b)c", "-", "bc", "b-"}));
+                      SyntaxCase{"(?<=a{0}b)c", "-", "bc", "b-"},
+                      SyntaxCase{"(?:(?<=a|(b)c)x)+", "[$1]", "bcxax", "bc[b]a[]"}));
 
 // Where JavaScript throws a SyntaxError the filter stops before any file is written, naming
 // the cause and the position; constructs PCRE2 cannot match the JavaScript way are refused too,

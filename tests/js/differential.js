@@ -7,9 +7,10 @@
 // or that the pattern is refused; the filter routine, run by filter_runner, must agree. A
 // pattern the filter reports as one it cannot match the way JavaScript does is counted apart.
 //
-//   node differential.js --runner PATH [--random N] [--seed S] [--verbose]
+//   node differential.js --runner PATH [--random N] [--seed S] [--depth D] [--verbose]
 //
-// The hand-picked cases always run; --random adds N generated ones (default 0).
+// The hand-picked cases always run; --random adds N generated ones (default 0) with groups
+// nested D deep (default 2).
 'use strict';
 
 const { spawnSync } = require('child_process');
@@ -21,9 +22,11 @@ function option(name, fallback) {
 const runner = option('--runner', null);
 const randomCount = Number(option('--random', '0'));
 const seed = Number(option('--seed', String(Date.now() % 100000)));
+const depth = Number(option('--depth', '2')); // nesting of generated groups
 const verbose = process.argv.includes('--verbose');
 if (!runner) {
-    console.error('usage: node differential.js --runner PATH [--random N] [--seed S] [--verbose]');
+    console.error('usage: node differential.js --runner PATH [--random N] [--seed S] [--depth D] ' +
+                  '[--verbose]');
     process.exit(2);
 }
 
@@ -72,7 +75,7 @@ const fixed = [
     ['(a*)+', '[$1]', 'a'],
     ['(?<=a+)b', '', 'ab'], ['(?<=a|bc)x', '-', 'bcx'], ['(?<=(\\w)\\w)c', '[$1]', 'abc'],
     ['(?:x|(?=b)){0}', '-', 'dba'], ['(?<=a{0}b)c', '-', 'bc'], ['x{65536}', '', 'x'],
-    ['.', '-', 'a\u2028b'], ['^a|b$', '-', 'aab'],
+    ['(?:(?<=a|(b)c)x)+', '[$1]', 'bcxax'], ['.', '-', 'a\u2028b'], ['^a|b$', '-', 'aab'],
 ];
 
 // A small seeded generator, so that a run can be repeated with its seed.
@@ -131,7 +134,7 @@ function line() {
 
 const cases = fixed.slice();
 for (let i = 0; i < randomCount; ++i)
-    cases.push([disjunction(2), pick(replacements), line()]);
+    cases.push([disjunction(depth), pick(replacements), line()]);
 
 function expected([pattern, replaceWith, text]) {
     let regex;
