@@ -5,6 +5,7 @@
 #include "TaskError.h"
 #include "Utf8.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -44,17 +45,20 @@ Calculation::Calculation(const TaskPageSettings& settings)
         steps = steps.substr(comma + 1);
     }
 
-    // "0" rounds to whole numbers half to even; a count n gives n decimals rounded half away
-    // from zero ("00" counts as 0 decimals of that kind). The editor lets only digits into the
-    // box, so a blank or non-numeric value means the user asked for no rounding: results are
-    // written as calculated.
+    // "0" rounds to whole numbers half to even. Any other text gives the format "#0." followed
+    // by n zeros, n its leading whole number: n decimals rounded half away from zero. A blank
+    // line 6, or one without a number, is 0 decimals of that kind ("00" too). With none, the
+    // point of "#0." is not written: it would only end the number, and a result such as "3."
+    // is not read back the same way by every program that reads the file.
     const std::string decimals = trimmed(settings.decimalNumber);
     if (decimals == "0") {
         rounding_ = Rounding::WholeHalfEven;
-    } else if (!decimals.empty() && decimals.find_first_not_of("0123456789") == std::string::npos) {
+    } else {
+        const std::size_t digits =
+            std::min(decimals.find_first_not_of("0123456789"), decimals.size());
         const auto [end, error] =
-            std::from_chars(decimals.data(), decimals.data() + decimals.size(), decimals_);
-        if (error != std::errc{} || decimals_ > maxDecimals)
+            std::from_chars(decimals.data(), decimals.data() + digits, decimals_);
+        if (error == std::errc::result_out_of_range || decimals_ > maxDecimals)
             throw TaskError("The number of decimals " + decimals + " is too large; at most " +
                             std::to_string(maxDecimals) + " decimals can be written");
         rounding_ = Rounding::Decimals;
@@ -128,8 +132,6 @@ void Calculation::CalculateLine(std::string_view line, std::string& out) {
         out.clear();
         appendShortestNumber(value, out);
     }
-    if (rounding_ == Rounding::None)
-        return;
     // Round the value of the 15-digit text, as the text is what the steps hand on.
     value = LeadingNumber(out);
     out.clear();

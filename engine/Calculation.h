@@ -42,9 +42,8 @@ private:
     double apply(const Step& step, double value) const;
 
     std::vector<Step> steps_;
-    // Whole numbers rounded half to even (line 6 "0"), n decimals rounded half away from zero,
-    // or no rounding at all.
-    enum class Rounding { WholeHalfEven, Decimals, None } rounding_ = Rounding::None;
+    // Whole numbers rounded half to even (line 6 "0") or n decimals rounded half away from zero.
+    enum class Rounding { WholeHalfEven, Decimals } rounding_ = Rounding::Decimals;
     int decimals_ = 0;
     bool alignLeft_ = true;
 };

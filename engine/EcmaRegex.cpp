@@ -1,5 +1,8 @@
 #include "EcmaRegex.h"
 
+#include "EcmaPatternCheck.h"
+#include "EcmaPatternParser.h"
+#include "EcmaPatternWriter.h"
 #include "TaskError.h"
 #include "Utf8.h"
 
@@ -7,10 +10,9 @@ namespace morlevant {
 
 namespace {
 
-// ECMAScript's reading of \u, \x, [] and [^], backreferences to groups that did not take part
-// (they match the empty text), and "$" only at the very end.
-constexpr std::uint32_t compileOptions =
-    PCRE2_ALT_BSUX | PCRE2_ALLOW_EMPTY_CLASS | PCRE2_MATCH_UNSET_BACKREF | PCRE2_DOLLAR_ENDONLY;
+// The translated pattern spells out every construct; the one option left is JavaScript's
+// reading of a back-reference to a group that did not take part: it matches the empty text.
+constexpr std::uint32_t compileOptions = PCRE2_MATCH_UNSET_BACKREF;
 constexpr PCRE2_SIZE jitStackStart = 64 * 1024;
 constexpr PCRE2_SIZE jitStackMax = 256 * 1024 * 1024;
 
@@ -21,38 +23,29 @@ std::string errorText(int code) {
                       : std::string(reinterpret_cast<const char*>(buffer), length);
 }
 
-bool isValidUtf8(std::string_view text) {
-    if (isAscii(text))
-        return true;
-    for (std::size_t pos = 0; pos < text.size();) {
-        const std::size_t length = utf8CharLength(text, pos);
-        if (length == 1 && static_cast<unsigned char>(text[pos]) >= 0x80)
-            return false;
-        pos += length;
-    }
-    return true;
-}
-
 } // namespace
 
 EcmaRegex::EcmaRegex(std::string_view pattern) : pattern_(pattern) {
-    compileContext_ = pcre2_compile_context_create(nullptr);
-#ifdef PCRE2_EXTRA_ALT_BSUX
-    // \u{hhhh} as a code point; older PCRE2 releases read only \uhhhh.
-    pcre2_set_compile_extra_options(compileContext_, PCRE2_EXTRA_ALT_BSUX);
-#endif
-    std::string error;
-    utfCode_ = compile(pattern, true, &error);
-    if (utfCode_ == nullptr) {
-        pcre2_compile_context_free(compileContext_);
-        throw TaskError("The regular expression \"" + pattern_ + "\" is not valid: " + error);
+    ParsedPattern parsed;
+    try {
+        parsed = parseEcmaPattern(pattern);
+        checkPcreMatchesLikeJavaScript(parsed);
+    } catch (const PatternError& error) {
+        throw TaskError("The regular expression \"" + pattern_ + "\" " +
+                        (error.unsupported ? "cannot be matched as JavaScript matches it: "
+                                           : "is not valid: ") +
+                        error.cause + " at position " + std::to_string(error.position));
     }
-    byteCode_ = compile(pattern, false, &byteCodeError_);
+    groupCount_ = parsed.groupCount;
+    for (int group = 1; group <= parsed.groupCount; ++group)
+        if (!parsed.groupNames[group - 1].empty())
+            groupNames_.emplace_back(parsed.groupNames[group - 1], group);
 
-    pcre2_pattern_info(utfCode_, PCRE2_INFO_CAPTURECOUNT, &groupCount_);
-    std::uint32_t names = 0;
-    pcre2_pattern_info(utfCode_, PCRE2_INFO_NAMECOUNT, &names);
-    hasNames_ = names > 0;
+    std::string error;
+    utfCode_ = compile(writePcrePattern(parsed, true), true, &error);
+    if (utfCode_ == nullptr)
+        throw TaskError("The regular expression \"" + pattern_ + "\" cannot be compiled: " + error);
+    byteCode_ = compile(writePcrePattern(parsed, false), false, &byteCodeError_);
 
     matchData_ = pcre2_match_data_create_from_pattern(utfCode_, nullptr);
     ovector_ = pcre2_get_ovector_pointer(matchData_);
@@ -68,7 +61,6 @@ EcmaRegex::~EcmaRegex() {
     pcre2_match_data_free(matchData_);
     pcre2_code_free(byteCode_);
     pcre2_code_free(utfCode_);
-    pcre2_compile_context_free(compileContext_);
 }
 
 pcre2_code* EcmaRegex::compile(std::string_view pattern, bool utf, std::string* error) {
@@ -76,7 +68,7 @@ pcre2_code* EcmaRegex::compile(std::string_view pattern, bool utf, std::string* 
     PCRE2_SIZE offset = 0;
     pcre2_code* compiled =
         pcre2_compile(reinterpret_cast<PCRE2_SPTR>(pattern.data()), pattern.size(),
-                      compileOptions | (utf ? PCRE2_UTF : 0), &code, &offset, compileContext_);
+                      compileOptions | (utf ? PCRE2_UTF : 0), &code, &offset, nullptr);
     if (compiled == nullptr) {
         *error = errorText(code) + " at position " + std::to_string(offset);
         return nullptr;
@@ -87,19 +79,23 @@ pcre2_code* EcmaRegex::compile(std::string_view pattern, bool utf, std::string* 
 }
 
 int EcmaRegex::groupNumber(std::string_view name) const {
-    const std::string key(name);
-    const int number =
-        pcre2_substring_number_from_name(utfCode_, reinterpret_cast<PCRE2_SPTR>(key.c_str()));
-    return number > 0 ? number : 0;
+    for (const auto& [groupName, number] : groupNames_)
+        if (groupName == name)
+            return number;
+    return 0;
 }
 
 void EcmaRegex::setSubject(std::string_view subject) {
     subject_ = subject;
-    subjectIsUtf_ = isValidUtf8(subject);
+    // A line of ASCII reads the same byte by byte, and the byte compile matches it faster: its
+    // classes need no test for characters beyond ASCII.
+    const bool ascii = isAscii(subject);
+    subjectIsUtf_ = ascii || isValidUtf8(subject);
     if (!subjectIsUtf_ && byteCode_ == nullptr)
         throw TaskError(
             "The regular expression \"" + pattern_ +
             "\" cannot be matched against a line that is not valid UTF-8: " + byteCodeError_);
+    code_ = (ascii || !subjectIsUtf_) && byteCode_ != nullptr ? byteCode_ : utfCode_;
 }
 
 bool EcmaRegex::find(std::size_t start) {
@@ -107,8 +103,8 @@ bool EcmaRegex::find(std::size_t start) {
     const auto* text = reinterpret_cast<PCRE2_SPTR>(subject_.empty() ? empty : subject_.data());
     // The subject was checked once by setSubject: re-checking it on every call would make a
     // global match over a long line quadratic.
-    const int rc = pcre2_match(subjectIsUtf_ ? utfCode_ : byteCode_, text, subject_.size(), start,
-                               PCRE2_NO_UTF_CHECK, matchData_, matchContext_);
+    const int rc = pcre2_match(code_, text, subject_.size(), start, PCRE2_NO_UTF_CHECK, matchData_,
+                               matchContext_);
     if (rc >= 0)
         return true;
     if (rc == PCRE2_ERROR_NOMATCH)

@@ -5,16 +5,20 @@
 #include <pcre2.h>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace morlevant {
 
-// A regular expression in ECMAScript syntax, compiled once through PCRE2 and matched against
-// one subject at a time. Lines that are valid UTF-8 are matched character by character; other
+// A regular expression in ECMAScript syntax, as JavaScript reads a RegExp without flags,
+// translated into an equivalent PCRE2 pattern, compiled once and matched against one subject
+// at a time. Lines that are valid UTF-8 are matched character by character; other
 // lines by a second compile of the same pattern in which every byte is a character, so that
 // they can still be filtered.
 class EcmaRegex final {
 public:
-    // Throws TaskError naming the pattern, the position and the cause when it does not compile.
+    // Throws TaskError naming the pattern, the position and the cause when JavaScript would
+    // refuse it, or when PCRE2 cannot match it the way JavaScript does.
     explicit EcmaRegex(std::string_view pattern);
     ~EcmaRegex();
     EcmaRegex(const EcmaRegex&) = delete;
@@ -24,7 +28,7 @@ public:
     int groupCount() const { return groupCount_; }
     // Number of the group with this name, or 0 when the pattern has no such group.
     int groupNumber(std::string_view name) const;
-    bool hasNamedGroups() const { return hasNames_; }
+    bool hasNamedGroups() const { return !groupNames_.empty(); }
 
     // Makes `subject` the text that find() searches; it must outlive the searches.
     void setSubject(std::string_view subject);
@@ -42,7 +46,6 @@ private:
     pcre2_code* compile(std::string_view pattern, bool utf, std::string* error);
 
     std::string pattern_;
-    pcre2_compile_context* compileContext_ = nullptr;
     pcre2_code* utfCode_ = nullptr;
     pcre2_code* byteCode_ = nullptr; // null when the pattern cannot be read byte by byte
     std::string byteCodeError_;
@@ -51,10 +54,11 @@ private:
     pcre2_jit_stack* jitStack_ = nullptr;
     const PCRE2_SIZE* ovector_ = nullptr;
     int groupCount_ = 0;
-    bool hasNames_ = false;
+    std::vector<std::pair<std::string, int>> groupNames_;
 
     std::string_view subject_;
     bool subjectIsUtf_ = true;
+    const pcre2_code* code_ = nullptr; // the compile that matches the current subject
 };
 
 } // namespace morlevant

@@ -8,6 +8,7 @@ namespace morlevant {
 
 RangedLineOperation::RangedLineOperation(std::string_view columnRanges) {
     const RangePairs parsed = RangePairs::parse(columnRanges, "column ranges");
+    blank_ = parsed.empty();
     for (const RangePair& pair : parsed.pairs()) {
         const ColumnRange range{std::max<std::size_t>(columnPosition(pair.low), 1),
                                 columnPosition(pair.high)};

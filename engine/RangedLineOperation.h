@@ -29,7 +29,9 @@ protected:
     // Called with each range's result before it is placed; by default the result stays as it is.
     virtual void fitToWidth(std::string& result, std::size_t width) const;
 
-    bool hasColumnRanges() const { return !written_.empty(); }
+    // Whether line 3 is not blank. Ranges that are all empty ("3-2") select no column: they
+    // are not the blank text that means the whole line.
+    bool hasColumnRanges() const { return !blank_; }
     // The ranges in the order written; a range whose end lies before its start is dropped.
     const std::vector<ColumnRange>& writtenRanges() const { return written_; }
 
@@ -39,6 +41,7 @@ protected:
     void takeOut(const LineColumns& line, std::string& out);
 
 private:
+    bool blank_ = true;
     std::vector<ColumnRange> written_;
     std::vector<ColumnRange> inPlace_;
     std::string piece_;

@@ -1,21 +1,38 @@
 #include "Replacement.h"
 
+#include "Utf8.h"
+
 namespace morlevant {
 
 namespace {
 
 // Every occurrence of `find` (not empty) in `text`, left to right and without overlap, replaced
 // by `replaceWith`; `out` is replaced. The comparison is byte for byte, so it is exact and
-// case-sensitive.
+// case-sensitive. A find text that is valid UTF-8 can only match whole characters; one that is
+// not (a lone byte such as 0xAC) could match inside a character of the text, so then only
+// matches that begin and end between characters count.
 void replaceAll(std::string_view text, std::string_view find, std::string_view replaceWith,
-                std::string& out) {
+                bool wholeCharacters, std::string& out) {
     out.clear();
     std::size_t from = 0;
-    for (std::size_t at = text.find(find); at != std::string_view::npos;
-         at = text.find(find, from)) {
+    std::size_t boundary = 0; // start of a character of the text, walked forward
+    std::size_t at = text.find(find);
+    while (at != std::string_view::npos) {
+        if (!wholeCharacters) {
+            while (boundary < at)
+                boundary += utf8CharLength(text, boundary);
+            std::size_t end = at;
+            while (boundary == at && end < at + find.size())
+                end += utf8CharLength(text, end);
+            if (boundary != at || end != at + find.size()) {
+                at = text.find(find, at + 1);
+                continue;
+            }
+        }
         out.append(text, from, at - from);
         out.append(replaceWith);
-        from = at + find.size();
+        from = boundary = at + find.size();
+        at = text.find(find, from);
     }
     out.append(text, from);
 }
@@ -26,7 +43,10 @@ Replacement::Replacement(const TaskPageSettings& settings)
     : RangedLineOperation(settings.columnRange), pairs_{{{settings.find1, settings.replace1},
                                                          {settings.find2, settings.replace2},
                                                          {settings.find3, settings.replace3},
-                                                         {settings.find4, settings.replace4}}} {}
+                                                         {settings.find4, settings.replace4}}} {
+    for (Pair& pair : pairs_)
+        pair.wholeCharacters = isValidUtf8(pair.find);
+}
 
 void Replacement::ReplaceLine(std::string_view line, std::string& out) {
     out.assign(line);
@@ -34,7 +54,7 @@ void Replacement::ReplaceLine(std::string_view line, std::string& out) {
         // An empty find text leaves the line as it is.
         if (pair.find.empty() || out.find(pair.find) == std::string::npos)
             continue;
-        replaceAll(out, pair.find, pair.replaceWith, pass_);
+        replaceAll(out, pair.find, pair.replaceWith, pair.wholeCharacters, pass_);
         out.swap(pass_);
     }
 }

@@ -35,6 +35,7 @@ private:
     struct Pair {
         std::string find;
         std::string replaceWith;
+        bool wholeCharacters = true; // the find text is valid UTF-8
     };
 
     std::array<Pair, 4> pairs_;

@@ -72,4 +72,18 @@ std::size_t utf8CharCount(std::string_view text) {
     return count;
 }
 
+bool isValidUtf8(std::string_view text) {
+    for (std::size_t pos = 0; pos < text.size();) {
+        if (static_cast<unsigned char>(text[pos]) < 0x80) {
+            ++pos;
+            continue;
+        }
+        const std::size_t length = utf8CharLength(text, pos);
+        if (length == 1)
+            return false;
+        pos += length;
+    }
+    return true;
+}
+
 } // namespace morlevant

@@ -39,10 +39,10 @@ INSTANTIATE_TEST_SUITE_P(
         LineCase{"+5", "0", "", "5"},             // no number counts as 0
         LineCase{"*2", "0", "  -3.5e1 m", "-70"}, // blanks, sign and exponent read
         LineCase{"/3", "2", "10", "3.33"}, LineCase{"/3", "0", "10", "3"},
-        LineCase{"/3", "", "10", "3.33333333333333"}, // blank decimals: no rounding
         // Each step reads the 15-digit text of the one before, not the binary value.
-        LineCase{"/3,*3", "", "1", "0.999999999999999"}, LineCase{"*1E10,*1E10", "", "1", "1E+20"},
-        LineCase{"/1E5", "", "1", "1E-05"}, LineCase{"*-1", "", "0", "0"}, // never "-0"
+        LineCase{"/3,*3", "15", "1", "0.999999999999999"},
+        LineCase{"*1E10,*1E10", "0", "1", "1E+20"}, LineCase{"/1E5", "5", "1", "0.00001"},
+        LineCase{"*-1", "0", "0", "0"}, // never "-0"
         LineCase{"%3", "0", "10", "1"}, LineCase{"%3", "0", "-10", "-1"},
         LineCase{"%3", "0", "10.6", "2"}, LineCase{"%3", "0", "2.5", "2"}, // 2.5 rounds to 2
         LineCase{"%2.5", "0", "7", "1"}, LineCase{"^2", "1", "1.5", "2.3"},
@@ -52,7 +52,10 @@ INSTANTIATE_TEST_SUITE_P(
         LineCase{"+0", "20", "0.1", "0.10000000000000000000"},
         LineCase{"+0", "2", "123456789012345678", "123456789012346000.00"},
         LineCase{"+0", "0", "2.5", "2"}, LineCase{"+0", "0", "3.5", "4"},
-        LineCase{"+0", "00", "2.5", "3"},
+        // A blank line 6 is 0 decimals of format "#0.": half away from zero, no point written.
+        LineCase{"+0", "00", "2.5", "3"}, LineCase{"+0", "", "2.5", "3"},
+        LineCase{"+0", " ", "-2.5", "-3"}, LineCase{"/3", "", "10", "3"},
+        LineCase{"+0", "x", "0.5", "1"}, LineCase{"+0", "2x", "0.125", "0.13"},
         // Steps that do not start with an operator are skipped; with none left the line stays.
         LineCase{"x5,+1", "0", "10", "11"}, LineCase{"x5", "2", "10 apples", "10 apples"},
         LineCase{"+1,,", "0", "1", "2"}));
@@ -90,6 +93,8 @@ INSTANTIATE_TEST_SUITE_P(
         RangeCase{"8-9", "Left", Mode::InPlace, "  5 10", "  5 10"},
 
         RangeCase{"", "Left", Mode::InPlace, "  5 10", "10"},
+        RangeCase{"3-2", "Left", Mode::InPlace, "  5 10", "  5 10"}, // empty ranges: nothing
+        RangeCase{"3-2", "Left", Mode::Out, "  5 10", ""},
         RangeCase{"2-3", "Left", Mode::InPlace,
                   "\xc3\xa9"
                   "12\xc3\xa9",

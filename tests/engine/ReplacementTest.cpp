@@ -42,12 +42,21 @@ INSTANTIATE_TEST_SUITE_P(
         ReplaceCase{pair("", "X"), "", Mode::Whole, "abc", "abc"},
         ReplaceCase{pair("a", ""), "", Mode::Whole, "banana", "bnn"},
         ReplaceCase{pair(".*", "$1"), "", Mode::Whole, "a.*b", "a$1b"}, // nothing special
+        // Characters are compared: a lone byte never matches inside a multi-byte character.
+        ReplaceCase{pair("\xac", "X"), "", Mode::Whole, "\xe2\x82\xac\xac", "\xe2\x82\xacX"},
+        ReplaceCase{pair("\xe2\x82", "X"), "", Mode::Whole, "\xe2\x82\xac\xe2\x82",
+                    "\xe2\x82\xacX"},
+        ReplaceCase{pair("\xac\xac", "X"), "", Mode::Whole, "\xac\xe2\x82\xac\xac\xac",
+                    "\xac\xe2\x82\xacX"},
 
         ReplaceCase{pair("a", "X"), "1-3,5-6", Mode::Out, "abcdefaa", "Xbcef"},
 
         ReplaceCase{pair("a", "X"), "1-2,3-20", Mode::Out, "aaaaa", "XX"}, // past the end: dropped
         ReplaceCase{pair("cf", "X"), "2-3,6-7", Mode::Out, "abcdefgh", "bcfg"},
         ReplaceCase{pair("a", "X"), "", Mode::Out, "aba", "XbX"},
+        // Ranges that are all empty select nothing; only a blank text means the whole line.
+        ReplaceCase{pair("a", "X"), "3-2", Mode::Out, "abcdea", ""},
+        ReplaceCase{pair("a", "X"), "3-2,9-1", Mode::InPlace, "abcdea", "abcdea"},
         ReplaceCase{pair("a", "X"), "1-3", Mode::InPlace, "aaaaa", "XXXaa"},
         ReplaceCase{pair("a", "X"), "4-9", Mode::InPlace, "aaaaa", "aaaXX"},
         ReplaceCase{pair("a", "XY"), "3-3,1-1", Mode::InPlace, "aaaa", "XYaXYa"},
