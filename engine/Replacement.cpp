@@ -6,6 +6,10 @@ namespace morlevant {
 
 namespace {
 
+// A buffer between two pairs larger than this is let go after its line, so that one long line
+// does not keep its size for the rest of the run.
+constexpr std::size_t shrinkAbove = std::size_t{1} << 20;
+
 // Every occurrence of `find` (not empty) in `text`, left to right and without overlap, replaced
 // by `replaceWith`; `out` is replaced. The comparison is byte for byte, so it is exact and
 // case-sensitive. A find text that is valid UTF-8 can only match whole characters; one that is
@@ -14,6 +18,14 @@ namespace {
 void replaceAll(std::string_view text, std::string_view find, std::string_view replaceWith,
                 bool wholeCharacters, std::string& out) {
     out.clear();
+    // The result is built in place of one buffer of its final size at most: a line hundreds of
+    // megabytes long must not be copied into a buffer grown by doubling.
+    std::size_t size = text.size();
+    if (replaceWith.size() > find.size())
+        for (std::size_t at = text.find(find); at != std::string_view::npos;
+             at = text.find(find, at + find.size()))
+            size += replaceWith.size() - find.size();
+    out.reserve(size);
     std::size_t from = 0;
     std::size_t boundary = 0; // start of a character of the text, walked forward
     std::size_t at = text.find(find);
@@ -49,14 +61,24 @@ Replacement::Replacement(const TaskPageSettings& settings)
 }
 
 void Replacement::ReplaceLine(std::string_view line, std::string& out) {
-    out.assign(line);
+    // Each pair works on the result of the one before; the first reads the line itself, so a
+    // line is copied only by the pairs that change it.
+    std::string_view current = line;
+    bool replaced = false;
     for (const Pair& pair : pairs_) {
         // An empty find text leaves the line as it is.
-        if (pair.find.empty() || out.find(pair.find) == std::string::npos)
+        if (pair.find.empty() || current.find(pair.find) == std::string_view::npos)
             continue;
-        replaceAll(out, pair.find, pair.replaceWith, pair.wholeCharacters, pass_);
+        replaceAll(current, pair.find, pair.replaceWith, pair.wholeCharacters, pass_);
         out.swap(pass_);
+        current = out;
+        replaced = true;
     }
+    if (!replaced)
+        out.assign(line);
+    // What the earlier passes held is not needed until the next line.
+    if (pass_.capacity() > shrinkAbove)
+        std::string().swap(pass_);
 }
 
 void Replacement::ReplaceRangesOut(const LineColumns& line, std::string& out) {
