@@ -15,6 +15,12 @@ namespace {
 constexpr std::uint32_t compileOptions = PCRE2_MATCH_UNSET_BACKREF;
 constexpr PCRE2_SIZE jitStackStart = 64 * 1024;
 constexpr PCRE2_SIZE jitStackMax = 256 * 1024 * 1024;
+// What the start-position callout returns to abandon a search whose budget is spent: below
+// every error code of PCRE2's own.
+constexpr int budgetSpent = -10'000;
+// Lines longer than this are matched within the budget. A shorter one is done in seconds even
+// by a pattern whose work grows with the square of the line.
+constexpr std::size_t budgetedFrom = 16 * 1024;
 
 std::string errorText(int code) {
     PCRE2_UCHAR buffer[256];
@@ -25,7 +31,8 @@ std::string errorText(int code) {
 
 } // namespace
 
-EcmaRegex::EcmaRegex(std::string_view pattern) : pattern_(pattern) {
+EcmaRegex::EcmaRegex(std::string_view pattern, MatchBudget budget)
+    : pattern_(pattern), budget_(budget) {
     ParsedPattern parsed;
     try {
         parsed = parseEcmaPattern(pattern);
@@ -41,11 +48,27 @@ EcmaRegex::EcmaRegex(std::string_view pattern) : pattern_(pattern) {
         if (!parsed.groupNames[group - 1].empty())
             groupNames_.emplace_back(parsed.groupNames[group - 1], group);
 
+    // Long lines are matched by a compile with a callout before the whole pattern, run at every
+    // start position, where the budget is kept (PCRE2 still skips the positions where no match
+    // can start). Short lines cannot take long and are spared its cost.
+    const auto withBudget = [&](bool utf) {
+        return "(?C)(?:" + writePcrePattern(parsed, utf) + ")";
+    };
     std::string error;
     utfCode_ = compile(writePcrePattern(parsed, true), true, &error);
-    if (utfCode_ == nullptr)
+    if (utfCode_ != nullptr)
+        utfBudgetedCode_ = compile(withBudget(true), true, &error);
+    if (utfBudgetedCode_ == nullptr) {
+        pcre2_code_free(utfCode_);
         throw TaskError("The regular expression \"" + pattern_ + "\" cannot be compiled: " + error);
+    }
     byteCode_ = compile(writePcrePattern(parsed, false), false, &byteCodeError_);
+    if (byteCode_ != nullptr)
+        byteBudgetedCode_ = compile(withBudget(false), false, &byteCodeError_);
+    if (byteBudgetedCode_ == nullptr) {
+        pcre2_code_free(byteCode_);
+        byteCode_ = nullptr;
+    }
 
     matchData_ = pcre2_match_data_create_from_pattern(utfCode_, nullptr);
     ovector_ = pcre2_get_ovector_pointer(matchData_);
@@ -53,13 +76,24 @@ EcmaRegex::EcmaRegex(std::string_view pattern) : pattern_(pattern) {
     // Deeply nested or backtracking patterns on long lines need more than JIT's small default.
     jitStack_ = pcre2_jit_stack_create(jitStackStart, jitStackMax, nullptr);
     pcre2_jit_stack_assign(matchContext_, nullptr, jitStack_);
+    pcre2_set_callout(matchContext_, &EcmaRegex::atStartPosition, this);
+}
+
+int EcmaRegex::atStartPosition(pcre2_callout_block*, void* self) {
+    auto* regex = static_cast<EcmaRegex*>(self);
+    // The clock is read once in a while: a start position costs far less than reading it.
+    if ((++regex->attempts_ & 0xFF) == 0 && std::chrono::steady_clock::now() > regex->deadline_)
+        return budgetSpent;
+    return 0;
 }
 
 EcmaRegex::~EcmaRegex() {
     pcre2_jit_stack_free(jitStack_);
     pcre2_match_context_free(matchContext_);
     pcre2_match_data_free(matchData_);
+    pcre2_code_free(byteBudgetedCode_);
     pcre2_code_free(byteCode_);
+    pcre2_code_free(utfBudgetedCode_);
     pcre2_code_free(utfCode_);
 }
 
@@ -95,7 +129,13 @@ void EcmaRegex::setSubject(std::string_view subject) {
         throw TaskError(
             "The regular expression \"" + pattern_ +
             "\" cannot be matched against a line that is not valid UTF-8: " + byteCodeError_);
-    code_ = (ascii || !subjectIsUtf_) && byteCode_ != nullptr ? byteCode_ : utfCode_;
+    const bool bytes = (ascii || !subjectIsUtf_) && byteCode_ != nullptr;
+    if (subject.size() > budgetedFrom)
+        code_ = bytes ? byteBudgetedCode_ : utfBudgetedCode_;
+    else
+        code_ = bytes ? byteCode_ : utfCode_;
+    deadline_ = std::chrono::steady_clock::now() + budget_.fixed +
+                budget_.perMebibyte * static_cast<std::int64_t>(subject.size() >> 20);
 }
 
 bool EcmaRegex::find(std::size_t start) {
@@ -109,6 +149,11 @@ bool EcmaRegex::find(std::size_t start) {
         return true;
     if (rc == PCRE2_ERROR_NOMATCH)
         return false;
+    if (rc == budgetSpent)
+        throw TaskError("The regular expression \"" + pattern_ +
+                        "\" takes too long on this line: its work grows faster than the line; "
+                        "simplify it (a lookahead to the end of the line tried at every "
+                        "position is a usual cause)");
     // Limits of backtracking and of JIT's stack end the run with a message, never a crash.
     throw TaskError("The regular expression \"" + pattern_ +
                     "\" is too complex to match against this line (" + errorText(rc) + ")");

@@ -1,7 +1,9 @@
 #pragma once
 
 #define PCRE2_CODE_UNIT_WIDTH 8
+#include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <pcre2.h>
 #include <string>
 #include <string_view>
@@ -9,6 +11,15 @@
 #include <vector>
 
 namespace morlevant {
+
+// The time all the searches of one subject may take together: a fixed part and a part per
+// mebibyte of the subject. Patterns whose work grows with the line are done well within
+// it; one whose work grows with the square of the line (a lookahead to the end tried at
+// every position) would run for days on a long one, and is stopped.
+struct MatchBudget {
+    std::chrono::milliseconds fixed{10'000};
+    std::chrono::milliseconds perMebibyte{2'000};
+};
 
 // A regular expression in ECMAScript syntax, as JavaScript reads a RegExp without flags,
 // translated into an equivalent PCRE2 pattern, compiled once and matched against one subject
@@ -19,7 +30,7 @@ class EcmaRegex final {
 public:
     // Throws TaskError naming the pattern, the position and the cause when JavaScript would
     // refuse it, or when PCRE2 cannot match it the way JavaScript does.
-    explicit EcmaRegex(std::string_view pattern);
+    explicit EcmaRegex(std::string_view pattern, MatchBudget budget = {});
     ~EcmaRegex();
     EcmaRegex(const EcmaRegex&) = delete;
     EcmaRegex& operator=(const EcmaRegex&) = delete;
@@ -33,7 +44,7 @@ public:
     // Makes `subject` the text that find() searches; it must outlive the searches.
     void setSubject(std::string_view subject);
     // Looks for the next match that starts at or after byte `start`. Throws TaskError when the
-    // match exceeds the engine's limits.
+    // match exceeds the engine's limits or the subject's budget.
     bool find(std::size_t start);
     // Byte offsets of the last match, and of its groups; an unset group is empty at npos.
     std::size_t matchStart() const { return ovector_[0]; }
@@ -44,10 +55,15 @@ public:
 
 private:
     pcre2_code* compile(std::string_view pattern, bool utf, std::string* error);
+    // Called by PCRE2 at every position a match is tried from: stops the search once the
+    // subject's budget is spent.
+    static int atStartPosition(pcre2_callout_block* block, void* self);
 
     std::string pattern_;
     pcre2_code* utfCode_ = nullptr;
-    pcre2_code* byteCode_ = nullptr; // null when the pattern cannot be read byte by byte
+    pcre2_code* byteCode_ = nullptr;        // null when the pattern cannot be read byte by byte
+    pcre2_code* utfBudgetedCode_ = nullptr; // the same two, for long lines
+    pcre2_code* byteBudgetedCode_ = nullptr;
     std::string byteCodeError_;
     pcre2_match_data* matchData_ = nullptr;
     pcre2_match_context* matchContext_ = nullptr;
@@ -59,6 +75,9 @@ private:
     std::string_view subject_;
     bool subjectIsUtf_ = true;
     const pcre2_code* code_ = nullptr; // the compile that matches the current subject
+    MatchBudget budget_;
+    std::chrono::steady_clock::time_point deadline_;
+    std::uint32_t attempts_ = 0;
 };
 
 } // namespace morlevant

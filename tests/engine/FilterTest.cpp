@@ -1,3 +1,4 @@
+#include "EcmaRegex.h"
 #include "LineOperationRun.h"
 
 #include <gtest/gtest.h>
@@ -125,6 +126,18 @@ TEST(Filter, StopsWithAMessageInsteadOfFailingLater) {
             [&] { runLine(*makeFilter(filter(c.pattern), c.kind), Mode::Whole, c.line); });
         EXPECT_NE(error.find(c.named), std::string::npos) << error;
     }
+}
+
+TEST(Filter, WorkThatGrowsWithTheSquareOfTheLineStopsAtTheLinesBudget) {
+    // Every position starts a lookahead that reads to the end of the line and never matches.
+    EcmaRegex regex("(?=(a|b)*c)", {std::chrono::milliseconds(50), {}});
+    std::string line;
+    for (int i = 0; i < 100'000; ++i)
+        line += "ab";
+    regex.setSubject(line);
+    const std::string error = morlevant::testing::taskErrorOf([&] { regex.find(0); });
+    EXPECT_NE(error.find("\"(?=(a|b)*c)\" takes too long on this line"), std::string::npos)
+        << error;
 }
 
 } // namespace
