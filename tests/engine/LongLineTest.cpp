@@ -1,3 +1,4 @@
+#include "InsertInRanges.h"
 #include "LineOperationRun.h"
 
 #include <gtest/gtest.h>
@@ -55,4 +56,21 @@ TEST(LongLine, Filter) {
     EXPECT_EQ(runLine(*makeFilter(settings, 1), Mode::Whole, longLine()).size(), blocks * 96);
     settings.columnRange = "1-" + std::to_string(longLine().size());
     EXPECT_EQ(runLine(*makeFilter(settings, 3), Mode::Out, longLine()).size(), blocks * 6);
+}
+
+// Twenty thousand column ranges on a row of 100,000 characters: walking every range for every
+// insertion point would take seconds here.
+TEST(LongLine, InsertBeforeManyColumnRanges) {
+    std::string ranges;
+    for (int start = 40'000; start > 0; start -= 2) // written in descending order
+        ranges += std::to_string(start) + "-" + std::to_string(start) + (start > 2 ? "," : "");
+    const std::vector<std::size_t> at = insertionColumns(RangePairs::parse(ranges, "columns"));
+    ASSERT_EQ(at.size(), 20'000u);
+    LineColumns row;
+    const std::string text(100'000, 'x');
+    row.assign(text);
+    std::string out;
+    InsertInRanges(at, row, "|", out);
+    EXPECT_EQ(out.size(), text.size() + 20'000);
+    EXPECT_EQ(out.substr(0, 6), "x|xx|x");
 }
