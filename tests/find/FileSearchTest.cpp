@@ -1,7 +1,7 @@
 #include "FileSearch.h"
 
 #include "FindInAllFiles.h"
-#include "SpecialFiles.h"
+#include "NonRegularFiles.h"
 #include "TempDir.h"
 #include "TreeText.h"
 #include "WorkspaceState.h"

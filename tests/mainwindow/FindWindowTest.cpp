@@ -1,6 +1,6 @@
 #include "MainStatusBar.h"
+#include "NonRegularFiles.h"
 #include "SearchState.h"
-#include "SpecialFiles.h"
 #include "TaskTreeView.h"
 #include "TextViewer.h"
 #include "WindowFixture.h"
