@@ -169,6 +169,14 @@ TEST_F(EditorRules, EnterMovesOnThroughTheBoxes) {
     QTest::keyClick(control("Text_column"), Qt::Key_Return);
     EXPECT_EQ(QApplication::focusWidget(), control("Text_column"));
     EXPECT_TRUE(dialog->isVisible()); // Enter presses no button
+
+    // Ctrl+Tab walks the tabs that can be chosen; with Find and Replace ticked, only two.
+    tabs()->setCurrentIndex(0);
+    control("Option1(0)")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(tabs()->currentIndex(), 2);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(tabs()->currentIndex(), 0);
 }
 
 TEST_F(EditorRules, RangeBoxesAreTidiedAndCheckedWhenLeft) {
