@@ -42,8 +42,9 @@ QString outline(const TaskTreeModel& model) {
 }
 
 TEST(WorkspaceFile, NumbersKeysInPreOrderAndKeepsRemarks) {
-    TaskTreeModel model; // an empty tree is written as the default task
-    EXPECT_EQ(WorkspaceFile::write(model, "/w/"), "\"K 0\",\"My Batch Task\",\"\377\"\r\n");
+    TaskTreeModel empty; // an empty tree is given the default task, which is saved
+    EXPECT_EQ(WorkspaceFile::write(empty, "/w/"), "\"K 0\",\"My Batch Task\",\"\377\"\r\n");
+    TaskTreeModel model;
     QStandardItem* a = model.appendNode(nullptr, "a");
     model.appendNode(model.appendNode(a, "b", QString("seen") + nul + "/w/b.txt"), "c");
     model.appendNode(a, "d");
