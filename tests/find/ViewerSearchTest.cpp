@@ -2,7 +2,6 @@
 
 #include "QStringPrinter.h"
 
-#include <QList>
 #include <gtest/gtest.h>
 
 namespace morlevant {
@@ -39,7 +38,6 @@ TEST(ViewerSearch, StepsDirectionsAndCase) {
         {"backward from the very start", "abc", false, back, 1, true, 0, -1},
         {"backward misses a match one before the caret", "bc", false, back, 1, true, 2, -1},
         {"any other direction goes backward", "xyz", false, 2, 1, true, 15, 4},
-        {"a text the viewer does not hold", "q", false, fwd, 1, true, 0, -1},
     };
     for (const Case& c : cases) {
         SearchState state;
@@ -53,23 +51,6 @@ TEST(ViewerSearch, StepsDirectionsAndCase) {
         EXPECT_EQ(state.findPosition, c.found >= 0 ? c.found : c.selectionStart) << c.name;
         EXPECT_FALSE(state.newText) << c.name;
     }
-}
-
-TEST(ViewerSearch, FindNextTwiceFindsSuccessiveMatchesThenNone) {
-    SearchState state;
-    state.findText = "abc";
-    qsizetype selection = 0;
-    QList<qsizetype> found;
-    for (int search = 0; search < 4; ++search) {
-        const auto at = searchViewerText(state, sample, selection);
-        found.append(at.value_or(-1));
-        selection = at.value_or(selection);
-    }
-    EXPECT_EQ(found, QList<qsizetype>({0, 8, 12, -1}));
-    // Going back from there walks the same matches the other way.
-    state.direction = SearchState::backward;
-    EXPECT_EQ(searchViewerText(state, sample, selection), 8);
-    EXPECT_EQ(searchViewerText(state, sample, 8), 0);
 }
 
 TEST(ViewerSearch, UpperCasingKeepsEveryCharacterInItsPlace) {

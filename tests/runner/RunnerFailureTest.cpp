@@ -48,24 +48,8 @@ TEST_P(RunnerFailures, StopWithAClearMessage) {
 INSTANTIATE_TEST_SUITE_P(Runner, RunnerFailures, ::testing::ValuesIn(failureCases),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST(RunnerFailure, MissingTaskFilesAreNamed) {
+TEST(RunnerFailure, KeepsThePiecesWrittenBeforeALaterFailure) {
     RunnerFixture fixture;
-    fixture.writeSource("in.txt", "a");
-    fixture.writeTask({"in.txt"});
-    std::filesystem::remove(taskFileListPath(fixture.home.path().string(), fixture.taskName));
-    EXPECT_THROW(fixture.runOnly(1), TaskError);
-    fixture.taskName = "Never Edited";
-    EXPECT_THROW(fixture.runOnly(1), TaskError);
-}
-
-TEST(RunnerFailure, ChecksTheListFirstAndKeepsWhatWasWrittenBeforeALaterFailure) {
-    RunnerFixture fixture;
-    fixture.set({{5, "5"}, {19, "2"}, {21, "X"}});
-    fixture.writeSource("a.txt", "a");
-    EXPECT_NE(fixture.failure({"a.txt", "gone.txt", "a.txt"}).find("gone.txt"), std::string::npos);
-    EXPECT_FALSE(std::filesystem::exists(fixture.source("a.txt.modify")));
-    EXPECT_TRUE(fixture.progress.empty());
-
     fixture.set(divideByRow + Lines{{30, "8"}});
     fixture.writeSource("in.txt", "r1\nr2\nr3\n");
     EXPECT_NE(fixture.failure({"in.txt"}).find("wider"), std::string::npos);

@@ -59,13 +59,6 @@ TEST_F(RunnerMerge, RangesOutTestsDoublingRowNumbers) {
     EXPECT_EQ(fixture.opened.size(), 1u);
 }
 
-TEST_F(RunnerMerge, RefusesToMergeItsOwnResult) {
-    fixture.run({"a.txt"});
-    const std::string result = "../outcome/merge/merge-application-file.txt";
-    EXPECT_NE(fixture.failure({result, "a.txt"}).find("merge result"), std::string::npos);
-    EXPECT_EQ(fixture.mergeResult(), "a1\r\na2\r\na3\r\na4\r\n") << "left as it was";
-}
-
 TEST(RunnerProgress, AdvancesPerFileEvenWhenNothingIsDone) {
     RunnerFixture fixture;
     fixture.settings.operationPage = "0";

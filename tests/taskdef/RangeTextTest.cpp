@@ -19,9 +19,8 @@ TEST_P(NormaliseTable, TidiesInAFixedOrder) {
 INSTANTIATE_TEST_SUITE_P(
     Steps, NormaliseTable,
     ::testing::Values(NormaliseCase{"", ""}, NormaliseCase{"1--5,,,7-,-9", "1-5,7,9"},
-                      NormaliseCase{"7-,-9", "7,9"}, NormaliseCase{",3-8,", "3-8"},
-                      NormaliseCase{"0-5", "1-5"}, NormaliseCase{"05-9", "15-9"},
-                      NormaliseCase{"1-0,0-5", "1-0,0-5"},
+                      NormaliseCase{",3-8,", "3-8"}, NormaliseCase{"0-5", "1-5"},
+                      NormaliseCase{"05-9", "15-9"}, NormaliseCase{"1-0,0-5", "1-0,0-5"},
 
                       NormaliseCase{"0-5,0-3", "1-5,0-3"}, // only the text's first zero
                       NormaliseCase{"12a-b5", "12a-b5"},   // letters are not removed
@@ -49,10 +48,9 @@ TEST_P(OrderTable, ReportsTheFirstPairOutOfOrder) {
 INSTANTIATE_TEST_SUITE_P(
     Pairs, OrderTable,
     ::testing::Values(
-        OrderCase{"", RangeBox::Row, std::nullopt}, OrderCase{"5", RangeBox::Row, std::nullopt},
+        OrderCase{"5", RangeBox::Row, std::nullopt},
         OrderCase{"5-4", RangeBox::Row, std::nullopt}, // one below its start is tolerated
         OrderCase{"5-3", RangeBox::Row, "row range error:5 was bigger than 3"},
-        OrderCase{"5-3", RangeBox::Column, "column range error:5 was bigger than 3"},
         OrderCase{"1-10,10-20", RangeBox::Row, std::nullopt},
         OrderCase{"1-10,5-20", RangeBox::Row, "row range error:10 was bigger than 5"},
         OrderCase{"1-3,5", RangeBox::Row, std::nullopt},

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 using namespace morlevant;
-using morlevant::testing::readBytes;
 using morlevant::testing::TempDir;
 using morlevant::testing::writeBytes;
 
@@ -17,22 +16,6 @@ TaskPageSettings numbered() {
     for (int n = 1; n <= TaskPageSettings::lineCount; ++n)
         settings.line(n) = "v" + std::to_string(n);
     return settings;
-}
-
-TEST(TaskPageSettingsFile, WritesEveryLineWithCrLfAndReadsItBack) {
-    TempDir dir;
-    TaskPageSettings settings;
-    settings.rangeMode = "1";
-    settings.divideNameTemplate = "divided file(*).txt";
-    writeTaskPageSettings(dir.file("t.ttp"), settings);
-
-    const std::string bytes = readBytes(dir.file("t.ttp"));
-    EXPECT_EQ(bytes.substr(0, 5), "1\r\n\r\n");
-    size_t lineEnds = 0;
-    for (size_t pos = 0; (pos = bytes.find("\r\n", pos)) != std::string::npos; pos += 2)
-        ++lineEnds;
-    EXPECT_EQ(lineEnds, 31u);
-    EXPECT_EQ(readTaskPageSettings(dir.file("t.ttp")), settings);
 }
 
 TEST(TaskPageSettingsFile, MultiLineValueShiftsLaterFields) {

@@ -10,13 +10,6 @@
 namespace morlevant {
 namespace {
 
-TEST(DateTimeSamples, WeekdayLookupStartsOnSundayAndKnowsOnlySevenDays) {
-    const std::pair<int, const char*> cases[] = {{1, "Sunday"}, {4, "Wednesday"}, {7, "Saturday"},
-                                                 {0, ""},       {8, ""},          {-1, ""}};
-    for (const auto& [number, name] : cases)
-        EXPECT_EQ(weekdayName(number), name) << number;
-}
-
 TEST(DateTimeSamples, SixteenFormsOfTheMomentInListOrder) {
     // A Sunday, so the weekday lookup and Qt's Monday-first numbering must agree.
     const QDateTime moment(QDate(2026, 11, 22), QTime(9, 5, 7));

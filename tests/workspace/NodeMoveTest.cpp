@@ -12,91 +12,43 @@ using testing::buildTree;
 using testing::find;
 using testing::treeText;
 
-struct DropCase {
-    const char* name;
-    const char* tree;
-    QStringList dragged;
-    QStringList target;
-    bool sameLevel;
-    NodeMove::Outcome outcome;
-    const char* after;
-};
-
-class NodeMoveDrop : public ::testing::TestWithParam<DropCase> {};
-
-TEST_P(NodeMoveDrop, MovesByTheDragRules) {
-    const DropCase& c = GetParam();
-    TaskTreeModel model;
-    buildTree(model, c.tree);
-    WorkspaceState state;
-    const auto result =
-        NodeMove::drop(model, find(model, c.dragged), find(model, c.target), c.sameLevel, state);
-    EXPECT_EQ(result.outcome, c.outcome);
-    EXPECT_EQ(treeText(model), c.after);
-    EXPECT_EQ(state.TaskDirty, c.outcome == NodeMove::Outcome::Moved);
-    if (c.outcome == NodeMove::Outcome::Moved) {
-        EXPECT_EQ(result.moved->text(), c.dragged.last());
+TEST(NodeMove, MovesByTheDragRules) {
+    using O = NodeMove::Outcome;
+    const struct {
+        const char* tree;
+        const char* dragged; // captions from the top, joined by "/"
+        const char* target;
+        bool sameLevel;
+        O outcome;
+        const char* after;
+    } cases[] = {
+        {"A[a.txt]", "A/a.txt", "A/a.txt", false, O::Nothing, "A[a.txt]"},
+        {"A[a.txt] B[b.txt]", "A/a.txt", "B", false, O::Moved, "A B[b.txt a.txt]"},
+        {"A[a.txt] B", "B", "A/a.txt", false, O::Moved, "A[a.txt[B]]"},
+        {"A[a.txt[x.txt]]", "A", "A/a.txt/x.txt", false, O::Refused, "A[a.txt[x.txt]]"},
+        {"A[a.txt] B[b.txt c.txt]", "A/a.txt", "B/b.txt", true, O::Moved, "A B[b.txt c.txt a.txt]"},
+        // Dropped beside a top-level node, a node is made anew after it.
+        {"A[a.txt] B[b.txt] C", "B/b.txt", "A", true, O::Moved, "A[a.txt] b.txt B C"},
+        {"A[a.txt b.txt] B C", "A", "B", true, O::Moved, "B A[a.txt b.txt] C"},
+        {"A[a.txt[x.txt]]", "A/a.txt", "A/a.txt/x.txt", true, O::Refused, "A[a.txt[x.txt]]"},
+        {"A B", "missing", "A", false, O::Nothing, "A B"},
+    };
+    for (const auto& c : cases) {
+        TaskTreeModel model;
+        buildTree(model, c.tree);
+        WorkspaceState state;
+        const auto result =
+            NodeMove::drop(model, find(model, QString(c.dragged).split('/')),
+                           find(model, QString(c.target).split('/')), c.sameLevel, state);
+        const std::string name = std::string(c.dragged) + " on " + c.target + " in " + c.tree;
+        EXPECT_EQ(result.outcome, c.outcome) << name;
+        EXPECT_EQ(treeText(model), c.after) << name;
+        EXPECT_EQ(state.TaskDirty, c.outcome == O::Moved) << name;
+        if (c.outcome == O::Moved) {
+            EXPECT_EQ(result.moved->text(), QString(c.dragged).section('/', -1)) << name;
+        }
     }
 }
-
-using O = NodeMove::Outcome;
-
-INSTANTIATE_TEST_SUITE_P(
-    Drops, NodeMoveDrop,
-    ::testing::Values(
-        DropCase{
-            "OnItself", "A[a.txt]", {"A", "a.txt"}, {"A", "a.txt"}, false, O::Nothing, "A[a.txt]"},
-        DropCase{"FileOnTaskBecomesLastChild",
-                 "A[a.txt] B[b.txt]",
-                 {"A", "a.txt"},
-                 {"B"},
-                 false,
-                 O::Moved,
-                 "A B[b.txt a.txt]"},
-        DropCase{"TaskOnFileBecomesItsChild",
-                 "A[a.txt] B",
-                 {"B"},
-                 {"A", "a.txt"},
-                 false,
-                 O::Moved,
-                 "A[a.txt[B]]"},
-        DropCase{"IntoOwnSubtreeRefused",
-                 "A[a.txt[x.txt]]",
-                 {"A"},
-                 {"A", "a.txt", "x.txt"},
-                 false,
-                 O::Refused,
-                 "A[a.txt[x.txt]]"},
-        DropCase{"SameLevelFileOnFileOfOtherTask",
-                 "A[a.txt] B[b.txt c.txt]",
-                 {"A", "a.txt"},
-                 {"B", "b.txt"},
-                 true,
-                 O::Moved,
-                 "A B[b.txt c.txt a.txt]"},
-        DropCase{"SameLevelOnTopTaskRecreatesAfterIt",
-                 "A[a.txt] B[b.txt] C",
-                 {"B", "b.txt"},
-                 {"A"},
-                 true,
-                 O::Moved,
-                 "A[a.txt] b.txt B C"},
-        DropCase{"SameLevelTaskOnTaskKeepsChildren",
-                 "A[a.txt b.txt] B C",
-                 {"A"},
-                 {"B"},
-                 true,
-                 O::Moved,
-                 "B A[a.txt b.txt] C"},
-        DropCase{"SameLevelOnOwnChildRefused",
-                 "A[a.txt[x.txt]]",
-                 {"A", "a.txt"},
-                 {"A", "a.txt", "x.txt"},
-                 true,
-                 O::Refused,
-                 "A[a.txt[x.txt]]"},
-        DropCase{"NothingDraggedDoesNothing", "A B", {"missing"}, {"A"}, false, O::Nothing, "A B"}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 TEST(NodeMove, DropOnNodeWithoutIconGivesItTheOpenFolder) {
     TaskTreeModel model;

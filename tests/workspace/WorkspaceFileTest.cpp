@@ -14,6 +14,7 @@ namespace morlevant {
 namespace {
 
 const QChar nul(0);
+// Workspace files separate remark and path by the byte 0xff, written \377 below.
 
 QByteArray readAll(const QString& path) {
     QFile file(path);
@@ -40,33 +41,20 @@ QString outline(const TaskTreeModel& model) {
     return lines.join('\n');
 }
 
-TEST(WorkspaceFile, WritesTheWorkedExample) {
-    TaskTreeModel model;
-    EXPECT_EQ(WorkspaceFile::write(model, "/w/"), "\"K 0\",\"My Batch Task\",\"\xFF\"\r\n");
-    model.appendNode(model.item(0), "notes", "/work/tasks/data/notes.txt", 11);
-    model.appendNode(model.item(0), "report", "/other/report.txt", 11);
-    model.appendNode(nullptr, "My Batch Task 3");
-    EXPECT_EQ(WorkspaceFile::write(model, "/work/tasks/"),
-              "\"K 0\",\"My Batch Task\",\"\xFF\"\r\n"
-              "\"K1\",\"notes\",\"\xFF"
-              "data/notes.txt\"\r\n"
-              "\"K1\",\"report\",\"\xFF/other/report.txt\"\r\n"
-              "\"K 0\",\"My Batch Task 3\",\"\xFF\"\r\n");
-}
-
 TEST(WorkspaceFile, NumbersKeysInPreOrderAndKeepsRemarks) {
+    TaskTreeModel empty; // an empty tree is given the default task, which is saved
+    EXPECT_EQ(WorkspaceFile::write(empty, "/w/"), "\"K 0\",\"My Batch Task\",\"\377\"\r\n");
     TaskTreeModel model;
     QStandardItem* a = model.appendNode(nullptr, "a");
     model.appendNode(model.appendNode(a, "b", QString("seen") + nul + "/w/b.txt"), "c");
     model.appendNode(a, "d");
     model.appendNode(model.appendNode(nullptr, "e"), "f", "/x/f.txt");
-    EXPECT_EQ(WorkspaceFile::write(model, "/w/"), "\"K 0\",\"a\",\"\xFF\"\r\n"
-                                                  "\"K1\",\"b\",\"seen\xFF"
-                                                  "b.txt\"\r\n"
-                                                  "\"K2\",\"c\",\"\xFF\"\r\n"
-                                                  "\"K1\",\"d\",\"\xFF\"\r\n"
-                                                  "\"K 0\",\"e\",\"\xFF\"\r\n"
-                                                  "\"K5\",\"f\",\"\xFF/x/f.txt\"\r\n");
+    EXPECT_EQ(WorkspaceFile::write(model, "/w/"), "\"K 0\",\"a\",\"\377\"\r\n"
+                                                  "\"K1\",\"b\",\"seen\377b.txt\"\r\n"
+                                                  "\"K2\",\"c\",\"\377\"\r\n"
+                                                  "\"K1\",\"d\",\"\377\"\r\n"
+                                                  "\"K 0\",\"e\",\"\377\"\r\n"
+                                                  "\"K5\",\"f\",\"\377/x/f.txt\"\r\n");
 }
 
 TEST(WorkspaceFile, CutsTheWorkspaceFolderFoundAnywhereInAPath) {
@@ -86,11 +74,10 @@ TEST(WorkspaceFile, CutsTheWorkspaceFolderFoundAnywhereInAPath) {
 TEST(WorkspaceFile, ReadsTheTreeWithImagesAndTags) {
     TaskTreeModel model;
     const auto result = WorkspaceFile::read(model,
-                                            "\"K 0\",\"My Batch Task\",\"\xFF\"\r\n"
-                                            "\"K1\",\"notes\",\"\xFF"
-                                            "data/notes.txt\"\n"
-                                            "\"K1\",\"page\",\"linked\xFF/x/page.HTML\"\r"
-                                            "\"K3\",\"inner\",\"\xFF\"\r\n"
+                                            "\"K 0\",\"My Batch Task\",\"\377\"\r\n"
+                                            "\"K1\",\"notes\",\"\377data/notes.txt\"\n"
+                                            "\"K1\",\"page\",\"linked\377/x/page.HTML\"\r"
+                                            "\"K3\",\"inner\",\"\377\"\r\n"
                                             "\"K0\",\"second\",\"b.txt\"\r\n",
                                             "/w/");
     EXPECT_FALSE(result.problem);
@@ -121,16 +108,16 @@ TEST(WorkspaceFile, RoundTripsAwkwardCaptions) {
 }
 
 TEST(WorkspaceFile, StopsAtARecordItCannotUse) {
-    const QByteArray first = "\"K 0\",\"a\",\"\xFF\"\r\n";
+    const QByteArray first = "\"K 0\",\"a\",\"\377\"\r\n";
     const struct {
         QByteArray bytes;
         const char* tree;
         const char* problem;
     } cases[] = {
-        {first + "\"K1\",\"b\",\"\xFF\"\r\n\"K7\",\"c\",\"\xFF\"\r\n\"K1\",\"d\",\"\xFF\"",
+        {first + "\"K1\",\"b\",\"\377\"\r\n\"K7\",\"c\",\"\377\"\r\n\"K1\",\"d\",\"\377\"",
          "a [] 12/13\n.b [] 0/0", "line 3 names K7"},
-        {first + "\"K2\",\"self\",\"\xFF\"\r\n", "a [] 0/0", "line 2 names K2"},
-        {first + "\r\nrubbish\r\n\"K1\",\"b\",\"\xFF\"", "a [] 0/0", "line 3 is not"},
+        {first + "\"K2\",\"self\",\"\377\"\r\n", "a [] 0/0", "line 2 names K2"},
+        {first + "\r\nrubbish\r\n\"K1\",\"b\",\"\377\"", "a [] 0/0", "line 3 is not"},
         {"Dear diary,\r\nnothing happened.\r\n", "old [] 0/0", "not a task file"},
         {QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16), "old [] 0/0", "not a task file"},
     };
@@ -149,17 +136,15 @@ TEST(WorkspaceFile, KeepsWhatALineCutShortHolds) {
         QByteArray last;
         const char* node;
     } cases[] = {
-        {"\"K1\",\"notes\",\"\xFF"
-         "data/no",
-         ".notes [|/w/data/no] 0/0"},
+        {"\"K1\",\"notes\",\"\377data/no", ".notes [|/w/data/no] 0/0"},
         {"\"K1\",\"not", ".not [] 0/0"},
         {"\"K1\"", ". [] 0/0"},
-        {"\"K1\",\"caf\xE9\",\"\xFF\"", ".café [] 0/0"}, // Latin-1 from an older system
+        {"\"K1\",\"caf\xE9\",\"\377\"", ".café [] 0/0"}, // Latin-1 from an older system
     };
     for (const auto& c : cases) {
         TaskTreeModel model;
         const auto result =
-            WorkspaceFile::read(model, "\"K 0\",\"a\",\"\xFF\"\r\n" + c.last, "/w/");
+            WorkspaceFile::read(model, "\"K 0\",\"a\",\"\377\"\r\n" + c.last, "/w/");
         EXPECT_FALSE(result.problem) << c.node;
         EXPECT_EQ(outline(model).section('\n', 1), c.node);
     }
@@ -169,7 +154,7 @@ TEST(WorkspaceFile, LoadsADeepNestUpToItsLimitAndSavesIt) {
     QByteArray bytes;
     for (int key = 0; key < 10000; ++key) // each node the child of the one before
         bytes += "\"K" + (key == 0 ? QByteArray(" 0") : QByteArray::number(key)) +
-                 "\",\"n\",\"\xff\"\r\n";
+                 "\",\"n\",\"\377\"\r\n";
     TaskTreeModel model;
     const auto result = WorkspaceFile::read(model, bytes, "/w/");
     ASSERT_TRUE(result.problem);
@@ -186,7 +171,7 @@ TEST(WorkspaceFile, NeverCrashesOnRandomBytes) {
         for (char& byte : bytes)
             byte = static_cast<char>(random.bounded(256));
         if (round % 2 == 0) // garbage behind a good first record
-            bytes.prepend("\"K 0\",\"a\",\"\xFF\"\r\n\"K1\",\"");
+            bytes.prepend("\"K 0\",\"a\",\"\377\"\r\n\"K1\",\"");
         TaskTreeModel model;
         model.appendNode(nullptr, "old");
         WorkspaceFile::read(model, bytes, "/w/");

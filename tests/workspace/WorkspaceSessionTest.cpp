@@ -90,15 +90,7 @@ TEST_F(WorkspaceSessionTest, OpenLoadsTheChosenFileAndCancelLeavesAllAsItWas) {
     EXPECT_EQ(session.lastDirectory(), QString::fromStdString(folder.path().string()));
 }
 
-TEST_F(WorkspaceSessionTest, AFileThatCannotBeReadIsReportedAndChangesNothing) {
-    buildTree(model, "Kept");
-    EXPECT_FALSE(session.CommandLineLoad(path("missing.tsk")));
-    EXPECT_EQ(treeText(model), "Kept");
-    ASSERT_EQ(prompts.messages().size(), 1);
-    EXPECT_TRUE(prompts.messages().at(0).startsWith("error|Morlevant|"));
-}
-
-TEST_F(WorkspaceSessionTest, HistoryAndCloseAskTheirOwnQuestions) {
+TEST_F(WorkspaceSessionTest, HistoryAsksItsOwnQuestion) {
     buildTree(model, "A");
     prompts.fileNames.enqueue({path("a.tsk")});
     session.mnuSaveAs();
@@ -107,14 +99,7 @@ TEST_F(WorkspaceSessionTest, HistoryAndCloseAskTheirOwnQuestions) {
     prompts.answers.enqueue(Answer::Cancel);
     EXPECT_FALSE(session.openRecent(path("a.tsk")));
     EXPECT_EQ(prompts.asked.last(), "yesnocancel|Open Task|Save the Task？");
-
-    prompts.answers.enqueue(Answer::Cancel);
-    EXPECT_FALSE(session.confirmClose());
-    EXPECT_EQ(prompts.asked.last(), "yesnocancel|EXIT|Do you want save task？");
-    prompts.answers.enqueue(Answer::Yes);
-    EXPECT_TRUE(session.confirmClose());
-    EXPECT_FALSE(state.TaskDirty);
-    EXPECT_TRUE(session.confirmClose()); // nothing to ask about any more
+    EXPECT_TRUE(state.TaskDirty);
 }
 
 } // namespace
