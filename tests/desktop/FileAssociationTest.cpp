@@ -193,6 +193,17 @@ TEST_F(Association, MissingDesktopToolsDoNotSpoilTheAssociation) {
     EXPECT_TRUE(FileAssociation(shell, program).exists());
 }
 
+// The install puts the same type and entry in place for every user; only the program's path
+// differs, found there through PATH.
+TEST(InstalledFiles, DescribeTheTypeAndTheEntryAsTheAssociationDoes) {
+    RecordingShell shell;
+    const FileAssociation association(shell, "/opt/morlevant/bin/morlevant");
+    EXPECT_EQ(readAll(MORLEVANT_SOURCE "/desktop/morlevant.xml"), FileAssociation::mimePackage());
+    QString installed = readAll(MORLEVANT_SOURCE "/desktop/morlevant.desktop");
+    installed.replace("Exec=morlevant %f", "Exec=/opt/morlevant/bin/morlevant %f");
+    EXPECT_EQ(installed, association.desktopEntry());
+}
+
 TEST(DefaultApplication, IsSetAndTakenOutWithoutDisturbingOtherTypes) {
     const QString ours = "application/x-corvellum=morlevant.desktop;";
     struct Case {
