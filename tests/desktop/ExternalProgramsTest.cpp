@@ -41,27 +41,9 @@ protected:
     ExternalPrograms programs{prompts, shell, "/opt/morlevant/bin/morlevant"};
 };
 
-TEST_F(Outside, OpensTheFileWithTheProgramTheRulesPick) {
-    programs.openFile("/d/notes.txt", "/usr/bin/viewer");
-    programs.openFile("/d/song.wav", "/usr/bin/viewer");
-    programs.openFile("/d/notes.txt", QString());
-    programs.openFile(QString(), "/usr/bin/viewer");
-    EXPECT_EQ(shell.opened, QStringList({"program /usr/bin/viewer /d/notes.txt",
-                                         "url file:///d/song.wav", "url file:///d/notes.txt"}));
-    EXPECT_TRUE(prompts.asked.isEmpty());
-}
-
-TEST_F(Outside, LinksGoToTheAddressesSetWhenBuilding) {
-    programs.openHomepage();
-    programs.sendFeedback();
-    EXPECT_EQ(
-        shell.opened,
-        QStringList({"url https://morlevant.example.org",
-                     "url mailto:feedback@morlevant.example.org?subject=Morlevant Feedback"}));
-}
-
 TEST_F(Outside, WhatTheDesktopRefusesIsSaidInOneMessageEach) {
     shell.refuses = true;
+    programs.openFile(QString(), "/usr/bin/viewer"); // no file shown: nothing to say
     programs.openFile("/d/notes.txt", QString());
     programs.openFile("/d/notes.txt", "/usr/bin/viewer");
     programs.openFolder("/home/u/outcome/merge");
@@ -101,15 +83,6 @@ TEST_F(Outside, ChoosesOnlyAProgramAndKeepsTheOldOneOtherwise) {
                                               "/usr/bin/old.",
                                           "open file|select browser |executable file(*)"}));
     EXPECT_EQ(prompts.dialogs.at(0).directory, "/usr/bin");
-}
-
-TEST_F(Outside, AMissingHelpPageIsReportedWithTheFolderItBelongsIn) {
-    programs.openHelp();
-    ASSERT_EQ(prompts.asked.size(), 1);
-    EXPECT_TRUE(prompts.asked[0].startsWith("error|Morlevant|The help page is missing: it belongs "
-                                            "in /opt/"))
-        << prompts.asked[0].toStdString();
-    EXPECT_TRUE(shell.opened.isEmpty());
 }
 
 } // namespace
