@@ -74,7 +74,7 @@ const char* const RunCommand::usage =
     "DIR/task/TASK.edt and writes the results beside the task's files.\n"
     "\n"
     "  --home DIR  the program folder; default MORLEVANT_HOME, else the program's own folder\n"
-    "              when it is writable, else the per-user data folder\n"
+    "              when it is writable and not installed, else the per-user data folder\n"
     "  --open      show the merge folder in the file manager when a merge ends\n"
     "  --help      print this help\n";
 

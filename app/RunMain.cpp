@@ -20,10 +20,12 @@ namespace {
 void openFolder(const std::string& folder) {
     const QString path = QDir::toNativeSeparators(QString::fromStdString(folder));
 #ifdef _WIN32
-    QProcess::startDetached(QStringLiteral("explorer"), {path});
+    const QString fileManager = QStringLiteral("explorer");
 #else
-    QProcess::startDetached(QStringLiteral("xdg-open"), {path});
+    const QString fileManager = QStringLiteral("xdg-open");
 #endif
+    if (!QProcess::startDetached(fileManager, {path}))
+        std::cerr << "No file manager on this desktop opens " << folder << ".\n";
 }
 
 bool errorIsTerminal() {

@@ -40,7 +40,7 @@ AboutDialog::AboutDialog(Shell& shell, QWidget* parent) : QDialog(parent) {
         link(QString::fromLatin1(maker::homepage), QString::fromLatin1(maker::homepage), this);
     site->setObjectName(QStringLiteral("lblHomepage"));
     QLabel* mail =
-        link(QString::fromLatin1(maker::feedbackMail),
+        link(maker::feedbackMail(),
              QStringLiteral("Feedback: ") + QString::fromLatin1(maker::feedbackAddress), this);
     mail->setObjectName(QStringLiteral("lblFeedback"));
     for (QLabel* label : {site, mail})

@@ -137,8 +137,7 @@ void MainMenus::connectTo(frmCorvellum& w) {
     on(mnuFind, &frmCorvellum::mnuFind_Click);
     on(mnuFindNext, &frmCorvellum::mnuFindNext_Click);
     on(mnuSearch, &frmCorvellum::mnuSearch_Click);
-    for (QAction* later :
-         {mnuDefBrowse, mnuHelp, mnuFileMatch, mnuCancelFileMatch, mnuMatch, mnuClearLink})
+    for (QAction* later : {mnuMatch, mnuClearLink})
         on(later, &frmCorvellum::notProvidedYet);
 
     on(mnuAddfile, &frmCorvellum::mnuAddfile_Click);
@@ -148,6 +147,10 @@ void MainMenus::connectTo(frmCorvellum& w) {
     on(mnuAddPoint, &frmCorvellum::mnuAddPoint_Click);
     on(mnuSort, &frmCorvellum::mnuSort_Click);
     on(mnuExec, &frmCorvellum::mnuExec_Click);
+    on(mnuDefBrowse, &frmCorvellum::mnuDefBrowse_Click);
+    on(mnuFileMatch, &frmCorvellum::mnuFileMatch_Click);
+    on(mnuCancelFileMatch, &frmCorvellum::mnuCancelFileMatch_Click);
+    on(mnuHelp, &frmCorvellum::mnuHelp_Click);
 
     toggle(mnuTool, &frmCorvellum::mnuTool_Click);
     toggle(mnuStatus, &frmCorvellum::mnuStatus_Click);

@@ -1,7 +1,6 @@
 #include "TaskLauncher.h"
 
 #include "Prompts.h"
-#include "Shell.h"
 #include "TaskFiles.h"
 #include "TaskRunner.h"
 #include "TaskTreeModel.h"
@@ -28,8 +27,8 @@ public:
 
 } // namespace
 
-TaskLauncher::TaskLauncher(Prompts& prompts, Shell& shell, EditorOpener openEditor)
-    : prompts_(prompts), shell_(shell), openEditor_(std::move(openEditor)) {}
+TaskLauncher::TaskLauncher(Prompts& prompts, FolderOpener openFolder, EditorOpener openEditor)
+    : prompts_(prompts), openFolder_(std::move(openFolder)), openEditor_(std::move(openEditor)) {}
 
 bool TaskLauncher::EditTask(const QStandardItem& task, QWidget* parent) {
     std::vector<std::string> childTags;
@@ -74,7 +73,7 @@ void TaskLauncher::RunTask(const QStandardItem& task, QProgressBar& progress) {
         prompts_.information(QString::fromStdString(text), promptTitle);
     };
     callbacks.openFolder = [this](const std::string& folder) {
-        shell_.openFolder(QString::fromStdString(folder));
+        openFolder_(QString::fromStdString(folder));
     };
     try {
         const BusyCursor busy;

@@ -10,7 +10,6 @@ class QWidget;
 namespace morlevant {
 
 class Prompts;
-class Shell;
 
 // "&Edit Task" and "&Run Task" on a task node of the tree: preparing the task's files and
 // opening the editor, and running the task with the window's progress bar.
@@ -20,7 +19,10 @@ public:
     // true when the user confirmed.
     using EditorOpener = std::function<bool(QWidget* parent, const QString& taskPath)>;
 
-    TaskLauncher(Prompts& prompts, Shell& shell, EditorOpener openEditor);
+    // Shows a folder in the file manager (the merge folder at the end of a merge).
+    using FolderOpener = std::function<void(const QString& folder)>;
+
+    TaskLauncher(Prompts& prompts, FolderOpener openFolder, EditorOpener openEditor);
 
     void setProgramFolder(const QString& folder) { programFolder_ = folder; }
     const QString& programFolder() const { return programFolder_; }
@@ -38,7 +40,7 @@ public:
 
 private:
     Prompts& prompts_;
-    Shell& shell_;
+    FolderOpener openFolder_;
     EditorOpener openEditor_;
     QString programFolder_;
     bool running_ = false;

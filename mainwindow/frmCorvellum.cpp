@@ -2,18 +2,15 @@
 
 #include "AboutDialog.h"
 #include "CommandAvailability.h"
-#include "FileTypes.h"
 #include "FindInAllFiles.h"
 #include "MainMenus.h"
 #include "MainPane.h"
 #include "MainStatusBar.h"
 #include "MainToolBar.h"
-#include "MakerLinks.h"
 #include "NodeMove.h"
 #include "NodeTag.h"
 #include "Prompts.h"
 #include "SettingsStore.h"
-#include "Shell.h"
 #include "SplitBar.h"
 #include "TaskFiles.h"
 #include "TaskTreeView.h"
@@ -28,7 +25,6 @@
 #include <QMenu>
 #include <QScreen>
 #include <QStandardPaths>
-#include <QUrl>
 
 namespace morlevant {
 
@@ -51,7 +47,10 @@ frmCorvellum::frmCorvellum(WindowContext context, QWidget* parent)
       commands_(model_, state_, context_.prompts),
       session_(model_, state_, context_.prompts,
                [this](const QString& path) { applyRecentMenu(recent_.enterRecentFile(path)); }),
-      launcher_(context_.prompts, context_.shell, context_.openTaskEditor),
+      external_(context_.prompts, context_.shell, QCoreApplication::applicationFilePath()),
+      launcher_(
+          context_.prompts, [this](const QString& folder) { external_.openFolder(folder); },
+          context_.openTaskEditor),
       pane_(new MainPane(this)), tbMain_(new MainToolBar(this)), sbMain_(new MainStatusBar(this)),
       menus_(new MainMenus(*this)), viewerLoader_(*txtMain(), search_, context_.prompts),
       find_(search_, *txtMain(), context_.prompts) {
@@ -408,15 +407,24 @@ void frmCorvellum::RunTask() {
 }
 
 void frmCorvellum::mnuExec_Click() {
-    const QString path = txtMain()->shownFile();
-    if (path.isEmpty())
-        return;
-    // Files the viewer cannot show as text always go to their own program; others to the
-    // program chosen under "Choose exploer", when there is one.
-    if (!isNonTextFile(path) && !settings_.defBrowse.isEmpty())
-        context_.shell.startProgram(settings_.defBrowse, {path});
-    else
-        context_.shell.openUrl(QUrl::fromLocalFile(path));
+    external_.openFile(txtMain()->shownFile(), settings_.defBrowse);
+}
+
+void frmCorvellum::mnuDefBrowse_Click() {
+    if (const auto chosen = external_.chooseBrowser(settings_.defBrowse))
+        settings_.defBrowse = *chosen;
+}
+
+void frmCorvellum::mnuHelp_Click() {
+    external_.openHelp();
+}
+
+void frmCorvellum::mnuFileMatch_Click() {
+    external_.associate();
+}
+
+void frmCorvellum::mnuCancelFileMatch_Click() {
+    external_.removeAssociation();
 }
 
 void frmCorvellum::mnuTool_Click(bool checked) {
@@ -447,11 +455,11 @@ void frmCorvellum::mnuDrag_Click(bool checked) {
 }
 
 void frmCorvellum::mnuHomepage_Click() {
-    context_.shell.openUrl(QUrl(QString::fromLatin1(maker::homepage)));
+    external_.openHomepage();
 }
 
 void frmCorvellum::sendFeedback() {
-    context_.shell.openUrl(QUrl(QString::fromLatin1(maker::feedbackMail)));
+    external_.sendFeedback();
 }
 
 void frmCorvellum::mnuAbout_Click() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ExternalPrograms.h"
 #include "FindCommands.h"
 #include "RecentFiles.h"
 #include "SearchState.h"
@@ -77,6 +78,10 @@ public:
     void mnuAddPoint_Click();
     void mnuSort_Click();
     void mnuExec_Click();
+    void mnuDefBrowse_Click();
+    void mnuHelp_Click();
+    void mnuFileMatch_Click();
+    void mnuCancelFileMatch_Click();
     void mnuTool_Click(bool checked);
     void mnuStatus_Click(bool checked);
     void mnuFont_Click();
@@ -118,6 +123,7 @@ private:
     RecentFiles recent_;
     TreeCommands commands_;
     WorkspaceSession session_;
+    ExternalPrograms external_;
     TaskLauncher launcher_;
     TreeImageList treeImages_;
     MainPane* pane_;

@@ -2,7 +2,10 @@
 # Installs the Debian packages Morlevant needs to build, test and show itself, when missing.
 set -euo pipefail
 
-packages=(cmake make g++ pkg-config qt6-base-dev libpcre2-dev libgtest-dev xvfb xauth)
+# xvfb, xauth and x11-utils start the window without a screen and find it (scripts/smoke.sh);
+# desktop-file-utils checks the menu entry.
+packages=(cmake make g++ pkg-config qt6-base-dev libpcre2-dev libgtest-dev xvfb xauth x11-utils
+    desktop-file-utils)
 missing=()
 for package in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" ||

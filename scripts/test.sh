@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds every layer and the test suites with AddressSanitizer and UndefinedBehaviorSanitizer,
-# then runs all tests through CTest. Widget tests run offscreen.
+# then runs all tests through CTest (widget tests offscreen) and the install smoke test.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
@@ -9,5 +9,5 @@ cmake -S . -B build-test -DCMAKE_BUILD_TYPE=Debug -DMORLEVANT_SANITIZE=ON -DMORL
 cmake --build build-test -j"$(nproc)"
 export QT_QPA_PLATFORM=offscreen
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
-cd build-test
-ctest --output-on-failure -j"$(nproc)"
+(cd build-test && ctest --output-on-failure -j"$(nproc)")
+scripts/smoke.sh build-test

@@ -1,6 +1,7 @@
 #include "TaskFiles.h"
 
 #include "FilePath.h"
+#include "InstallLayout.h"
 #include "PathNames.h"
 #include "TaskError.h"
 #include "WholeFile.h"
@@ -136,7 +137,7 @@ std::string resolveProgramFolder(const std::string& homeVariable,
                                  const std::string& userDataFolder) {
     if (!homeVariable.empty())
         return homeVariable;
-    if (isWritableFolder(executableFolder))
+    if (isWritableFolder(executableFolder) && !isInstalledProgram(executableFolder))
         return executableFolder;
     return userDataFolder;
 }

@@ -28,7 +28,7 @@ PrepareResult prepareTaskForEditing(const std::string& programFolder, const std:
                                     const std::vector<std::string>& childTags);
 
 // The program folder: `homeVariable` (MORLEVANT_HOME) when set; else the executable's folder
-// when it is writable; else the per-user data folder.
+// when it is writable and not an installed one; else the per-user data folder.
 std::string resolveProgramFolder(const std::string& homeVariable,
                                  const std::string& executableFolder,
                                  const std::string& userDataFolder);

@@ -173,6 +173,20 @@ TEST_F(WindowRun, AMergeOpensTheMergeFolder) {
     EXPECT_TRUE(shell.opened.at(0).startsWith("folder " + homeFile("outcome/merge")));
 }
 
+TEST_F(WindowRun, AMergeFolderNoFileManagerOpensIsSaid) {
+    start();
+    shell.refuses = true;
+    TaskPageSettings settings = page("6");
+    settings.divideAction = "5";
+    makeTask(settings, {makeFile("in/a.txt", "a\n")});
+    menus().RunTask->trigger();
+    const QStringList messages = prompts.messages();
+    ASSERT_EQ(messages.size(), 2);
+    EXPECT_TRUE(messages[0].startsWith("error|Morlevant|No file manager on this desktop opens " +
+                                       homeFile("outcome/merge")));
+    EXPECT_EQ(messages[1], "information|Morlevant|Vell down!");
+}
+
 TEST_F(WindowRun, AFailedRunIsOneErrorAndTheWindowGoesOn) {
     start();
     TaskPageSettings settings = page("5");

@@ -1,0 +1,89 @@
+#include "ExternalPrograms.h"
+
+#include "QStringPrinter.h"
+#include "RecordingShell.h"
+#include "ScriptedPrompts.h"
+#include "TempDir.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace morlevant {
+namespace {
+
+using testing::RecordingShell;
+using testing::ScriptedPrompts;
+
+TEST(OpenRules, TheNineKindsGoToTheirDefaultProgramOthersToTheChosenOne) {
+    const QString browser = "/usr/bin/viewer";
+    struct Case {
+        const char* path;
+        QString withBrowser; // the program used when one is chosen
+    };
+    const Case cases[] = {
+        {"/d/song.wav", ""},      {"/d/SONG.WAV", ""},       {"/d/a.bmp", ""},
+        {"/d/a.zip", ""},         {"/d/setup.exe", ""},      {"/d/help.chm", ""},
+        {"/d/photo.JPG", ""},     {"/d/a.gif", ""},          {"/d/a.mp3", ""},
+        {"/d/a.mid", ""},         {"/d/notes.txt", browser}, {"/d/page.html", browser},
+        {"/d/page.htm", browser}, {"/d/README", browser},    {"/d/a.jpeg", browser},
+        {"/d/wav", browser},      {"/d/x.wav.txt", browser},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(ExternalPrograms::programFor(c.path, browser), c.withBrowser) << c.path;
+        EXPECT_EQ(ExternalPrograms::programFor(c.path, QString()), QString()) << c.path;
+    }
+}
+
+class Outside : public ::testing::Test {
+protected:
+    ScriptedPrompts prompts;
+    RecordingShell shell;
+    ExternalPrograms programs{prompts, shell, "/opt/morlevant/bin/morlevant"};
+};
+
+TEST_F(Outside, WhatTheDesktopRefusesIsSaidInOneMessageEach) {
+    shell.refuses = true;
+    programs.openFile(QString(), "/usr/bin/viewer"); // no file shown: nothing to say
+    programs.openFile("/d/notes.txt", QString());
+    programs.openFile("/d/notes.txt", "/usr/bin/viewer");
+    programs.openFolder("/home/u/outcome/merge");
+    programs.openHomepage();
+    programs.sendFeedback();
+    EXPECT_EQ(prompts.asked,
+              QStringList({
+                  "error|Morlevant|No program on this desktop opens /d/notes.txt.",
+                  "error|Morlevant|/usr/bin/viewer could not be started to open /d/notes.txt.",
+                  "error|Morlevant|No file manager on this desktop opens /home/u/outcome/merge.",
+                  "error|Morlevant|No program on this desktop opens https://morlevant.example.org.",
+                  "error|Morlevant|No program on this desktop opens "
+                  "mailto:feedback@morlevant.example.org?subject=Morlevant%20Feedback.",
+              }));
+}
+
+TEST_F(Outside, ChoosesOnlyAProgramAndKeepsTheOldOneOtherwise) {
+    testing::TempDir dir;
+    const QString tool = QString::fromStdString(dir.file("viewer"));
+    const QString text = QString::fromStdString(dir.file("notes.txt"));
+    for (const QString& path : {tool, text})
+        testing::writeBytes(path.toStdString(), "#!/bin/sh\n");
+    QFile(tool).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QFile(text).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+
+    prompts.fileNames.enqueue({});
+    EXPECT_EQ(programs.chooseBrowser("/usr/bin/old"), std::nullopt);
+    prompts.fileNames.enqueue({text});
+    EXPECT_EQ(programs.chooseBrowser("/usr/bin/old"), std::nullopt);
+    prompts.fileNames.enqueue({tool});
+    EXPECT_EQ(programs.chooseBrowser("/usr/bin/old"), tool);
+
+    EXPECT_EQ(prompts.asked, QStringList({"open file|select browser |executable file(*)",
+                                          "open file|select browser |executable file(*)",
+                                          "error|Morlevant|" + text +
+                                              " is not a program: the files stay with "
+                                              "/usr/bin/old.",
+                                          "open file|select browser |executable file(*)"}));
+    EXPECT_EQ(prompts.dialogs.at(0).directory, "/usr/bin");
+}
+
+} // namespace
+} // namespace morlevant
