@@ -1,7 +1,11 @@
 #include "NumberText.h"
 
+#include "LeadingNumber.h"
+
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 
 namespace morlevant {
 
@@ -15,13 +19,37 @@ struct DecimalDigits {
     int exponent = 0;
 };
 
+// The digits of the shortest text that reads back as `magnitude`, padded with zeros, when there
+// are at most 15 of them. For a positive normal double these are also its 15 significant
+// digits: the double lies within half a unit in its 53rd bit of that text, much nearer than half
+// a unit in the 15th digit, so rounding it to 15 digits gives the same text.
+bool shortestDigits(double magnitude, DecimalDigits& d) {
+    std::array<char, 32> text{};
+    const auto result = std::to_chars(text.data(), text.data() + text.size(), magnitude,
+                                      std::chars_format::scientific);
+    const char* e = std::find(text.data(), result.ptr, 'e');
+    d.digits.fill('0');
+    std::size_t count = 0;
+    for (const char* p = text.data(); p != e; ++p) {
+        if (*p == '.')
+            continue;
+        if (count == d.digits.size())
+            return false;
+        d.digits[count++] = *p;
+    }
+    std::from_chars(e[1] == '+' ? e + 2 : e + 1, result.ptr, d.exponent);
+    return true;
+}
+
 DecimalDigits decimalDigits(double value) {
+    const double magnitude = std::fabs(value);
+    DecimalDigits d;
+    if (std::isnormal(magnitude) && shortestDigits(magnitude, d))
+        return d;
     // "d.dddddddddddddde+xxx": to_chars is locale-independent, unlike printf.
     std::array<char, 40> text{};
-    const auto result =
-        std::to_chars(text.data(), text.data() + text.size(), value < 0 ? -value : value,
-                      std::chars_format::scientific, significantDigits - 1);
-    DecimalDigits d;
+    const auto result = std::to_chars(text.data(), text.data() + text.size(), magnitude,
+                                      std::chars_format::scientific, significantDigits - 1);
     d.digits[0] = text[0];
     for (int i = 1; i < significantDigits; ++i)
         d.digits[i] = text[i + 1];
@@ -42,6 +70,17 @@ void appendShortestNumber(double value, std::string& out) {
                                       std::chars_format::general, significantDigits);
     for (const char* p = text.data(); p != result.ptr; ++p)
         out += *p == 'e' ? 'E' : *p;
+}
+
+double shortestNumberValue(double value) {
+    if (value == 0)
+        return 0.0; // written "0", never "-0"
+    DecimalDigits unused;
+    if (std::isnormal(value) && shortestDigits(std::fabs(value), unused))
+        return value;
+    std::string text;
+    appendShortestNumber(value, text);
+    return LeadingNumber(text);
 }
 
 void appendFixedNumber(double value, int decimals, std::string& out) {
