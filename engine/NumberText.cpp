@@ -17,34 +17,63 @@ constexpr int significantDigits = 15;
 struct DecimalDigits {
     std::array<char, significantDigits> digits{};
     int exponent = 0;
+    bool shortest = false; // the digits are those of the shortest text that reads back the same
 };
 
-// The digits of the shortest text that reads back as `magnitude`, padded with zeros, when there
-// are at most 15 of them. For a positive normal double these are also its 15 significant
-// digits: the double lies within half a unit in its 53rd bit of that text, much nearer than half
-// a unit in the 15th digit, so rounding it to 15 digits gives the same text.
-bool shortestDigits(double magnitude, DecimalDigits& d) {
+// The 15 significant digits of a positive double whose shortest round-trip text has at most
+// 15, or whose further digits say clearly which way to round; false for the rest. That text
+// lies within half a unit in the last bit of the double, which for a normal double is less than
+// 0.12 units in the 15th digit: so text and double round to the same 15 digits, unless the
+// digits beyond the 15th are within 0.12 of a half. This spares the slow exact conversion to 15
+// digits for nearly every number.
+bool fastDigits(double magnitude, DecimalDigits& d) {
+    if (!(magnitude >= 1e-300 && magnitude <= 1e300)) // subnormals, and room to round up
+        return false;
     std::array<char, 32> text{};
     const auto result = std::to_chars(text.data(), text.data() + text.size(), magnitude,
                                       std::chars_format::scientific);
     const char* e = std::find(text.data(), result.ptr, 'e');
-    d.digits.fill('0');
+    std::array<char, 17> all{}; // a shortest text has at most 17 digits
+    all.fill('0');
     std::size_t count = 0;
-    for (const char* p = text.data(); p != e; ++p) {
-        if (*p == '.')
-            continue;
-        if (count == d.digits.size())
-            return false;
-        d.digits[count++] = *p;
-    }
+    for (const char* p = text.data(); p != e; ++p)
+        if (*p != '.')
+            all[count++] = *p;
     std::from_chars(e[1] == '+' ? e + 2 : e + 1, result.ptr, d.exponent);
+    std::copy_n(all.begin(), significantDigits, d.digits.begin());
+    d.shortest = count <= significantDigits;
+    const int beyond = (all[15] - '0') * 10 + (all[16] - '0'); // hundredths of the 15th digit
+    if (beyond < 50 - 12)
+        return true;
+    if (beyond <= 50 + 12)
+        return false;
+    int i = significantDigits - 1;
+    for (; i >= 0 && d.digits[i] == '9'; --i)
+        d.digits[i] = '0';
+    if (i >= 0) {
+        ++d.digits[i];
+    } else {
+        d.digits[0] = '1';
+        ++d.exponent;
+    }
     return true;
+}
+
+// The number that 15 significant digits stand for.
+double valueOf(const DecimalDigits& d) {
+    std::array<char, 32> text{};
+    char* p = std::copy(d.digits.begin(), d.digits.end(), text.data());
+    *p++ = 'e';
+    p = std::to_chars(p, text.data() + text.size(), d.exponent - (significantDigits - 1)).ptr;
+    double value = 0;
+    std::from_chars(text.data(), p, value);
+    return value;
 }
 
 DecimalDigits decimalDigits(double value) {
     const double magnitude = std::fabs(value);
     DecimalDigits d;
-    if (std::isnormal(magnitude) && shortestDigits(magnitude, d))
+    if (fastDigits(magnitude, d))
         return d;
     // "d.dddddddddddddde+xxx": to_chars is locale-independent, unlike printf.
     std::array<char, 40> text{};
@@ -75,12 +104,18 @@ void appendShortestNumber(double value, std::string& out) {
 double shortestNumberValue(double value) {
     if (value == 0)
         return 0.0; // written "0", never "-0"
-    DecimalDigits unused;
-    if (std::isnormal(value) && shortestDigits(std::fabs(value), unused))
+    // A whole number of at most 15 digits is written as it is.
+    if (std::fabs(value) < 1e15 && std::trunc(value) == value)
         return value;
-    std::string text;
-    appendShortestNumber(value, text);
-    return LeadingNumber(text);
+    DecimalDigits d;
+    if (fastDigits(std::fabs(value), d)) {
+        if (d.shortest)
+            return value;
+        return value < 0 ? -valueOf(d) : valueOf(d);
+    }
+    std::string written;
+    appendShortestNumber(value, written);
+    return LeadingNumber(written);
 }
 
 void appendFixedNumber(double value, int decimals, std::string& out) {
