@@ -122,18 +122,16 @@ double Calculation::apply(const Step& step, double value) const {
 
 void Calculation::CalculateLine(std::string_view line, std::string& out) {
     // The current text carries from step to step, so each step reads the number that the
-    // previous one wrote. A line without steps to apply comes back unchanged, unrounded.
-    out.assign(line);
-    if (steps_.empty())
+    // previous one wrote as text; shortestNumberValue gives that number without the text.
+    // A line without steps to apply comes back unchanged, unrounded.
+    if (steps_.empty()) {
+        out.assign(line);
         return;
-    double value = 0;
-    for (const Step& step : steps_) {
-        value = apply(step, LeadingNumber(out));
-        out.clear();
-        appendShortestNumber(value, out);
     }
-    // Round the value of the 15-digit text, as the text is what the steps hand on.
-    value = LeadingNumber(out);
+    double value = LeadingNumber(line);
+    for (const Step& step : steps_)
+        value = shortestNumberValue(apply(step, value));
+    // The value rounded is that of the 15-digit text, as the text is what the steps hand on.
     out.clear();
     if (rounding_ == Rounding::WholeHalfEven)
         appendShortestNumber(std::nearbyint(value), out);

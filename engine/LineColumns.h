@@ -6,27 +6,38 @@
 
 namespace morlevant {
 
-// Character positions of one line, decoded once so that any number of column ranges can be
-// cut from it. An ASCII line needs no table: its positions are its bytes. Keep one instance
-// per run and reuse it for every line, so the table's storage is allocated once.
+// Character positions of one line, so that any number of column ranges can be cut from it.
+// The ASCII start of a line needs no table: its positions are its bytes. Beyond it, characters
+// are decoded once, and only as far as a position asked for, so a long line cut at its first
+// columns costs no table of the whole line. Keep one instance per run and reuse it for every
+// line, so the table's storage is allocated once.
 class LineColumns {
 public:
     void assign(std::string_view line);
 
     std::string_view line() const { return line_; }
     // Length of the line in characters.
-    std::size_t length() const { return length_; }
+    std::size_t length() const;
     // Characters first to last, counted from 1 and inclusive, clipped to the line.
     std::string_view slice(std::size_t first, std::size_t last) const;
     // Byte offset at which character `position` (counted from 1) starts; the line's size when
     // the position lies past its end.
     std::size_t byteOffset(std::size_t position) const;
+    // Whether the line ends before character `position`, as position > length() says, but
+    // without counting the characters of a long line beyond it.
+    bool endsBefore(std::size_t position) const {
+        return position > 0 && byteOffset(position) == line_.size();
+    }
 
 private:
     std::string_view line_;
-    std::size_t length_ = 0;
-    bool ascii_ = true;
-    std::vector<std::uint32_t> starts_; // byte offset of each character, then the line's size
+    std::size_t asciiPrefix_ = 0; // characters (and bytes) before the first one beyond ASCII
+    // Filled as positions are asked for, which does not change what the line is.
+    // Byte offset of each character decoded so far, from the first one beyond ASCII on.
+    mutable std::vector<std::uint32_t> starts_;
+    mutable std::size_t decodedEnd_ = 0; // byte offset up to which starts_ covers the line
+    mutable std::size_t length_ = 0;
+    mutable bool lengthKnown_ = false;
 };
 
 // Column bound from a range text item: a position counted from 1, with zero, negative and

@@ -10,8 +10,6 @@ namespace morlevant {
 
 namespace {
 
-constexpr std::size_t blockSize = 1 << 16;
-
 std::FILE* openForReading(const std::string& path) {
 #ifdef _WIN32
     return _wfopen(toFsPath(path).c_str(), L"rb");
@@ -23,7 +21,8 @@ std::FILE* openForReading(const std::string& path) {
 } // namespace
 
 LineReader::LineReader(const std::string& path)
-    : path_(path), file_(openForReading(path), &std::fclose), buffer_(blockSize) {
+    : path_(path), file_(openForReading(path), &std::fclose),
+      buffer_(std::make_unique_for_overwrite<char[]>(blockSize)) {
     if (!file_)
         throw TaskError("Cannot open " + path + ": " + std::strerror(errno));
 }
@@ -31,9 +30,10 @@ LineReader::LineReader(const std::string& path)
 bool LineReader::fill() {
     if (eof_)
         return false;
-    end_ = std::fread(buffer_.data(), 1, buffer_.size(), file_.get());
+    end_ = std::fread(buffer_.get(), 1, blockSize, file_.get());
     begin_ = 0;
-    if (end_ < buffer_.size()) {
+    crKnown_ = false;
+    if (end_ < blockSize) {
         if (std::ferror(file_.get()))
             throw TaskError("Cannot read " + path_ + ": " + std::strerror(errno));
         eof_ = true;
@@ -42,6 +42,20 @@ bool LineReader::fill() {
         begin_ = 1;
     skipLeadingLf_ = false;
     return begin_ < end_;
+}
+
+// The first LF or CR from begin_ on, or null when the block holds neither.
+const char* LineReader::findLineEnd() {
+    const char* data = buffer_.get();
+    if (!crKnown_ || nextCr_ < begin_) {
+        const void* cr = std::memchr(data + begin_, '\r', end_ - begin_);
+        nextCr_ = cr ? static_cast<std::size_t>(static_cast<const char*>(cr) - data) : end_;
+        crKnown_ = true;
+    }
+    // An LF can only end the line when it comes before the next CR.
+    if (const void* lf = std::memchr(data + begin_, '\n', nextCr_ - begin_))
+        return static_cast<const char*>(lf);
+    return nextCr_ < end_ ? data + nextCr_ : nullptr;
 }
 
 bool LineReader::next(std::string_view& line) {
@@ -55,14 +69,9 @@ bool LineReader::next(std::string_view& line) {
             ++lineNumber_;
             return true;
         }
-        const char* start = buffer_.data() + begin_;
+        const char* start = buffer_.get() + begin_;
         const std::size_t available = end_ - begin_;
-        const char* stop = nullptr;
-        for (const char* p = start; p != start + available; ++p)
-            if (*p == '\n' || *p == '\r') {
-                stop = p;
-                break;
-            }
+        const char* stop = findLineEnd();
         if (!stop) {
             longLine_.append(start, available);
             gathering = true;

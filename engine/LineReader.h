@@ -4,7 +4,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace morlevant {
 
@@ -12,6 +11,8 @@ namespace morlevant {
 // last line needs no line end. Memory grows with the longest line, never with the file.
 class LineReader {
 public:
+    static constexpr std::size_t blockSize = std::size_t{1} << 16;
+
     // Throws TaskError naming the file when it cannot be opened.
     explicit LineReader(const std::string& path);
 
@@ -23,12 +24,18 @@ public:
 
 private:
     bool fill();
+    const char* findLineEnd();
 
     std::string path_;
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
-    std::vector<char> buffer_;
+    // Left uninitialised: a run over many small files need not clear a block for each.
+    std::unique_ptr<char[]> buffer_;
     std::size_t begin_ = 0; // first unread byte in buffer_
     std::size_t end_ = 0;   // one past the last valid byte in buffer_
+    // The first CR at or after begin_ (end_ when there is none), valid while crKnown_: a file
+    // with LF ends is searched for CR once per block rather than once per line.
+    std::size_t nextCr_ = 0;
+    bool crKnown_ = false;
     bool eof_ = false;
     bool skipLeadingLf_ = false; // the previous block ended in CR: a following LF belongs to it
     std::string longLine_;       // a line that spans blocks is gathered here

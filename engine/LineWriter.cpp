@@ -3,6 +3,7 @@
 #include "FilePath.h"
 #include "TaskError.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -11,8 +12,6 @@
 namespace morlevant {
 
 namespace {
-
-constexpr std::size_t bufferSize = 1 << 18;
 
 std::FILE* openForWriting(const std::string& path, LineWriter::Mode mode) {
     const bool append = mode == LineWriter::Mode::Append;
@@ -29,12 +28,15 @@ LineWriter::LineWriter(const std::string& path, Mode mode)
     : path_(path), mode_(mode), file_(openForWriting(path, mode)) {
     if (!file_)
         fail();
-    std::setvbuf(file_, nullptr, _IOFBF, bufferSize);
+    // The writer buffers by itself; stdio's own buffer would only copy every byte once more.
+    std::setvbuf(file_, nullptr, _IONBF, 0);
 }
 
 LineWriter::~LineWriter() {
     if (!file_)
         return;
+    if (mode_ == Mode::Append && !buffer_.empty()) // a failure here is already being reported
+        std::fwrite(buffer_.data(), 1, buffer_.size(), file_);
     std::fclose(file_);
     if (mode_ == Mode::Truncate) {
         std::error_code ignored;
@@ -43,15 +45,37 @@ LineWriter::~LineWriter() {
 }
 
 void LineWriter::writeLine(std::string_view line) {
-    // An empty view may carry no buffer at all, which fwrite must not be given.
-    if ((!line.empty() && std::fwrite(line.data(), 1, line.size(), file_) != line.size()) ||
-        std::fwrite("\r\n", 1, 2, file_) != 2)
+    if (buffer_.size() + line.size() + 2 > bufferSize) {
+        flush();
+        // A line longer than the buffer goes out directly, without being copied first.
+        if (line.size() + 2 > bufferSize) {
+            write(line.data(), line.size());
+            line = {};
+        }
+    }
+    const std::size_t needed = buffer_.size() + line.size() + 2;
+    if (needed > buffer_.capacity())
+        buffer_.reserve(std::min(bufferSize, std::max(needed, 2 * buffer_.capacity())));
+    // An empty view may carry no buffer at all, which must not be copied from.
+    if (!line.empty())
+        buffer_.append(line);
+    buffer_.append("\r\n", 2);
+}
+
+void LineWriter::write(const char* data, std::size_t size) {
+    if (std::fwrite(data, 1, size, file_) != size)
         fail();
+}
+
+void LineWriter::flush() {
+    write(buffer_.data(), buffer_.size());
+    buffer_.clear();
 }
 
 void LineWriter::close() {
     if (!file_)
         return;
+    flush();
     std::FILE* file = file_;
     file_ = nullptr;
     if (std::fclose(file) != 0)

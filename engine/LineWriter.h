@@ -7,15 +7,19 @@
 
 namespace morlevant {
 
-// Writes lines to a result file, each ended by CR LF, through a large buffer.
+// Writes lines to a result file, each ended by CR LF. Lines are gathered in a buffer of its own
+// and written in large blocks, so that a line costs a copy rather than calls into stdio.
 class LineWriter {
 public:
+    static constexpr std::size_t bufferSize = std::size_t{1} << 18;
+
     enum class Mode { Truncate, Append };
 
     // Throws TaskError naming the file when it cannot be opened.
     LineWriter(const std::string& path, Mode mode);
     // A writer destroyed before close() was abandoned by a failure: a file it emptied is
-    // removed, so that a failed file leaves no half result; appended lines stay.
+    // removed, so that a failed file leaves no half result; appended lines stay, the buffered
+    // ones included.
     ~LineWriter();
     LineWriter(const LineWriter&) = delete;
     LineWriter& operator=(const LineWriter&) = delete;
@@ -26,11 +30,16 @@ public:
     const std::string& path() const { return path_; }
 
 private:
+    void write(const char* data, std::size_t size);
+    void flush();
     void fail();
 
     std::string path_;
     Mode mode_;
     std::FILE* file_ = nullptr;
+    // Lines waiting to be written, at most bufferSize bytes. It grows with use, so that a small
+    // result never allocates (and clears) the whole buffer.
+    std::string buffer_;
 };
 
 } // namespace morlevant

@@ -43,7 +43,7 @@ void RangedLineOperation::workInPlace(const LineColumns& line, std::string& out)
     out.reserve(text.size()); // the usual size of the result, without growing by doubling
     std::size_t copied = 0; // bytes of the line already placed in `out`
     for (const ColumnRange& range : inPlace_) {
-        if (range.first > line.length())
+        if (line.endsBefore(range.first))
             break;
         const std::size_t begin = line.byteOffset(range.first);
         const std::size_t end = line.byteOffset(range.last + 1);
@@ -65,7 +65,7 @@ void RangedLineOperation::takeOut(const LineColumns& line, std::string& out) {
     for (const ColumnRange& range : written_) {
         // Like the plain cutting of ranges: the rest of the line for a range that runs past its
         // end, nothing for one that starts past it.
-        if (range.first > line.length())
+        if (line.endsBefore(range.first))
             continue;
         applyTo(line.slice(range.first, range.last), piece_);
         fitToWidth(piece_, range.width());

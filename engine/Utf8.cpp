@@ -47,27 +47,23 @@ std::size_t utf8CharLength(std::string_view text, std::size_t pos) {
     return length;
 }
 
-bool isAscii(std::string_view text) {
-    const char* p = text.data();
-    std::size_t n = text.size();
-    // Eight bytes at a time: the high bit of any byte marks a non-ASCII line.
-    for (; n >= 8; p += 8, n -= 8) {
+std::size_t asciiPrefixLength(std::string_view text) {
+    std::size_t pos = 0;
+    // Eight bytes at a time: the high bit of any byte marks a character beyond ASCII.
+    for (; text.size() - pos >= 8; pos += 8) {
         std::uint64_t word;
-        std::memcpy(&word, p, 8);
+        std::memcpy(&word, text.data() + pos, 8);
         if (word & 0x8080808080808080ULL)
-            return false;
+            break;
     }
-    for (; n > 0; ++p, --n)
-        if (static_cast<unsigned char>(*p) >= 0x80)
-            return false;
-    return true;
+    while (pos < text.size() && static_cast<unsigned char>(text[pos]) < 0x80)
+        ++pos;
+    return pos;
 }
 
 std::size_t utf8CharCount(std::string_view text) {
-    if (isAscii(text))
-        return text.size();
-    std::size_t count = 0;
-    for (std::size_t pos = 0; pos < text.size(); pos += utf8CharLength(text, pos))
+    std::size_t count = asciiPrefixLength(text);
+    for (std::size_t pos = count; pos < text.size(); pos += utf8CharLength(text, pos))
         ++count;
     return count;
 }

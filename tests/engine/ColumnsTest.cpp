@@ -39,7 +39,26 @@ INSTANTIATE_TEST_SUITE_P(
                       TakeCase{"2-2", "a\xff" "b", "\xff"},      // an invalid byte is one character
                       TakeCase{"1-2", "\xe2\x82", "\xe2\x82"},   // a cut-off sequence is two
                       TakeCase{"0-2", "abc", "ab"},              // a zero bound does not crash
-                      TakeCase{"3-1", "abc", ""}));
+                      TakeCase{"3-1", "abc", ""},
+                      // An ASCII start, then characters decoded as far as the ranges reach.
+                      TakeCase{"8-9,5-6,1-2", "abcd\xc3\xa9\xe2\x82\xacxyz",
+                               "yz\xc3\xa9\xe2\x82\xac" "ab"},
+                      TakeCase{"3-4", "abcd\xc3\xa9", "cd"},
+                      TakeCase{"4-20", "abcd\xc3\xa9\xe2\x82\xacxyz",
+                               "d\xc3\xa9\xe2\x82\xacxyz"}));
+
+TEST(LineColumns, CountsTheRestAfterDecodingPartOfTheLine) {
+    LineColumns line;
+    line.assign("ab\xc3\xa9\xe2\x82\xac" "cd"); // a, b, e acute, euro sign, c, d
+    EXPECT_EQ(line.slice(3, 3), "\xc3\xa9");
+    EXPECT_FALSE(line.endsBefore(6));
+    EXPECT_TRUE(line.endsBefore(7));
+    EXPECT_EQ(line.length(), 6u);
+    EXPECT_EQ(line.slice(4, 9), "\xe2\x82\xac" "cd");
+    line.assign("xyz"); // reused: nothing of the previous line stays
+    EXPECT_EQ(line.length(), 3u);
+    EXPECT_EQ(line.slice(2, 5), "yz");
+}
 
 TEST(Utf8, CountsSequencesAndInvalidBytes) {
     EXPECT_EQ(utf8CharCount("abc"), 3u);

@@ -1,11 +1,10 @@
 #include "LineReader.h"
+
 #include "LineWriter.h"
 #include "TaskError.h"
-
 #include "TempDir.h"
 
 #include <gtest/gtest.h>
-
 #include <vector>
 
 using namespace morlevant;
@@ -43,15 +42,16 @@ INSTANTIATE_TEST_SUITE_P(
                       LineEndCase{"a\r\nb\r\n", {"a", "b"}}, LineEndCase{"a\nb", {"a", "b"}},
                       LineEndCase{"a\rb\r", {"a", "b"}}, LineEndCase{"\n\n", {"", ""}},
                       LineEndCase{"a\r\rb", {"a", "", "b"}}, LineEndCase{"a\n\rb", {"a", "", "b"}},
+                      LineEndCase{"a\nb\nc\rd\r\ne\nf", {"a", "b", "c", "d", "e", "f"}},
                       LineEndCase{"\xff\xfe\r\n\x80", {"\xff\xfe", "\x80"}}));
 
 TEST(Reader, LinesAcrossBlockBoundaries) {
     // Lines longer than a block, and a CR LF split between two blocks.
     TempDir dir;
-    const std::string longLine(200000, 'x');
-    const std::string shortLine(65535, 'y'); // its CR ends the first block, its LF starts the next
-    morlevant::testing::writeBytes(dir.file("in.txt"),
-                                   shortLine + "\r\n" + longLine + "\r\nend");
+    const std::string longLine(2 * LineReader::blockSize + 5, 'x');
+    // Its CR ends the first block, its LF starts the next.
+    const std::string shortLine(LineReader::blockSize - 1, 'y');
+    morlevant::testing::writeBytes(dir.file("in.txt"), shortLine + "\r\n" + longLine + "\r\nend");
     EXPECT_EQ(readLines(dir.file("in.txt")), (Lines{shortLine, longLine, "end"}));
 }
 
@@ -60,7 +60,8 @@ TEST(Reader, MissingFileNamesThePath) {
         LineReader reader("/nonexistent/folder/file.txt");
         FAIL();
     } catch (const TaskError& error) {
-        EXPECT_NE(std::string(error.what()).find("/nonexistent/folder/file.txt"), std::string::npos);
+        EXPECT_NE(std::string(error.what()).find("/nonexistent/folder/file.txt"),
+                  std::string::npos);
     }
 }
 
@@ -79,6 +80,28 @@ TEST(Writer, EndsEveryLineWithCrLfAndAppends) {
         writer.close();
     }
     EXPECT_EQ(morlevant::testing::readBytes(path), "a\r\n\r\nb\r\n");
+}
+
+TEST(Writer, LinesAroundAndBeyondItsBuffer) {
+    // A line whose end does not fit what is left of the buffer, one longer than the buffer,
+    // and lines left in the buffer of an appending writer abandoned by a failure.
+    TempDir dir;
+    const std::string path = dir.file("out.txt");
+    const std::string half(LineWriter::bufferSize / 2, 'h');
+    const std::string whole(LineWriter::bufferSize + 3, 'w');
+    {
+        LineWriter writer(path, LineWriter::Mode::Truncate);
+        for (const std::string& line : {half, half, whole, half})
+            writer.writeLine(line);
+        writer.close();
+    }
+    {
+        LineWriter abandoned(path, LineWriter::Mode::Append);
+        abandoned.writeLine("kept");
+    }
+    const std::string crlf = "\r\n";
+    EXPECT_EQ(morlevant::testing::readBytes(path),
+              half + crlf + half + crlf + whole + crlf + half + crlf + "kept" + crlf);
 }
 
 } // namespace
