@@ -20,6 +20,11 @@ Filter::Filter(const TaskPageSettings& settings, int kind)
 
 void Filter::FilterLine(std::string_view line, std::string& out) {
     out.clear();
+    // Deleting or outputting the matches usually gives no more than the line: one buffer of
+    // that size, rather than one grown by doubling, keeps a long line's memory near twice its
+    // size. A replacement may give more, and grows its buffer as it needs.
+    if (kind_ != 1)
+        out.reserve(line.size());
     regex_.setSubject(line);
     bool matched = false;
     std::size_t copied = 0; // bytes of the line placed in `out` (kinds 1 and 2)
