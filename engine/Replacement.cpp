@@ -2,6 +2,8 @@
 
 #include "Utf8.h"
 
+#include <cstring>
+
 namespace morlevant {
 
 namespace {
@@ -10,23 +12,14 @@ namespace {
 // does not keep its size for the rest of the run.
 constexpr std::size_t shrinkAbove = std::size_t{1} << 20;
 
-// Every occurrence of `find` (not empty) in `text`, left to right and without overlap, replaced
-// by `replaceWith`; `out` is replaced. The comparison is byte for byte, so it is exact and
-// case-sensitive. A find text that is valid UTF-8 can only match whole characters; one that is
-// not (a lone byte such as 0xAC) could match inside a character of the text, so then only
-// matches that begin and end between characters count.
-void replaceAll(std::string_view text, std::string_view find, std::string_view replaceWith,
-                bool wholeCharacters, std::string& out) {
-    out.clear();
-    // The result is built in place of one buffer of its final size at most: a line hundreds of
-    // megabytes long must not be copied into a buffer grown by doubling.
-    std::size_t size = text.size();
-    if (replaceWith.size() > find.size())
-        for (std::size_t at = text.find(find); at != std::string_view::npos;
-             at = text.find(find, at + find.size()))
-            size += replaceWith.size() - find.size();
-    out.reserve(size);
-    std::size_t from = 0;
+// Calls `match(at)` for every occurrence of `find` (not empty) in `text`, left to right and
+// without overlap. The comparison is byte for byte, so it is exact and case-sensitive. A find
+// text that is valid UTF-8 can only match whole characters; one that is not (a lone byte such
+// as 0xAC) could match inside a character of the text, so then only occurrences that begin and
+// end between characters count. Only bytes after the last occurrence reported are read again.
+template <typename Match>
+void forEachOccurrence(std::string_view text, std::string_view find, bool wholeCharacters,
+                       Match match) {
     std::size_t boundary = 0; // start of a character of the text, walked forward
     std::size_t at = text.find(find);
     while (at != std::string_view::npos) {
@@ -41,12 +34,49 @@ void replaceAll(std::string_view text, std::string_view find, std::string_view r
                 continue;
             }
         }
+        match(at);
+        boundary = at + find.size();
+        at = text.find(find, boundary);
+    }
+}
+
+// Every occurrence of `find` in `text` replaced by `replaceWith`; `out` is replaced.
+void replaceAll(std::string_view text, std::string_view find, std::string_view replaceWith,
+                bool wholeCharacters, std::string& out) {
+    out.clear();
+    // The result is built in one buffer of its final size at most: a line hundreds of
+    // megabytes long must not be copied into a buffer grown by doubling.
+    std::size_t size = text.size();
+    if (replaceWith.size() > find.size())
+        for (std::size_t at = text.find(find); at != std::string_view::npos;
+             at = text.find(find, at + find.size()))
+            size += replaceWith.size() - find.size();
+    out.reserve(size);
+    std::size_t from = 0;
+    forEachOccurrence(text, find, wholeCharacters, [&](std::size_t at) {
         out.append(text, from, at - from);
         out.append(replaceWith);
-        from = boundary = at + find.size();
-        at = text.find(find, from);
-    }
+        from = at + find.size();
+    });
     out.append(text, from);
+}
+
+// The same within `text` itself, for a replacement no longer than what it replaces: the result
+// is written over bytes already read, so no second buffer is needed.
+void replaceAllInPlace(std::string& text, std::string_view find, std::string_view replaceWith,
+                       bool wholeCharacters) {
+    char* const bytes = text.data();
+    std::size_t from = 0;    // first byte not yet moved
+    std::size_t written = 0; // length of the result so far
+    forEachOccurrence(text, find, wholeCharacters, [&](std::size_t at) {
+        std::memmove(bytes + written, bytes + from, at - from);
+        written += at - from;
+        std::memcpy(bytes + written, replaceWith.data(), replaceWith.size());
+        written += replaceWith.size();
+        from = at + find.size();
+    });
+    std::memmove(bytes + written, bytes + from, text.size() - from);
+    text.resize(written + text.size() - from);
 }
 
 } // namespace
@@ -69,10 +99,14 @@ void Replacement::ReplaceLine(std::string_view line, std::string& out) {
         // An empty find text leaves the line as it is.
         if (pair.find.empty() || current.find(pair.find) == std::string_view::npos)
             continue;
-        replaceAll(current, pair.find, pair.replaceWith, pair.wholeCharacters, pass_);
-        out.swap(pass_);
+        if (replaced && pair.replaceWith.size() <= pair.find.size()) {
+            replaceAllInPlace(out, pair.find, pair.replaceWith, pair.wholeCharacters);
+        } else {
+            replaceAll(current, pair.find, pair.replaceWith, pair.wholeCharacters, pass_);
+            out.swap(pass_);
+            replaced = true;
+        }
         current = out;
-        replaced = true;
     }
     if (!replaced)
         out.assign(line);

@@ -36,6 +36,14 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         ReplaceCase{{"a", "b", "b", "c", "", "", "", ""}, "", Mode::Whole, "ab", "cc"},
         ReplaceCase{{"a", "aa", "", "", "", "", "aa", "b"}, "", Mode::Whole, "a", "b"},
+        // Later pairs that shrink the text work on it where it lies: each still sees the
+        // result of the one before, including bytes a shorter replacement moved.
+        ReplaceCase{{"a", "bb", "bbb", "c", "bb", "", "\xac", "!"},
+                    "",
+                    Mode::Whole,
+                    "aab\xe2\x82\xac\xac"
+                    "aaa",
+                    "c\xe2\x82\xac!cc"},
         ReplaceCase{pair("aa", "X"), "", Mode::Whole, "aaa", "Xa"},
         ReplaceCase{pair("a", "aa"), "", Mode::Whole, "aa", "aaaa"}, // no rescanning
         ReplaceCase{pair("Abc", "X"), "", Mode::Whole, "abc", "abc"},
