@@ -71,6 +71,8 @@ public:
     }
 
 private:
+    static constexpr int maxNesting = 250;
+
     [[noreturn]] void fail(const std::string& cause) const { failAt(pos_, cause); }
     [[noreturn]] static void failAt(std::size_t position, const std::string& cause) {
         throw PatternError{position, cause};
@@ -281,7 +283,12 @@ private:
             ++pos_;
             n.group = newGroup({});
         }
+        // PCRE2 takes no deeper nesting, and reading it must not exhaust the stack.
+        if (++depth_ > maxNesting)
+            throw PatternError{
+                pos_, "groups nested more than " + std::to_string(maxNesting) + " deep", true};
         n.children.push_back(disjunction());
+        --depth_;
         if (peek() != ')')
             fail("missing closing parenthesis");
         if (n.group > 0)
@@ -547,6 +554,7 @@ private:
 
     std::vector<char32_t> text_;
     std::size_t pos_ = 0;
+    int depth_ = 0; // groups open around the current position
     int groupTotal_ = 0;
     bool hasNames_ = false;
     std::vector<std::string> pendingNames_;

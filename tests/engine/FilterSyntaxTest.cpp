@@ -145,6 +145,8 @@ TEST(FilterSyntax, RefusesWhatPcre2CannotMatchTheJavaScriptWay) {
         {"(?:\\1(a))+", "a back-reference inside a repeated group to a group of it"},
         {"(a\\1)*", "a back-reference inside a repeated group to a group of it"},
         {"x{65536}", "a repeat count above 65535"},
+        // Found by fuzzing: thousands of nested groups once exhausted the parser's stack.
+        {std::string(5000, '(') + std::string(5000, ')'), "groups nested more than 250 deep"},
     };
     for (const auto& c : cases) {
         const std::string error = taskErrorOf([&] { filter(c.pattern, ""); });
