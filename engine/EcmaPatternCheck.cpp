@@ -1,6 +1,7 @@
 #include "EcmaPatternCheck.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
 
 namespace morlevant {
@@ -49,6 +50,14 @@ bool holdsLookaround(const Node& n) {
            std::any_of(n.children.begin(), n.children.end(), holdsLookaround);
 }
 
+// A length no lookbehind can have (PCRE2 takes at most 65535 characters) counts as no fixed
+// length; it also keeps the sums below from overflowing.
+std::optional<int> within(std::int64_t length) {
+    if (length > 65535)
+        return std::nullopt;
+    return static_cast<int>(length);
+}
+
 std::optional<int> fixedLength(const Node& n) {
     switch (n.kind) {
     case Kind::Character:
@@ -65,17 +74,16 @@ std::optional<int> fixedLength(const Node& n) {
         const std::optional<int> one = fixedLength(n.children.front());
         if (!one || n.min != n.max)
             return std::nullopt;
-        return *one * n.min;
+        return within(std::int64_t{*one} * n.min);
     }
     case Kind::Sequence: {
-        int total = 0;
+        std::int64_t total = 0;
         for (const Node& child : n.children) {
             const std::optional<int> length = fixedLength(child);
-            if (!length)
+            if (!length || !within(total += *length))
                 return std::nullopt;
-            total += *length;
         }
-        return total;
+        return static_cast<int>(total);
     }
     case Kind::Alternation: {
         std::optional<int> common;

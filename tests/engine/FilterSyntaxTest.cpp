@@ -145,7 +145,9 @@ TEST(FilterSyntax, RefusesWhatPcre2CannotMatchTheJavaScriptWay) {
         {"(?:\\1(a))+", "a back-reference inside a repeated group to a group of it"},
         {"(a\\1)*", "a back-reference inside a repeated group to a group of it"},
         {"x{65536}", "a repeat count above 65535"},
-        // Found by fuzzing: thousands of nested groups once exhausted the parser's stack.
+        // Found by fuzzing: lengths too large to add up once overflowed, and thousands of nested
+        // groups exhausted the parser's stack.
+        {"(?<=a{40000}a{40000}.{2147483647})b", "no fixed length"},
         {std::string(5000, '(') + std::string(5000, ')'), "groups nested more than 250 deep"},
     };
     for (const auto& c : cases) {
