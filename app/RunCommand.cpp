@@ -1,9 +1,9 @@
-#include "RunCommand.h"
+#include "app/RunCommand.h"
 
-#include "FilePath.h"
-#include "TaskError.h"
-#include "TaskFiles.h"
-#include "TaskRunner.h"
+#include "engine/TaskRunner.h"
+#include "taskdef/FilePath.h"
+#include "taskdef/TaskError.h"
+#include "taskdef/TaskFiles.h"
 
 #include <algorithm>
 #include <filesystem>

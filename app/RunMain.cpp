@@ -1,5 +1,5 @@
 // morlevant-run: hands the command line and the program's surroundings to RunCommand.
-#include "RunCommand.h"
+#include "app/RunCommand.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,9 +1,9 @@
 // morlevant: the window program. The whole command line is one workspace path.
-#include "DesktopShell.h"
-#include "QtPrompts.h"
-#include "SettingsStore.h"
-#include "TaskEditorDialog.h"
-#include "frmCorvellum.h"
+#include "mainwindow/DesktopShell.h"
+#include "mainwindow/QtPrompts.h"
+#include "mainwindow/frmCorvellum.h"
+#include "mainwindow/settings/SettingsStore.h"
+#include "taskdef/editor/TaskEditorDialog.h"
 
 #include <QApplication>
 

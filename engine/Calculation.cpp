@@ -1,9 +1,9 @@
-#include "Calculation.h"
+#include "engine/Calculation.h"
 
-#include "LeadingNumber.h"
-#include "NumberText.h"
-#include "TaskError.h"
-#include "Utf8.h"
+#include "engine/NumberText.h"
+#include "engine/Utf8.h"
+#include "taskdef/LeadingNumber.h"
+#include "taskdef/TaskError.h"
 
 #include <algorithm>
 #include <charconv>

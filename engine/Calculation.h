@@ -1,7 +1,7 @@
 #pragma once
 
-#include "RangedLineOperation.h"
-#include "TaskPageSettings.h"
+#include "engine/RangedLineOperation.h"
+#include "taskdef/TaskPageSettings.h"
 
 #include <string>
 #include <vector>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "FilePage.h"
-#include "LineColumns.h"
-#include "PieceNames.h"
+#include "engine/FilePage.h"
+#include "engine/LineColumns.h"
+#include "engine/PieceNames.h"
 
 #include <cstdint>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "EcmaPatternCheck.h"
+#include "engine/EcmaPatternCheck.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,7 +1,7 @@
-#include "EcmaPatternParser.h"
+#include "engine/EcmaPatternParser.h"
 
-#include "GroupNameCharacters.h"
-#include "Utf8.h"
+#include "engine/GroupNameCharacters.h"
+#include "engine/Utf8.h"
 
 #include <limits>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "EcmaPatternTree.h"
+#include "engine/EcmaPatternTree.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "EcmaPatternWriter.h"
+#include "engine/EcmaPatternWriter.h"
 
-#include "Utf8.h"
+#include "engine/Utf8.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "EcmaPatternTree.h"
+#include "engine/EcmaPatternTree.h"
 
 #include <string>
 

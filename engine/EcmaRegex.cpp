@@ -1,10 +1,10 @@
-#include "EcmaRegex.h"
+#include "engine/EcmaRegex.h"
 
-#include "EcmaPatternCheck.h"
-#include "EcmaPatternParser.h"
-#include "EcmaPatternWriter.h"
-#include "TaskError.h"
-#include "Utf8.h"
+#include "engine/EcmaPatternCheck.h"
+#include "engine/EcmaPatternParser.h"
+#include "engine/EcmaPatternWriter.h"
+#include "engine/Utf8.h"
+#include "taskdef/TaskError.h"
 
 namespace morlevant {
 

@@ -1,6 +1,6 @@
-#include "EcmaReplacement.h"
+#include "engine/EcmaReplacement.h"
 
-#include "EcmaRegex.h"
+#include "engine/EcmaRegex.h"
 
 namespace morlevant {
 

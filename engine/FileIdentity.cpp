@@ -1,7 +1,7 @@
-#include "FileIdentity.h"
+#include "engine/FileIdentity.h"
 
 #ifdef _WIN32
-#include "FilePath.h"
+#include "taskdef/FilePath.h"
 
 #include <windows.h>
 #else

@@ -1,11 +1,11 @@
-#include "FilePage.h"
+#include "engine/FilePage.h"
 
-#include "ColumnDividePage.h"
-#include "InsertPage.h"
-#include "LinePage.h"
-#include "MergePage.h"
-#include "RangeDividePage.h"
-#include "RowDividePage.h"
+#include "engine/ColumnDividePage.h"
+#include "engine/InsertPage.h"
+#include "engine/LinePage.h"
+#include "engine/MergePage.h"
+#include "engine/RangeDividePage.h"
+#include "engine/RowDividePage.h"
 
 namespace morlevant {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "RunContext.h"
+#include "engine/RunContext.h"
 
 #include <memory>
 #include <string>

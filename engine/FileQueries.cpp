@@ -1,7 +1,7 @@
-#include "FileQueries.h"
+#include "engine/FileQueries.h"
 
-#include "FilePath.h"
-#include "TaskError.h"
+#include "taskdef/FilePath.h"
+#include "taskdef/TaskError.h"
 
 #include <filesystem>
 #include <system_error>

@@ -1,6 +1,6 @@
-#include "Filter.h"
+#include "engine/Filter.h"
 
-#include "TaskError.h"
+#include "taskdef/TaskError.h"
 
 namespace morlevant {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "EcmaRegex.h"
-#include "EcmaReplacement.h"
-#include "RangedLineOperation.h"
-#include "TaskPageSettings.h"
+#include "engine/EcmaRegex.h"
+#include "engine/EcmaReplacement.h"
+#include "engine/RangedLineOperation.h"
+#include "taskdef/TaskPageSettings.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
-#include "GroupNameCharacters.h"
+#include "engine/GroupNameCharacters.h"
 
-#include "Utf8.h"
+#include "engine/Utf8.h"
 
 #define PCRE2_CODE_UNIT_WIDTH 8
 #include <pcre2.h>

@@ -1,4 +1,4 @@
-#include "InsertInRanges.h"
+#include "engine/InsertInRanges.h"
 
 #include <algorithm>
 

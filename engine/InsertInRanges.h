@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LineColumns.h"
-#include "RangePairs.h"
+#include "engine/LineColumns.h"
+#include "taskdef/RangePairs.h"
 
 #include <string>
 #include <string_view>

@@ -1,13 +1,13 @@
-#include "InsertPage.h"
+#include "engine/InsertPage.h"
 
-#include "FilePath.h"
-#include "InsertInRanges.h"
-#include "LineReader.h"
-#include "LineWriter.h"
-#include "ResultPlaces.h"
-#include "RowRanges.h"
-#include "TakeRangesOut.h"
-#include "TaskError.h"
+#include "engine/InsertInRanges.h"
+#include "engine/LineReader.h"
+#include "engine/LineWriter.h"
+#include "engine/ResultPlaces.h"
+#include "engine/RowRanges.h"
+#include "engine/TakeRangesOut.h"
+#include "taskdef/FilePath.h"
+#include "taskdef/TaskError.h"
 
 #include <filesystem>
 #include <system_error>

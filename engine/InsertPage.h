@@ -1,8 +1,8 @@
 #pragma once
 
-#include "FilePage.h"
-#include "LineColumns.h"
-#include "LineWriter.h"
+#include "engine/FilePage.h"
+#include "engine/LineColumns.h"
+#include "engine/LineWriter.h"
 
 #include <vector>
 

@@ -1,6 +1,6 @@
-#include "LineColumns.h"
+#include "engine/LineColumns.h"
 
-#include "Utf8.h"
+#include "engine/Utf8.h"
 
 #include <cmath>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LineColumns.h"
-#include "TaskPageSettings.h"
+#include "engine/LineColumns.h"
+#include "taskdef/TaskPageSettings.h"
 
 #include <memory>
 #include <string>

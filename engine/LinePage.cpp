@@ -1,10 +1,10 @@
-#include "LinePage.h"
+#include "engine/LinePage.h"
 
-#include "LineReader.h"
-#include "LineWriter.h"
-#include "ResultPlaces.h"
-#include "RowRanges.h"
-#include "TaskError.h"
+#include "engine/LineReader.h"
+#include "engine/LineWriter.h"
+#include "engine/ResultPlaces.h"
+#include "engine/RowRanges.h"
+#include "taskdef/TaskError.h"
 
 namespace morlevant {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "FilePage.h"
-#include "LineColumns.h"
-#include "LineOperation.h"
+#include "engine/FilePage.h"
+#include "engine/LineColumns.h"
+#include "engine/LineOperation.h"
 
 namespace morlevant {
 

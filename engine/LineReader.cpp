@@ -1,7 +1,7 @@
-#include "LineReader.h"
+#include "engine/LineReader.h"
 
-#include "FilePath.h"
-#include "TaskError.h"
+#include "taskdef/FilePath.h"
+#include "taskdef/TaskError.h"
 
 #include <cerrno>
 #include <cstring>

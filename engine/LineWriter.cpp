@@ -1,7 +1,7 @@
-#include "LineWriter.h"
+#include "engine/LineWriter.h"
 
-#include "FilePath.h"
-#include "TaskError.h"
+#include "taskdef/FilePath.h"
+#include "taskdef/TaskError.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,11 +1,11 @@
-#include "MergePage.h"
+#include "engine/MergePage.h"
 
-#include "LineReader.h"
-#include "LineWriter.h"
-#include "ResultPlaces.h"
-#include "RowRanges.h"
-#include "TakeRangesOut.h"
-#include "TaskFiles.h"
+#include "engine/LineReader.h"
+#include "engine/LineWriter.h"
+#include "engine/ResultPlaces.h"
+#include "engine/RowRanges.h"
+#include "engine/TakeRangesOut.h"
+#include "taskdef/TaskFiles.h"
 
 namespace morlevant {
 

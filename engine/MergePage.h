@@ -1,7 +1,7 @@
 #pragma once
 
-#include "FilePage.h"
-#include "LineColumns.h"
+#include "engine/FilePage.h"
+#include "engine/LineColumns.h"
 
 namespace morlevant {
 

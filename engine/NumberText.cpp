@@ -1,6 +1,6 @@
-#include "NumberText.h"
+#include "engine/NumberText.h"
 
-#include "LeadingNumber.h"
+#include "taskdef/LeadingNumber.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
-#include "PieceFiles.h"
+#include "engine/PieceFiles.h"
 
-#include "TaskSources.h"
+#include "engine/TaskSources.h"
 
 #include <algorithm>
 

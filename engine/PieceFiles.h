@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LineWriter.h"
-#include "PieceNames.h"
+#include "engine/LineWriter.h"
+#include "engine/PieceNames.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,7 +1,7 @@
-#include "PieceNames.h"
+#include "engine/PieceNames.h"
 
-#include "PathNames.h"
-#include "TaskError.h"
+#include "taskdef/PathNames.h"
+#include "taskdef/TaskError.h"
 
 #include <charconv>
 #include <optional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TaskPageSettings.h"
+#include "taskdef/TaskPageSettings.h"
 
 #include <cstdint>
 #include <string>

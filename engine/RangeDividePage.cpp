@@ -1,10 +1,10 @@
-#include "RangeDividePage.h"
+#include "engine/RangeDividePage.h"
 
-#include "LineReader.h"
-#include "PieceFiles.h"
-#include "ResultPlaces.h"
-#include "RowRanges.h"
-#include "TakeRangesOut.h"
+#include "engine/LineReader.h"
+#include "engine/PieceFiles.h"
+#include "engine/ResultPlaces.h"
+#include "engine/RowRanges.h"
+#include "engine/TakeRangesOut.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "RangedLineOperation.h"
+#include "engine/RangedLineOperation.h"
 
-#include "RangePairs.h"
+#include "taskdef/RangePairs.h"
 
 #include <algorithm>
 
@@ -41,7 +41,7 @@ void RangedLineOperation::workInPlace(const LineColumns& line, std::string& out)
     out.clear();
     const std::string_view text = line.line();
     out.reserve(text.size()); // the usual size of the result, without growing by doubling
-    std::size_t copied = 0; // bytes of the line already placed in `out`
+    std::size_t copied = 0;   // bytes of the line already placed in `out`
     for (const ColumnRange& range : inPlace_) {
         if (line.endsBefore(range.first))
             break;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LineOperation.h"
+#include "engine/LineOperation.h"
 
 #include <cstddef>
 #include <string>

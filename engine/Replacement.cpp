@@ -1,6 +1,6 @@
-#include "Replacement.h"
+#include "engine/Replacement.h"
 
-#include "Utf8.h"
+#include "engine/Utf8.h"
 
 #include <cstring>
 

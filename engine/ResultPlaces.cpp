@@ -1,9 +1,9 @@
-#include "ResultPlaces.h"
+#include "engine/ResultPlaces.h"
 
-#include "FilePath.h"
-#include "PathNames.h"
-#include "TaskError.h"
-#include "TaskSources.h"
+#include "engine/TaskSources.h"
+#include "taskdef/FilePath.h"
+#include "taskdef/PathNames.h"
+#include "taskdef/TaskError.h"
 
 #include <filesystem>
 #include <system_error>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FileQueries.h"
+#include "engine/FileQueries.h"
 
 #include <string>
 

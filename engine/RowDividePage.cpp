@@ -1,10 +1,10 @@
-#include "RowDividePage.h"
+#include "engine/RowDividePage.h"
 
-#include "LineReader.h"
-#include "ResultPlaces.h"
-#include "RowRanges.h"
-#include "TakeRangesOut.h"
-#include "TaskError.h"
+#include "engine/LineReader.h"
+#include "engine/ResultPlaces.h"
+#include "engine/RowRanges.h"
+#include "engine/TakeRangesOut.h"
+#include "taskdef/TaskError.h"
 
 namespace morlevant {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "FilePage.h"
-#include "LineColumns.h"
-#include "LineWriter.h"
-#include "PieceNames.h"
+#include "engine/FilePage.h"
+#include "engine/LineColumns.h"
+#include "engine/LineWriter.h"
+#include "engine/PieceNames.h"
 
 #include <cstdint>
 #include <memory>

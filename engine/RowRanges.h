@@ -1,6 +1,6 @@
 #pragma once
 
-#include "RangePairs.h"
+#include "taskdef/RangePairs.h"
 
 namespace morlevant {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "RangePairs.h"
-#include "TaskPageSettings.h"
-#include "TaskRunner.h"
-#include "TaskSources.h"
+#include "engine/TaskRunner.h"
+#include "engine/TaskSources.h"
+#include "taskdef/RangePairs.h"
+#include "taskdef/TaskPageSettings.h"
 
 namespace morlevant {
 

@@ -1,4 +1,4 @@
-#include "TakeRangesOut.h"
+#include "engine/TakeRangesOut.h"
 
 namespace morlevant {
 

@@ -1,8 +1,8 @@
-#include "TaskRunner.h"
+#include "engine/TaskRunner.h"
 
-#include "FilePage.h"
-#include "TaskError.h"
-#include "TaskFiles.h"
+#include "engine/FilePage.h"
+#include "taskdef/TaskError.h"
+#include "taskdef/TaskFiles.h"
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FileIdentity.h"
+#include "engine/FileIdentity.h"
 
 #include <set>
 #include <string>

@@ -1,8 +1,8 @@
 // Calculation steps and decimals applied to a line: fields are the steps, the decimals and the
 // line.
-#include "FuzzInput.h"
-#include "LineOperation.h"
-#include "TaskError.h"
+#include "engine/LineOperation.h"
+#include "fuzz/FuzzInput.h"
+#include "taskdef/TaskError.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace morlevant;

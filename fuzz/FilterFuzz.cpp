@@ -1,8 +1,8 @@
 // The filter over a line: fields are the kind (first byte), the pattern, the replacement and
 // the line. A pattern is compiled or refused with a clear error; a match never crashes.
-#include "FuzzInput.h"
-#include "LineOperation.h"
-#include "TaskError.h"
+#include "engine/LineOperation.h"
+#include "fuzz/FuzzInput.h"
+#include "taskdef/TaskError.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace morlevant;

@@ -1,6 +1,6 @@
 // The line reader over any bytes: the lines and their ends account for every byte.
-#include "FuzzInput.h"
-#include "LineReader.h"
+#include "engine/LineReader.h"
+#include "fuzz/FuzzInput.h"
 
 #include <cstdlib>
 

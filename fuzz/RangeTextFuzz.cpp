@@ -1,7 +1,7 @@
 // Range texts as the editor tidies and checks them, and as the runner parses them.
-#include "RangePairs.h"
-#include "RangeText.h"
-#include "TaskError.h"
+#include "taskdef/RangePairs.h"
+#include "taskdef/RangeText.h"
+#include "taskdef/TaskError.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // The ".ttp" reader over any bytes: a record or a clear error, never anything else.
-#include "FuzzInput.h"
-#include "TaskError.h"
-#include "TaskPageSettings.h"
+#include "fuzz/FuzzInput.h"
+#include "taskdef/TaskError.h"
+#include "taskdef/TaskPageSettings.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace morlevant;

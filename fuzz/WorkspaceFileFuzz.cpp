@@ -1,6 +1,6 @@
 // The ".tsk" reader over any bytes; what it loads must save and load again to the same tree.
-#include "TaskTreeModel.h"
-#include "WorkspaceFile.h"
+#include "workspace/TaskTreeModel.h"
+#include "workspace/WorkspaceFile.h"
 
 #include <cstdint>
 #include <cstdlib>

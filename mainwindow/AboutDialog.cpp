@@ -1,8 +1,8 @@
-#include "AboutDialog.h"
+#include "mainwindow/AboutDialog.h"
 
-#include "MakerLinks.h"
-#include "Shell.h"
-#include "ToolbarImageList.h"
+#include "mainwindow/MakerLinks.h"
+#include "mainwindow/ToolbarImageList.h"
+#include "platform/Shell.h"
 
 #include <QDialogButtonBox>
 #include <QHBoxLayout>

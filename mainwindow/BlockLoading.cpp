@@ -1,4 +1,4 @@
-#include "BlockLoading.h"
+#include "mainwindow/BlockLoading.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QFile>

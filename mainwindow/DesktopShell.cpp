@@ -1,4 +1,4 @@
-#include "DesktopShell.h"
+#include "mainwindow/DesktopShell.h"
 
 #include <QDesktopServices>
 #include <QProcess>

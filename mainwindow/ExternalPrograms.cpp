@@ -1,11 +1,11 @@
-#include "ExternalPrograms.h"
+#include "mainwindow/ExternalPrograms.h"
 
-#include "FileAssociation.h"
-#include "FileTypes.h"
-#include "InstallLayout.h"
-#include "MakerLinks.h"
-#include "Prompts.h"
-#include "Shell.h"
+#include "mainwindow/FileAssociation.h"
+#include "mainwindow/MakerLinks.h"
+#include "platform/Prompts.h"
+#include "platform/Shell.h"
+#include "taskdef/InstallLayout.h"
+#include "workspace/FileTypes.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FileAssociation.h"
+#include "mainwindow/FileAssociation.h"
 
 #include <QString>
 #include <optional>

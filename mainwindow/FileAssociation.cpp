@@ -1,6 +1,6 @@
-#include "FileAssociation.h"
+#include "mainwindow/FileAssociation.h"
 
-#include "Shell.h"
+#include "platform/Shell.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
-#include "FileSearch.h"
+#include "mainwindow/FileSearch.h"
 
-#include "FilePath.h"
-#include "RegularFile.h"
+#include "mainwindow/RegularFile.h"
+#include "taskdef/FilePath.h"
 
 #include <algorithm>
 #include <fstream>

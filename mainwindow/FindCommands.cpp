@@ -1,10 +1,10 @@
-#include "FindCommands.h"
+#include "mainwindow/FindCommands.h"
 
-#include "Prompts.h"
-#include "SearchState.h"
-#include "TextViewer.h"
-#include "ViewerSearch.h"
-#include "frmFind.h"
+#include "mainwindow/SearchState.h"
+#include "mainwindow/TextViewer.h"
+#include "mainwindow/ViewerSearch.h"
+#include "mainwindow/frmFind.h"
+#include "platform/Prompts.h"
 
 namespace morlevant {
 

@@ -1,9 +1,9 @@
-#include "FindInAllFiles.h"
+#include "mainwindow/FindInAllFiles.h"
 
-#include "FileSearch.h"
-#include "NodeTag.h"
-#include "TaskTreeModel.h"
-#include "WorkspaceState.h"
+#include "mainwindow/FileSearch.h"
+#include "workspace/NodeTag.h"
+#include "workspace/TaskTreeModel.h"
+#include "workspace/WorkspaceState.h"
 
 namespace morlevant {
 

@@ -1,7 +1,7 @@
-#include "HtmlStrip.h"
+#include "mainwindow/HtmlStrip.h"
 
-#include "LineReader.h"
-#include "LineWriter.h"
+#include "engine/LineReader.h"
+#include "engine/LineWriter.h"
 
 namespace morlevant {
 

@@ -1,4 +1,4 @@
-#include "IconGlyphs.h"
+#include "mainwindow/IconGlyphs.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -1,6 +1,6 @@
-#include "MainMenus.h"
+#include "mainwindow/MainMenus.h"
 
-#include "frmCorvellum.h"
+#include "mainwindow/frmCorvellum.h"
 
 #include <QAction>
 #include <QMainWindow>

@@ -1,9 +1,9 @@
-#include "MainPane.h"
+#include "mainwindow/MainPane.h"
 
-#include "SplitBar.h"
-#include "TaskTreeView.h"
-#include "TextViewer.h"
-#include "Twips.h"
+#include "mainwindow/SplitBar.h"
+#include "mainwindow/TaskTreeView.h"
+#include "mainwindow/TextViewer.h"
+#include "mainwindow/Twips.h"
 
 #include <QLabel>
 

@@ -1,4 +1,4 @@
-#include "MainStatusBar.h"
+#include "mainwindow/MainStatusBar.h"
 
 #include <QLabel>
 #include <QProgressBar>

@@ -1,4 +1,4 @@
-#include "MainToolBar.h"
+#include "mainwindow/MainToolBar.h"
 
 #include <QAction>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ToolbarImageList.h"
+#include "mainwindow/ToolbarImageList.h"
 
 #include <QToolBar>
 #include <array>

@@ -1,4 +1,4 @@
-#include "PaintedIconEngine.h"
+#include "mainwindow/PaintedIconEngine.h"
 
 #include <QPainter>
 #include <QPixmap>

@@ -1,4 +1,4 @@
-#include "QtPrompts.h"
+#include "mainwindow/QtPrompts.h"
 
 #include <QApplication>
 #include <QFileDialog>

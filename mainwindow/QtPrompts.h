@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Prompts.h"
+#include "platform/Prompts.h"
 
 class QWidget;
 

@@ -1,6 +1,6 @@
-#include "RegularFile.h"
+#include "mainwindow/RegularFile.h"
 
-#include "FilePath.h"
+#include "taskdef/FilePath.h"
 
 #include <filesystem>
 

@@ -1,6 +1,6 @@
-#include "SplitBar.h"
+#include "mainwindow/SplitBar.h"
 
-#include "Twips.h"
+#include "mainwindow/Twips.h"
 
 #include <QMouseEvent>
 

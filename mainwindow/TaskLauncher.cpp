@@ -1,9 +1,9 @@
-#include "TaskLauncher.h"
+#include "mainwindow/TaskLauncher.h"
 
-#include "Prompts.h"
-#include "TaskFiles.h"
-#include "TaskRunner.h"
-#include "TaskTreeModel.h"
+#include "engine/TaskRunner.h"
+#include "platform/Prompts.h"
+#include "taskdef/TaskFiles.h"
+#include "workspace/TaskTreeModel.h"
 
 #include <QApplication>
 #include <QProgressBar>

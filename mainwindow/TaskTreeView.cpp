@@ -1,4 +1,4 @@
-#include "TaskTreeView.h"
+#include "mainwindow/TaskTreeView.h"
 
 #include <QApplication>
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
-#include "TextViewer.h"
+#include "mainwindow/TextViewer.h"
 
-#include "BlockLoading.h"
+#include "mainwindow/BlockLoading.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

@@ -1,7 +1,7 @@
-#include "ToolbarImageList.h"
+#include "mainwindow/ToolbarImageList.h"
 
-#include "IconGlyphs.h"
-#include "PaintedIconEngine.h"
+#include "mainwindow/IconGlyphs.h"
+#include "mainwindow/PaintedIconEngine.h"
 
 #include <QPainter>
 

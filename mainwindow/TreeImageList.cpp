@@ -1,7 +1,7 @@
-#include "TreeImageList.h"
+#include "mainwindow/TreeImageList.h"
 
-#include "IconGlyphs.h"
-#include "PaintedIconEngine.h"
+#include "mainwindow/IconGlyphs.h"
+#include "mainwindow/PaintedIconEngine.h"
 
 #include <QPainter>
 

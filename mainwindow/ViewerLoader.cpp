@@ -1,12 +1,12 @@
-#include "ViewerLoader.h"
+#include "mainwindow/ViewerLoader.h"
 
-#include "FileTypes.h"
-#include "HtmlStrip.h"
-#include "Prompts.h"
-#include "RegularFile.h"
-#include "SearchState.h"
-#include "TaskError.h"
-#include "TextViewer.h"
+#include "mainwindow/HtmlStrip.h"
+#include "mainwindow/RegularFile.h"
+#include "mainwindow/SearchState.h"
+#include "mainwindow/TextViewer.h"
+#include "platform/Prompts.h"
+#include "taskdef/TaskError.h"
+#include "workspace/FileTypes.h"
 
 #include <QFileInfo>
 

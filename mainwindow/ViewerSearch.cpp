@@ -1,4 +1,4 @@
-#include "ViewerSearch.h"
+#include "mainwindow/ViewerSearch.h"
 
 namespace morlevant {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SearchState.h"
+#include "mainwindow/SearchState.h"
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TaskLauncher.h"
+#include "mainwindow/TaskLauncher.h"
 
 namespace morlevant {
 

@@ -1,18 +1,18 @@
 #pragma once
 
-#include "ExternalPrograms.h"
-#include "FindCommands.h"
-#include "RecentFiles.h"
-#include "SearchState.h"
-#include "TaskLauncher.h"
-#include "TaskTreeModel.h"
-#include "TreeCommands.h"
-#include "TreeImageList.h"
-#include "UserSettings.h"
-#include "ViewerLoader.h"
-#include "WindowContext.h"
-#include "WorkspaceSession.h"
-#include "WorkspaceState.h"
+#include "mainwindow/ExternalPrograms.h"
+#include "mainwindow/FindCommands.h"
+#include "mainwindow/SearchState.h"
+#include "mainwindow/TaskLauncher.h"
+#include "mainwindow/TreeImageList.h"
+#include "mainwindow/ViewerLoader.h"
+#include "mainwindow/WindowContext.h"
+#include "mainwindow/settings/RecentFiles.h"
+#include "mainwindow/settings/UserSettings.h"
+#include "workspace/TaskTreeModel.h"
+#include "workspace/TreeCommands.h"
+#include "workspace/WorkspaceSession.h"
+#include "workspace/WorkspaceState.h"
 
 #include <QMainWindow>
 

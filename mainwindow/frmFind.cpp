@@ -1,6 +1,6 @@
-#include "frmFind.h"
+#include "mainwindow/frmFind.h"
 
-#include "SearchState.h"
+#include "mainwindow/SearchState.h"
 
 #include <QCheckBox>
 #include <QEvent>

@@ -1,4 +1,4 @@
-#include "InstallLayout.h"
+#include "taskdef/InstallLayout.h"
 
 #include <filesystem>
 

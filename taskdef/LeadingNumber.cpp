@@ -1,4 +1,4 @@
-#include "LeadingNumber.h"
+#include "taskdef/LeadingNumber.h"
 
 #include <cctype>
 #include <charconv>

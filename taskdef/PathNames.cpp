@@ -1,4 +1,4 @@
-#include "PathNames.h"
+#include "taskdef/PathNames.h"
 
 namespace morlevant {
 

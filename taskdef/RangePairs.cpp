@@ -1,7 +1,7 @@
-#include "RangePairs.h"
+#include "taskdef/RangePairs.h"
 
-#include "LeadingNumber.h"
-#include "TaskError.h"
+#include "taskdef/LeadingNumber.h"
+#include "taskdef/TaskError.h"
 
 #include <string>
 

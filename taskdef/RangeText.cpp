@@ -1,6 +1,6 @@
-#include "RangeText.h"
+#include "taskdef/RangeText.h"
 
-#include "LeadingNumber.h"
+#include "taskdef/LeadingNumber.h"
 
 #define PCRE2_CODE_UNIT_WIDTH 8
 #include <array>

@@ -1,10 +1,10 @@
-#include "TaskFiles.h"
+#include "taskdef/TaskFiles.h"
 
-#include "FilePath.h"
-#include "InstallLayout.h"
-#include "PathNames.h"
-#include "TaskError.h"
-#include "WholeFile.h"
+#include "taskdef/FilePath.h"
+#include "taskdef/InstallLayout.h"
+#include "taskdef/PathNames.h"
+#include "taskdef/TaskError.h"
+#include "taskdef/WholeFile.h"
 
 #include <filesystem>
 #include <fstream>

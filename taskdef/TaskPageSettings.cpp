@@ -1,8 +1,8 @@
-#include "TaskPageSettings.h"
+#include "taskdef/TaskPageSettings.h"
 
-#include "FilePath.h"
-#include "TaskError.h"
-#include "WholeFile.h"
+#include "taskdef/FilePath.h"
+#include "taskdef/TaskError.h"
+#include "taskdef/WholeFile.h"
 
 #include <array>
 #include <fstream>

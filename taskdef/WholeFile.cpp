@@ -1,7 +1,7 @@
-#include "WholeFile.h"
+#include "taskdef/WholeFile.h"
 
-#include "FilePath.h"
-#include "TaskError.h"
+#include "taskdef/FilePath.h"
+#include "taskdef/TaskError.h"
 
 #include <cerrno>
 #include <cstdio>

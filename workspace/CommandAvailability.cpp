@@ -1,9 +1,9 @@
-#include "CommandAvailability.h"
+#include "workspace/CommandAvailability.h"
 
-#include "NodeTag.h"
-#include "TaskFiles.h"
-#include "TaskPageSettings.h"
-#include "TaskTreeModel.h"
+#include "taskdef/TaskFiles.h"
+#include "taskdef/TaskPageSettings.h"
+#include "workspace/NodeTag.h"
+#include "workspace/TaskTreeModel.h"
 
 #include <exception>
 

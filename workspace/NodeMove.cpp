@@ -1,7 +1,7 @@
-#include "NodeMove.h"
+#include "workspace/NodeMove.h"
 
-#include "TaskTreeModel.h"
-#include "WorkspaceState.h"
+#include "workspace/TaskTreeModel.h"
+#include "workspace/WorkspaceState.h"
 
 namespace morlevant {
 

@@ -1,4 +1,4 @@
-#include "NodeTag.h"
+#include "workspace/NodeTag.h"
 
 namespace morlevant {
 

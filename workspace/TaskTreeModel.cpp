@@ -1,4 +1,4 @@
-#include "TaskTreeModel.h"
+#include "workspace/TaskTreeModel.h"
 
 #include <functional>
 #include <vector>

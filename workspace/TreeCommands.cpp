@@ -1,10 +1,10 @@
-#include "TreeCommands.h"
+#include "workspace/TreeCommands.h"
 
-#include "FileTypes.h"
-#include "PathNames.h"
-#include "Prompts.h"
-#include "TaskTreeModel.h"
-#include "WorkspaceState.h"
+#include "platform/Prompts.h"
+#include "taskdef/PathNames.h"
+#include "workspace/FileTypes.h"
+#include "workspace/TaskTreeModel.h"
+#include "workspace/WorkspaceState.h"
 
 #include <QFileInfo>
 #include <algorithm>

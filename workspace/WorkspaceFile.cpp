@@ -1,8 +1,8 @@
-#include "WorkspaceFile.h"
+#include "workspace/WorkspaceFile.h"
 
-#include "FileTypes.h"
-#include "NodeTag.h"
-#include "WorkspaceRecord.h"
+#include "workspace/FileTypes.h"
+#include "workspace/NodeTag.h"
+#include "workspace/WorkspaceRecord.h"
 
 #include <QDir>
 #include <QFile>

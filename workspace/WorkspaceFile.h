@@ -1,7 +1,7 @@
 #pragma once
 
-#include "TaskTreeModel.h"
-#include "WorkspaceState.h"
+#include "workspace/TaskTreeModel.h"
+#include "workspace/WorkspaceState.h"
 
 #include <QByteArray>
 #include <QString>

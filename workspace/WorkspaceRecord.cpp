@@ -1,4 +1,4 @@
-#include "WorkspaceRecord.h"
+#include "workspace/WorkspaceRecord.h"
 
 #include <QStringDecoder>
 #include <algorithm>

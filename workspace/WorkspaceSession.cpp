@@ -1,9 +1,9 @@
-#include "WorkspaceSession.h"
+#include "workspace/WorkspaceSession.h"
 
-#include "Prompts.h"
-#include "TaskTreeModel.h"
-#include "WorkspaceFile.h"
-#include "WorkspaceState.h"
+#include "platform/Prompts.h"
+#include "workspace/TaskTreeModel.h"
+#include "workspace/WorkspaceFile.h"
+#include "workspace/WorkspaceState.h"
 
 #include <QFileInfo>
 

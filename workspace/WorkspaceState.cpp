@@ -1,4 +1,4 @@
-#include "WorkspaceState.h"
+#include "workspace/WorkspaceState.h"
 
 #include <QDir>
 

@@ -1,9 +1,9 @@
-#include "CalculatePage.h"
+#include "taskdef/editor/CalculatePage.h"
 
-#include "CalculationStepBuilder.h"
-#include "EditorWidgets.h"
-#include "KeyFilter.h"
-#include "TaskPageSettings.h"
+#include "taskdef/TaskPageSettings.h"
+#include "taskdef/editor/CalculationStepBuilder.h"
+#include "taskdef/editor/EditorWidgets.h"
+#include "taskdef/editor/KeyFilter.h"
 
 #include <QComboBox>
 #include <QFormLayout>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "OperationPage.h"
+#include "taskdef/editor/OperationPage.h"
 
 class QComboBox;
 class QLineEdit;

@@ -1,8 +1,8 @@
-#include "CalculationStepBuilder.h"
+#include "taskdef/editor/CalculationStepBuilder.h"
 
-#include "EditorWidgets.h"
-#include "KeyFilter.h"
-#include "Prompts.h"
+#include "platform/Prompts.h"
+#include "taskdef/editor/EditorWidgets.h"
+#include "taskdef/editor/KeyFilter.h"
 
 #include <QGridLayout>
 #include <QLineEdit>

@@ -1,4 +1,4 @@
-#include "DateTimeSamples.h"
+#include "taskdef/editor/DateTimeSamples.h"
 
 #include <QDateTime>
 #include <QLocale>

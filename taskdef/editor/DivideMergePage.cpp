@@ -1,9 +1,9 @@
-#include "DivideMergePage.h"
+#include "taskdef/editor/DivideMergePage.h"
 
-#include "EditRangePage.h"
-#include "EditorWidgets.h"
-#include "Prompts.h"
-#include "TaskPageSettings.h"
+#include "platform/Prompts.h"
+#include "taskdef/TaskPageSettings.h"
+#include "taskdef/editor/EditRangePage.h"
+#include "taskdef/editor/EditorWidgets.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "OperationPage.h"
+#include "taskdef/editor/OperationPage.h"
 
 #include <array>
 #include <initializer_list>

@@ -1,8 +1,8 @@
-#include "EditRangePage.h"
+#include "taskdef/editor/EditRangePage.h"
 
-#include "EditorWidgets.h"
-#include "RangeBoxCheck.h"
-#include "TaskPageSettings.h"
+#include "taskdef/TaskPageSettings.h"
+#include "taskdef/editor/EditorWidgets.h"
+#include "taskdef/editor/RangeBoxCheck.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

@@ -1,8 +1,8 @@
-#include "FindReplacePage.h"
+#include "taskdef/editor/FindReplacePage.h"
 
-#include "EditorWidgets.h"
-#include "KeyFilter.h"
-#include "TaskPageSettings.h"
+#include "taskdef/TaskPageSettings.h"
+#include "taskdef/editor/EditorWidgets.h"
+#include "taskdef/editor/KeyFilter.h"
 
 #include <QGridLayout>
 #include <QLineEdit>

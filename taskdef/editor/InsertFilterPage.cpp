@@ -1,9 +1,9 @@
-#include "InsertFilterPage.h"
+#include "taskdef/editor/InsertFilterPage.h"
 
-#include "DateTimeSamples.h"
-#include "EditorWidgets.h"
-#include "Prompts.h"
-#include "TaskPageSettings.h"
+#include "platform/Prompts.h"
+#include "taskdef/TaskPageSettings.h"
+#include "taskdef/editor/DateTimeSamples.h"
+#include "taskdef/editor/EditorWidgets.h"
 
 #include <QCheckBox>
 #include <QComboBox>

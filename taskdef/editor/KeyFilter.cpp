@@ -1,4 +1,4 @@
-#include "KeyFilter.h"
+#include "taskdef/editor/KeyFilter.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>

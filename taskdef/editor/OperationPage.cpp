@@ -1,4 +1,4 @@
-#include "OperationPage.h"
+#include "taskdef/editor/OperationPage.h"
 
 #include <QCheckBox>
 #include <QVBoxLayout>

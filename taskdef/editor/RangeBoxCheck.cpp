@@ -1,7 +1,7 @@
-#include "RangeBoxCheck.h"
+#include "taskdef/editor/RangeBoxCheck.h"
 
-#include "KeyFilter.h"
-#include "Prompts.h"
+#include "platform/Prompts.h"
+#include "taskdef/editor/KeyFilter.h"
 
 #include <QFocusEvent>
 #include <QLineEdit>

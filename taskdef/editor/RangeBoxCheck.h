@@ -1,6 +1,6 @@
 #pragma once
 
-#include "RangeText.h"
+#include "taskdef/RangeText.h"
 
 #include <QObject>
 

@@ -1,15 +1,15 @@
-#include "TaskEditorDialog.h"
+#include "taskdef/editor/TaskEditorDialog.h"
 
-#include "CalculatePage.h"
-#include "DivideMergePage.h"
-#include "EditRangePage.h"
-#include "EditorWidgets.h"
-#include "FindReplacePage.h"
-#include "InsertFilterPage.h"
-#include "Prompts.h"
-#include "TaskError.h"
-#include "TaskPageSettings.h"
-#include "TemplateLibrary.h"
+#include "platform/Prompts.h"
+#include "taskdef/TaskError.h"
+#include "taskdef/TaskPageSettings.h"
+#include "taskdef/editor/CalculatePage.h"
+#include "taskdef/editor/DivideMergePage.h"
+#include "taskdef/editor/EditRangePage.h"
+#include "taskdef/editor/EditorWidgets.h"
+#include "taskdef/editor/FindReplacePage.h"
+#include "taskdef/editor/InsertFilterPage.h"
+#include "taskdef/editor/TemplateLibrary.h"
 
 #include <QCheckBox>
 #include <QFileInfo>

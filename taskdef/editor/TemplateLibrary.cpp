@@ -1,7 +1,7 @@
-#include "TemplateLibrary.h"
+#include "taskdef/editor/TemplateLibrary.h"
 
-#include "EditorWidgets.h"
-#include "Prompts.h"
+#include "platform/Prompts.h"
+#include "taskdef/editor/EditorWidgets.h"
 
 #include <QGridLayout>
 #include <QPushButton>

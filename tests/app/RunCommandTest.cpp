@@ -1,7 +1,7 @@
 // morlevant-run in-process: exit codes, what goes to which stream, and the files it leaves.
-#include "RunCommand.h"
+#include "app/RunCommand.h"
 
-#include "RunnerFixture.h"
+#include "tests/support/RunnerFixture.h"
 
 #include <gtest/gtest.h>
 #include <sstream>

@@ -1,9 +1,9 @@
-#include "ExternalPrograms.h"
+#include "mainwindow/ExternalPrograms.h"
 
-#include "QStringPrinter.h"
-#include "RecordingShell.h"
-#include "ScriptedPrompts.h"
-#include "TempDir.h"
+#include "tests/support/QStringPrinter.h"
+#include "tests/support/RecordingShell.h"
+#include "tests/support/ScriptedPrompts.h"
+#include "tests/support/TempDir.h"
 
 #include <QFile>
 #include <gtest/gtest.h>

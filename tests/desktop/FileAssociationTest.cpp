@@ -1,10 +1,10 @@
-#include "FileAssociation.h"
+#include "mainwindow/FileAssociation.h"
 
-#include "DesktopFolders.h"
-#include "ExternalPrograms.h"
-#include "QStringPrinter.h"
-#include "RecordingShell.h"
-#include "ScriptedPrompts.h"
+#include "mainwindow/ExternalPrograms.h"
+#include "tests/support/DesktopFolders.h"
+#include "tests/support/QStringPrinter.h"
+#include "tests/support/RecordingShell.h"
+#include "tests/support/ScriptedPrompts.h"
 
 #include <QDir>
 #include <QFile>

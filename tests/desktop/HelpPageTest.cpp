@@ -1,8 +1,8 @@
-#include "ExternalPrograms.h"
-#include "InstallLayout.h"
-#include "QStringPrinter.h"
-#include "TaskFiles.h"
-#include "TempDir.h"
+#include "mainwindow/ExternalPrograms.h"
+#include "taskdef/InstallLayout.h"
+#include "taskdef/TaskFiles.h"
+#include "tests/support/QStringPrinter.h"
+#include "tests/support/TempDir.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "LineOperationRun.h"
+#include "tests/engine/LineOperationRun.h"
 
 #include <gtest/gtest.h>
 
@@ -54,8 +54,8 @@ INSTANTIATE_TEST_SUITE_P(
         // The 16th and 17th digits decide the 15th, however close to a half they come.
         LineCase{"+0", "16", "1.0000000000000044", "1.0000000000000000"},
         LineCase{"+0", "16", "1.0000000000000078", "1.0000000000000100"},
-        LineCase{"+0", "2", "9.999999999999998", "10.00"},
-        LineCase{"+0", "0", "2.5", "2"}, LineCase{"+0", "0", "3.5", "4"},
+        LineCase{"+0", "2", "9.999999999999998", "10.00"}, LineCase{"+0", "0", "2.5", "2"},
+        LineCase{"+0", "0", "3.5", "4"},
         // A blank line 6 is 0 decimals of format "#0.": half away from zero, no point written.
         LineCase{"+0", "00", "2.5", "3"}, LineCase{"+0", "", "2.5", "3"},
         LineCase{"+0", " ", "-2.5", "-3"}, LineCase{"/3", "", "10", "3"},

@@ -1,4 +1,4 @@
-#include "LineOperationRun.h"
+#include "tests/engine/LineOperationRun.h"
 
 #include <gtest/gtest.h>
 

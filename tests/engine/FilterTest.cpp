@@ -1,5 +1,5 @@
-#include "EcmaRegex.h"
-#include "LineOperationRun.h"
+#include "engine/EcmaRegex.h"
+#include "tests/engine/LineOperationRun.h"
 
 #include <gtest/gtest.h>
 

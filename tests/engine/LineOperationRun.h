@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LineOperation.h"
-#include "TaskError.h"
+#include "engine/LineOperation.h"
+#include "taskdef/TaskError.h"
 
 #include <functional>
 #include <string>

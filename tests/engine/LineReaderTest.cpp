@@ -1,8 +1,8 @@
-#include "LineReader.h"
+#include "engine/LineReader.h"
 
-#include "LineWriter.h"
-#include "TaskError.h"
-#include "TempDir.h"
+#include "engine/LineWriter.h"
+#include "taskdef/TaskError.h"
+#include "tests/support/TempDir.h"
 
 #include <gtest/gtest.h>
 #include <vector>

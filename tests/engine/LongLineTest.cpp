@@ -1,5 +1,5 @@
-#include "InsertInRanges.h"
-#include "LineOperationRun.h"
+#include "engine/InsertInRanges.h"
+#include "tests/engine/LineOperationRun.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "FileSearch.h"
+#include "mainwindow/FileSearch.h"
 
-#include "FindInAllFiles.h"
-#include "NonRegularFiles.h"
-#include "TempDir.h"
-#include "TreeText.h"
-#include "WorkspaceState.h"
+#include "mainwindow/FindInAllFiles.h"
+#include "tests/support/NonRegularFiles.h"
+#include "tests/support/TempDir.h"
+#include "tests/support/TreeText.h"
+#include "workspace/WorkspaceState.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
-#include "BlockLoading.h"
-#include "HtmlStrip.h"
-#include "NonRegularFiles.h"
-#include "QStringPrinter.h"
-#include "ScriptedPrompts.h"
-#include "SearchState.h"
-#include "TempDir.h"
-#include "TextViewer.h"
-#include "ViewerLoader.h"
+#include "mainwindow/BlockLoading.h"
+#include "mainwindow/HtmlStrip.h"
+#include "mainwindow/SearchState.h"
+#include "mainwindow/TextViewer.h"
+#include "mainwindow/ViewerLoader.h"
+#include "tests/support/NonRegularFiles.h"
+#include "tests/support/QStringPrinter.h"
+#include "tests/support/ScriptedPrompts.h"
+#include "tests/support/TempDir.h"
 
 #include <QTextDocument>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "ViewerSearch.h"
+#include "mainwindow/ViewerSearch.h"
 
-#include "QStringPrinter.h"
+#include "tests/support/QStringPrinter.h"
 
 #include <gtest/gtest.h>
 

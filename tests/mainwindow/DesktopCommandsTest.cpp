@@ -1,6 +1,6 @@
-#include "DesktopFolders.h"
-#include "TextViewer.h"
-#include "WindowFixture.h"
+#include "mainwindow/TextViewer.h"
+#include "tests/mainwindow/WindowFixture.h"
+#include "tests/support/DesktopFolders.h"
 
 #include <QCoreApplication>
 #include <QFile>

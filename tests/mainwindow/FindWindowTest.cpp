@@ -1,10 +1,10 @@
-#include "MainStatusBar.h"
-#include "NonRegularFiles.h"
-#include "SearchState.h"
-#include "TaskTreeView.h"
-#include "TextViewer.h"
-#include "WindowFixture.h"
-#include "frmFind.h"
+#include "mainwindow/MainStatusBar.h"
+#include "mainwindow/SearchState.h"
+#include "mainwindow/TaskTreeView.h"
+#include "mainwindow/TextViewer.h"
+#include "mainwindow/frmFind.h"
+#include "tests/mainwindow/WindowFixture.h"
+#include "tests/support/NonRegularFiles.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>

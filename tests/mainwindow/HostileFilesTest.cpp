@@ -1,7 +1,7 @@
 // What the window says about files it cannot use: each problem once, naming the file.
-#include "TaskFiles.h"
-#include "TaskPageSettings.h"
-#include "WindowFixture.h"
+#include "taskdef/TaskFiles.h"
+#include "taskdef/TaskPageSettings.h"
+#include "tests/mainwindow/WindowFixture.h"
 
 #include <QCloseEvent>
 

@@ -1,10 +1,10 @@
-#include "MainPane.h"
-#include "MainStatusBar.h"
-#include "SplitBar.h"
-#include "TaskTreeView.h"
-#include "TextViewer.h"
-#include "Twips.h"
-#include "WindowFixture.h"
+#include "mainwindow/MainPane.h"
+#include "mainwindow/MainStatusBar.h"
+#include "mainwindow/SplitBar.h"
+#include "mainwindow/TaskTreeView.h"
+#include "mainwindow/TextViewer.h"
+#include "mainwindow/Twips.h"
+#include "tests/mainwindow/WindowFixture.h"
 
 #include <QCoreApplication>
 #include <QDir>

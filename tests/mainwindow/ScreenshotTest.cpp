@@ -1,8 +1,8 @@
-#include "TaskTreeView.h"
-#include "TextViewer.h"
-#include "ToolbarImageList.h"
-#include "WindowFixture.h"
-#include "frmFind.h"
+#include "mainwindow/TaskTreeView.h"
+#include "mainwindow/TextViewer.h"
+#include "mainwindow/ToolbarImageList.h"
+#include "mainwindow/frmFind.h"
+#include "tests/mainwindow/WindowFixture.h"
 
 #include <QImage>
 #include <QLineEdit>

@@ -1,5 +1,5 @@
 // A task made, edited through the task editor and run from the window, as a user does it.
-#include "WindowFixture.h"
+#include "tests/mainwindow/WindowFixture.h"
 
 namespace morlevant {
 namespace {

@@ -1,11 +1,11 @@
-#include "AboutDialog.h"
-#include "MainStatusBar.h"
-#include "NodeTag.h"
-#include "TaskFiles.h"
-#include "TaskPageSettings.h"
-#include "TaskTreeView.h"
-#include "TextViewer.h"
-#include "WindowFixture.h"
+#include "mainwindow/AboutDialog.h"
+#include "mainwindow/MainStatusBar.h"
+#include "mainwindow/TaskTreeView.h"
+#include "mainwindow/TextViewer.h"
+#include "taskdef/TaskFiles.h"
+#include "taskdef/TaskPageSettings.h"
+#include "tests/mainwindow/WindowFixture.h"
+#include "workspace/NodeTag.h"
 
 #include <QApplication>
 #include <QClipboard>

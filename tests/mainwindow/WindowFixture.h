@@ -1,14 +1,14 @@
 #pragma once
 
-#include "EditorDriver.h"
-#include "MainMenus.h"
-#include "MainToolBar.h"
-#include "RecordingShell.h"
-#include "ScriptedPrompts.h"
-#include "SettingsStore.h"
-#include "TempDir.h"
-#include "TreeText.h"
-#include "frmCorvellum.h"
+#include "mainwindow/MainMenus.h"
+#include "mainwindow/MainToolBar.h"
+#include "mainwindow/frmCorvellum.h"
+#include "mainwindow/settings/SettingsStore.h"
+#include "tests/support/EditorDriver.h"
+#include "tests/support/RecordingShell.h"
+#include "tests/support/ScriptedPrompts.h"
+#include "tests/support/TempDir.h"
+#include "tests/support/TreeText.h"
 
 #include <QAction>
 #include <functional>

@@ -1,6 +1,6 @@
 // Runs that cannot go on stop with a message naming the file or value and the cause, and keep
 // what they wrote.
-#include "RunnerFixture.h"
+#include "tests/support/RunnerFixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Merges across several files and runs, the progress reported, and the piece names.
-#include "PieceNames.h"
-#include "RunnerFixture.h"
+#include "engine/PieceNames.h"
+#include "tests/support/RunnerFixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // One source file per task: the bytes of every file the run leaves beside it.
-#include "RunnerFixture.h"
+#include "tests/support/RunnerFixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Whatever the names, links and order of a task's list, no source is ever changed and every
 // result lands beside its source, in its divide folder, or in the merge folder.
-#include "ResultPlaces.h"
-#include "RunnerFixture.h"
+#include "engine/ResultPlaces.h"
+#include "tests/support/RunnerFixture.h"
 
 #include <gtest/gtest.h>
 #include <map>

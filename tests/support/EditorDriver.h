@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TaskEditorDialog.h"
+#include "taskdef/editor/TaskEditorDialog.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "TaskError.h"
-#include "TaskFiles.h"
-#include "TaskPageSettings.h"
-#include "TaskRunner.h"
-#include "TempDir.h"
+#include "engine/TaskRunner.h"
+#include "taskdef/TaskError.h"
+#include "taskdef/TaskFiles.h"
+#include "taskdef/TaskPageSettings.h"
+#include "tests/support/TempDir.h"
 
 #include <filesystem>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Prompts.h"
+#include "platform/Prompts.h"
 
 #include <QList>
 #include <QQueue>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TaskTreeModel.h"
+#include "workspace/TaskTreeModel.h"
 
 #include <ostream>
 

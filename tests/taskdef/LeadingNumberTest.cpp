@@ -1,8 +1,7 @@
-#include "LeadingNumber.h"
-
-#include <gtest/gtest.h>
+#include "taskdef/LeadingNumber.h"
 
 #include <cmath>
+#include <gtest/gtest.h>
 
 using morlevant::LeadingNumber;
 
@@ -11,10 +10,9 @@ TEST(LeadingNumber, ReadsAsFarAsANumberGoes) {
         const char* text;
         double value;
     } cases[] = {
-        {"10", 10},      {"10abc", 10},    {"  -2.5e1x", -25}, {"+7", 7},
-        {".5", 0.5},     {"5.", 5},        {"1e", 1},          {"1e+", 1},
-        {"abc", 0},      {"", 0},          {"-", 0},           {".", 0},
-        {"12a", 12},     {"3-4", 3},       {"1E+20", 1e20},    {"\t4", 4},
+        {"10", 10},  {"10abc", 10}, {"  -2.5e1x", -25}, {"+7", 7},  {".5", 0.5}, {"5.", 5},
+        {"1e", 1},   {"1e+", 1},    {"abc", 0},         {"", 0},    {"-", 0},    {".", 0},
+        {"12a", 12}, {"3-4", 3},    {"1E+20", 1e20},    {"\t4", 4},
     };
     for (const auto& c : cases)
         EXPECT_DOUBLE_EQ(LeadingNumber(c.text), c.value) << c.text;

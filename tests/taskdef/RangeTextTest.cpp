@@ -1,4 +1,4 @@
-#include "RangeText.h"
+#include "taskdef/RangeText.h"
 
 #include <gtest/gtest.h>
 

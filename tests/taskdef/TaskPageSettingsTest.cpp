@@ -1,7 +1,7 @@
-#include "TaskError.h"
-#include "TaskPageSettings.h"
+#include "taskdef/TaskPageSettings.h"
 
-#include "TempDir.h"
+#include "taskdef/TaskError.h"
+#include "tests/support/TempDir.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "DateTimeSamples.h"
+#include "taskdef/editor/DateTimeSamples.h"
 
-#include "QStringPrinter.h"
+#include "tests/support/QStringPrinter.h"
 
 #include <QDateTime>
 #include <QLocale>

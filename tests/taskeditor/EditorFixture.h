@@ -1,8 +1,8 @@
 #pragma once
 
-#include "EditorDriver.h"
-#include "ScriptedPrompts.h"
-#include "TempDir.h"
+#include "tests/support/EditorDriver.h"
+#include "tests/support/ScriptedPrompts.h"
+#include "tests/support/TempDir.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 // What the editor enables and disables as the user clicks, and what its boxes accept.
-#include "EditorFixture.h"
-#include "QStringPrinter.h"
+#include "tests/support/QStringPrinter.h"
+#include "tests/taskeditor/EditorFixture.h"
 
 #include <QPlainTextEdit>
 

@@ -1,6 +1,6 @@
 // The editor as the user sees it. With MORLEVANT_SCREENSHOT_DIR set, each tab is saved there as
 // a picture (taken so under a virtual X display, also with QT_SCALE_FACTOR=2).
-#include "EditorFixture.h"
+#include "tests/taskeditor/EditorFixture.h"
 
 #include <QImage>
 #include <QScreen>

@@ -1,6 +1,6 @@
 // What "ok" refuses, what it writes, the step builder and the template lists.
-#include "EditorFixture.h"
-#include "QStringPrinter.h"
+#include "tests/support/QStringPrinter.h"
+#include "tests/taskeditor/EditorFixture.h"
 
 #include <QPlainTextEdit>
 #include <QTreeWidget>

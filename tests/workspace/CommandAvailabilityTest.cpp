@@ -1,9 +1,9 @@
-#include "CommandAvailability.h"
+#include "workspace/CommandAvailability.h"
 
-#include "TaskFiles.h"
-#include "TaskPageSettings.h"
-#include "TempDir.h"
-#include "TreeText.h"
+#include "taskdef/TaskFiles.h"
+#include "taskdef/TaskPageSettings.h"
+#include "tests/support/TempDir.h"
+#include "tests/support/TreeText.h"
 
 #include <gtest/gtest.h>
 

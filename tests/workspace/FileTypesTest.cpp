@@ -1,4 +1,4 @@
-#include "FileTypes.h"
+#include "workspace/FileTypes.h"
 
 #include <gtest/gtest.h>
 

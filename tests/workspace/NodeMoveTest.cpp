@@ -1,7 +1,7 @@
-#include "NodeMove.h"
+#include "workspace/NodeMove.h"
 
-#include "TreeText.h"
-#include "WorkspaceState.h"
+#include "tests/support/TreeText.h"
+#include "workspace/WorkspaceState.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "TaskTreeModel.h"
+#include "workspace/TaskTreeModel.h"
 
-#include "NodeTag.h"
-#include "QStringPrinter.h"
+#include "tests/support/QStringPrinter.h"
+#include "workspace/NodeTag.h"
 
 #include <QAbstractItemModelTester>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
-#include "TreeCommands.h"
+#include "workspace/TreeCommands.h"
 
-#include "ScriptedPrompts.h"
-#include "TreeText.h"
-#include "WorkspaceState.h"
+#include "tests/support/ScriptedPrompts.h"
+#include "tests/support/TreeText.h"
+#include "workspace/WorkspaceState.h"
 
 #include <gtest/gtest.h>
 

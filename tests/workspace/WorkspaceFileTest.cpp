@@ -1,8 +1,8 @@
-#include "WorkspaceFile.h"
+#include "workspace/WorkspaceFile.h"
 
-#include "NodeTag.h"
-#include "QStringPrinter.h"
-#include "TaskTreeModel.h"
+#include "tests/support/QStringPrinter.h"
+#include "workspace/NodeTag.h"
+#include "workspace/TaskTreeModel.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,9 +1,9 @@
-#include "WorkspaceSession.h"
+#include "workspace/WorkspaceSession.h"
 
-#include "ScriptedPrompts.h"
-#include "TempDir.h"
-#include "TreeText.h"
-#include "WorkspaceState.h"
+#include "tests/support/ScriptedPrompts.h"
+#include "tests/support/TempDir.h"
+#include "tests/support/TreeText.h"
+#include "workspace/WorkspaceState.h"
 
 #include <QFileInfo>
 #include <gtest/gtest.h>

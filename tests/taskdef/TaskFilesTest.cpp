@@ -1,8 +1,8 @@
 // The task file list, the preparation for editing, and the program folder.
-#include "TaskFiles.h"
+#include "taskdef/TaskFiles.h"
 
-#include "TaskError.h"
-#include "TempDir.h"
+#include "taskdef/TaskError.h"
+#include "tests/support/TempDir.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>

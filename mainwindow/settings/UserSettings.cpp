@@ -1,6 +1,6 @@
-#include "UserSettings.h"
+#include "mainwindow/settings/UserSettings.h"
 
-#include "SettingsStore.h"
+#include "mainwindow/settings/SettingsStore.h"
 
 #include <QDir>
 #include <QStandardPaths>

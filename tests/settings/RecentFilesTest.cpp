@@ -1,7 +1,7 @@
-#include "RecentFiles.h"
+#include "mainwindow/settings/RecentFiles.h"
 
-#include "QStringPrinter.h"
-#include "SettingsStore.h"
+#include "mainwindow/settings/SettingsStore.h"
+#include "tests/support/QStringPrinter.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
-#include "UserSettings.h"
+#include "mainwindow/settings/UserSettings.h"
 
-#include "QStringPrinter.h"
-#include "SettingsStore.h"
+#include "mainwindow/settings/SettingsStore.h"
+#include "tests/support/QStringPrinter.h"
 
 #include <QDir>
 #include <QFile>

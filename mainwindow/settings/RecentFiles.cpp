@@ -1,6 +1,6 @@
-#include "RecentFiles.h"
+#include "mainwindow/settings/RecentFiles.h"
 
-#include "SettingsStore.h"
+#include "mainwindow/settings/SettingsStore.h"
 
 namespace morlevant {
 

@@ -1,4 +1,4 @@
-#include "SettingsStore.h"
+#include "mainwindow/settings/SettingsStore.h"
 
 #include <QCoreApplication>
 
