@@ -1,11 +1,14 @@
 #!/usr/bin/env bash
 # Builds every layer and the test suites with AddressSanitizer and UndefinedBehaviorSanitizer,
-# then runs all tests through CTest (widget tests offscreen) and the install smoke test.
+# warnings counting as errors, after checking the sources' layout; then runs all tests through
+# CTest (widget tests offscreen) and the install smoke test.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
+scripts/check-format.sh
 
-cmake -S . -B build-test -DCMAKE_BUILD_TYPE=Debug -DMORLEVANT_SANITIZE=ON -DMORLEVANT_TESTS=ON
+cmake -S . -B build-test -DCMAKE_BUILD_TYPE=Debug -DMORLEVANT_SANITIZE=ON -DMORLEVANT_TESTS=ON \
+    -DMORLEVANT_WERROR=ON
 cmake --build build-test -j"$(nproc)"
 export QT_QPA_PLATFORM=offscreen
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
