@@ -3,9 +3,10 @@
 set -euo pipefail
 
 # xvfb, xauth and x11-utils start the window without a screen and find it (scripts/smoke.sh);
-# desktop-file-utils checks the menu entry; clang-format checks the sources' layout.
+# desktop-file-utils checks the menu entry; clang-format checks the sources' layout; Node
+# compares the filter with JavaScript.
 packages=(cmake make g++ pkg-config qt6-base-dev libpcre2-dev libgtest-dev xvfb xauth x11-utils
-    desktop-file-utils clang-format)
+    desktop-file-utils clang-format nodejs)
 missing=()
 for package in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" ||

@@ -1,6 +1,5 @@
 #include "mainwindow/TaskTreeView.h"
 #include "mainwindow/TextViewer.h"
-#include "mainwindow/ToolbarImageList.h"
 #include "mainwindow/frmFind.h"
 #include "tests/mainwindow/WindowFixture.h"
 
@@ -11,29 +10,6 @@
 
 namespace morlevant {
 namespace {
-
-// Whether an image has any pixel that is not fully transparent.
-bool hasInk(const QImage& image) {
-    const QImage argb = image.convertToFormat(QImage::Format_ARGB32);
-    for (int y = 0; y < argb.height(); ++y)
-        for (int x = 0; x < argb.width(); ++x)
-            if (qAlpha(argb.pixel(x, y)) > 0)
-                return true;
-    return false;
-}
-
-TEST(Icons, DrawAtEverySizeAndPixelRatio) {
-    const ToolbarImageList images;
-    for (const int image : {toolbarImage::newTask, toolbarImage::importFile,
-                            toolbarImage::runTaskOff, toolbarImage::showHtml})
-        for (const qreal ratio : {1.0, 2.0})
-            for (const int side : {16, 24, 48}) {
-                const QPixmap pixmap = images.icon(image).pixmap(QSize(side, side), ratio);
-                EXPECT_EQ(pixmap.width(), qRound(side * ratio)) << image;
-                EXPECT_TRUE(hasInk(pixmap.toImage())) << image << " at " << side;
-            }
-    EXPECT_TRUE(hasInk(programIcon().pixmap(64, 64).toImage()));
-}
 
 class Screenshot : public testing::WindowFixture {
 protected:
@@ -64,7 +40,6 @@ TEST_F(Screenshot, ExampleWorkspaceShowsTasksFilesAndViewer) {
     startWithExamples();
     select({"Raise Prices", "prices"});
     const QImage picture = window->grab().toImage();
-    EXPECT_EQ(picture.width(), qRound(1000 * window->devicePixelRatioF()));
     EXPECT_TRUE(window->txtMain()->toPlainText().size() > 0);
 
     const QString target = qEnvironmentVariable("MORLEVANT_SCREENSHOT");

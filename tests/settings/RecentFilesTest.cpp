@@ -2,8 +2,8 @@
 
 #include "mainwindow/settings/SettingsStore.h"
 #include "tests/support/QStringPrinter.h"
+#include "tests/support/TempDir.h"
 
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace morlevant {
@@ -28,8 +28,8 @@ protected:
         return menu;
     }
 
-    QTemporaryDir dir;
-    SettingsStore store{dir.filePath("settings.ini")};
+    testing::TempDir dir;
+    SettingsStore store{QString::fromStdString(dir.file("settings.ini"))};
     RecentFiles recent{store};
 };
 

@@ -24,7 +24,6 @@ TEST_F(EditorPicture, EveryTabFitsASmallScreen) {
             click(QStringLiteral("Check%1").arg(i + 2));
         QApplication::processEvents();
         const QImage picture = dialog->grab().toImage();
-        EXPECT_FALSE(picture.isNull());
         if (!folder.isEmpty()) {
             EXPECT_TRUE(picture.save(folder + QStringLiteral("/editor-%1.png").arg(i)));
         }

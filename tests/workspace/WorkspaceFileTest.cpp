@@ -1,13 +1,13 @@
 #include "workspace/WorkspaceFile.h"
 
 #include "tests/support/QStringPrinter.h"
+#include "tests/support/TempDir.h"
 #include "workspace/NodeTag.h"
 #include "workspace/TaskTreeModel.h"
 
 #include <QDir>
 #include <QFile>
 #include <QRandomGenerator>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace morlevant {
@@ -19,6 +19,10 @@ const QChar nul(0);
 QByteArray readAll(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString pathIn(const testing::TempDir& dir, const QString& name) {
+    return QString::fromStdString(dir.file(name.toStdString()));
 }
 
 void writeAll(const QString& path, const QByteArray& bytes) {
@@ -180,49 +184,49 @@ TEST(WorkspaceFile, NeverCrashesOnRandomBytes) {
 }
 
 TEST(Workspace, SavesTwiceToTheSameBytesAndLoadsAfterAMove) {
-    QTemporaryDir dir;
-    QDir(dir.path()).mkpath("old");
+    testing::TempDir dir;
+    QDir(pathIn(dir, "")).mkpath("old");
     TaskTreeModel model;
     WorkspaceState state;
-    state.setTaskFile(dir.filePath("old/work.tsk"));
+    state.setTaskFile(pathIn(dir, "old/work.tsk"));
     state.TaskDirty = true;
-    model.appendNode(model.appendNode(nullptr, "task"), "notes", dir.filePath("old/data/n.txt"));
+    model.appendNode(model.appendNode(nullptr, "task"), "notes", pathIn(dir, "old/data/n.txt"));
     ASSERT_FALSE(saveWorkspace(model, state));
     EXPECT_FALSE(state.TaskDirty);
     const QByteArray saved = readAll(state.TaskFileName);
     ASSERT_FALSE(saveWorkspace(model, state));
     EXPECT_EQ(readAll(state.TaskFileName), saved);
 
-    QDir(dir.path()).rename("old", "new");
+    QDir(pathIn(dir, "")).rename("old", "new");
     WorkspaceState opened;
-    ASSERT_FALSE(loadWorkspace(model, opened, dir.filePath("new/work.tsk")));
-    EXPECT_EQ(opened.windowTitle(), "Morlevant v1.0 - " + dir.filePath("new/work.tsk"));
-    EXPECT_EQ(opened.TaskDir, dir.filePath("new/"));
+    ASSERT_FALSE(loadWorkspace(model, opened, pathIn(dir, "new/work.tsk")));
+    EXPECT_EQ(opened.windowTitle(), "Morlevant v1.0 - " + pathIn(dir, "new/work.tsk"));
+    EXPECT_EQ(opened.TaskDir, pathIn(dir, "new/"));
     EXPECT_EQ(NodeTag::split(TaskTreeModel::tag(model.item(0)->child(0))).path,
-              dir.filePath("new/data/n.txt"));
+              pathIn(dir, "new/data/n.txt"));
 }
 
 TEST(Workspace, ReportsFilesItCannotUse) {
-    QTemporaryDir dir;
+    testing::TempDir dir;
     TaskTreeModel model;
     model.appendNode(nullptr, "mine");
     WorkspaceState state;
-    state.setTaskFile(dir.filePath("mine.tsk"));
-    writeAll(dir.filePath("notes.txt"), "just some notes\r\n");
+    state.setTaskFile(pathIn(dir, "mine.tsk"));
+    writeAll(pathIn(dir, "notes.txt"), "just some notes\r\n");
     for (const QString& path :
-         {dir.filePath("absent.tsk"), dir.path(), dir.filePath("notes.txt")}) {
+         {pathIn(dir, "absent.tsk"), pathIn(dir, ""), pathIn(dir, "notes.txt")}) {
         const auto problem = loadWorkspace(model, state, path);
         ASSERT_TRUE(problem);
         EXPECT_TRUE(problem->contains(QDir::toNativeSeparators(path)));
     }
     EXPECT_EQ(outline(model), "mine [] 0/0");
-    EXPECT_EQ(state.TaskFileName, dir.filePath("mine.tsk"));
+    EXPECT_EQ(state.TaskFileName, pathIn(dir, "mine.tsk"));
 
-    state.setTaskFile(dir.filePath("no/such/folder/x.tsk"));
+    state.setTaskFile(pathIn(dir, "no/such/folder/x.tsk"));
     state.TaskDirty = true;
     ASSERT_TRUE(saveWorkspace(model, state));
     EXPECT_TRUE(state.TaskDirty);
-    EXPECT_FALSE(QFile::exists(dir.filePath("no/such/folder/x.tsk")));
+    EXPECT_FALSE(QFile::exists(pathIn(dir, "no/such/folder/x.tsk")));
 }
 
 } // namespace
