@@ -1,7 +1,7 @@
 #include "engine/LineReader.h"
 
 #include "engine/LineWriter.h"
-#include "taskdef/TaskError.h"
+#include "tests/engine/LineOperationRun.h"
 #include "tests/support/TempDir.h"
 
 #include <gtest/gtest.h>
@@ -56,42 +56,22 @@ TEST(Reader, LinesAcrossBlockBoundaries) {
 }
 
 TEST(Reader, MissingFileNamesThePath) {
-    try {
-        LineReader reader("/nonexistent/folder/file.txt");
-        FAIL();
-    } catch (const TaskError& error) {
-        EXPECT_NE(std::string(error.what()).find("/nonexistent/folder/file.txt"),
-                  std::string::npos);
-    }
+    EXPECT_NE(morlevant::testing::taskErrorOf([] {
+                  LineReader("/nonexistent/folder/file.txt");
+              }).find("/nonexistent/folder/file.txt"),
+              std::string::npos);
 }
 
-TEST(Writer, EndsEveryLineWithCrLfAndAppends) {
-    TempDir dir;
-    const std::string path = dir.file("out.txt");
-    {
-        LineWriter writer(path, LineWriter::Mode::Truncate);
-        writer.writeLine("a");
-        writer.writeLine("");
-        writer.close();
-    }
-    {
-        LineWriter writer(path, LineWriter::Mode::Append);
-        writer.writeLine("b");
-        writer.close();
-    }
-    EXPECT_EQ(morlevant::testing::readBytes(path), "a\r\n\r\nb\r\n");
-}
-
-TEST(Writer, LinesAroundAndBeyondItsBuffer) {
-    // A line whose end does not fit what is left of the buffer, one longer than the buffer,
-    // and lines left in the buffer of an appending writer abandoned by a failure.
+TEST(Writer, EndsEveryLineWithCrLfAroundAndBeyondItsBuffer) {
+    // An empty line, a line whose end does not fit what is left of the buffer, one longer than
+    // the buffer, and a line left in the buffer of an appending writer abandoned by a failure.
     TempDir dir;
     const std::string path = dir.file("out.txt");
     const std::string half(LineWriter::bufferSize / 2, 'h');
     const std::string whole(LineWriter::bufferSize + 3, 'w');
     {
         LineWriter writer(path, LineWriter::Mode::Truncate);
-        for (const std::string& line : {half, half, whole, half})
+        for (const std::string& line : {std::string(), half, half, whole, half})
             writer.writeLine(line);
         writer.close();
     }
@@ -101,7 +81,7 @@ TEST(Writer, LinesAroundAndBeyondItsBuffer) {
     }
     const std::string crlf = "\r\n";
     EXPECT_EQ(morlevant::testing::readBytes(path),
-              half + crlf + half + crlf + whole + crlf + half + crlf + "kept" + crlf);
+              crlf + half + crlf + half + crlf + whole + crlf + half + crlf + "kept" + crlf);
 }
 
 } // namespace
