@@ -1,6 +1,5 @@
 #include "mainwindow/ExternalPrograms.h"
 #include "taskdef/InstallLayout.h"
-#include "taskdef/TaskFiles.h"
 #include "tests/support/QStringPrinter.h"
 #include "tests/support/TempDir.h"
 
@@ -31,16 +30,6 @@ TEST(HelpPage, IsFoundBesideTheProgramAndWhereTheInstallPutsIt) {
     EXPECT_EQ(ExternalPrograms::findHelpPage(QString::fromStdString(bin)),
               QString::fromStdString(installed));
     EXPECT_TRUE(installed.starts_with(dir.file("prefix/")));
-}
-
-TEST(HelpPage, AnInstalledProgramKeepsItsTasksInTheUsersDataFolder) {
-    TempDir dir;
-    const std::string bin = dir.file("prefix/bin");
-    std::filesystem::create_directories(bin);
-    EXPECT_EQ(resolveProgramFolder("", bin, "/data"), bin);
-    writeBytes(installedDataFolder(bin) + "/help/index.html", "<html/>");
-    EXPECT_EQ(resolveProgramFolder("", bin, "/data"), "/data");
-    EXPECT_EQ(resolveProgramFolder("/home/set", bin, "/data"), "/home/set");
 }
 
 // The page is read by browsers, but written well-formed so that a mistake in it shows here;

@@ -1,6 +1,7 @@
 // The task file list, the preparation for editing, and the program folder.
 #include "taskdef/TaskFiles.h"
 
+#include "taskdef/InstallLayout.h"
 #include "taskdef/TaskError.h"
 #include "tests/support/TempDir.h"
 
@@ -33,21 +34,21 @@ TEST(PrepareTask, FailsClearlyWhereNothingMayBeWritten) {
     for (const std::string name : {"a/b", "/abs", "../up", ""})
         EXPECT_THROW(prepareTaskForEditing(folder, name, {"/in/1.txt"}), TaskError) << name;
     EXPECT_THROW(prepareTaskForEditing(home.file("absent"), "T", {"/in/1.txt"}), TaskError);
-    EXPECT_EQ(std::distance(std::filesystem::recursive_directory_iterator(home.path()),
-                            std::filesystem::recursive_directory_iterator()),
-              0);
+    EXPECT_TRUE(std::filesystem::is_empty(home.path()));
 }
 
 TEST(ProgramFolder, HomeVariableThenWritableProgramFolderThenUserData) {
     TempDir dir;
-    const std::string writable = dir.path().string();
+    const std::string writable = dir.file("prefix/bin");
+    std::filesystem::create_directories(writable);
     EXPECT_EQ(resolveProgramFolder("/home/set", writable, "/data"), "/home/set");
     EXPECT_EQ(resolveProgramFolder("", writable, "/data"), writable);
     EXPECT_EQ(resolveProgramFolder("", dir.file("absent"), "/data"), "/data");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()),
-                            std::filesystem::directory_iterator()),
-              0)
-        << "the write probe is removed";
+    EXPECT_TRUE(std::filesystem::is_empty(writable)) << "the write probe is removed";
+    // An installed program keeps its tasks in the user's data folder, though its own is writable.
+    writeBytes(installedDataFolder(writable) + "/help/index.html", "<html/>");
+    EXPECT_EQ(resolveProgramFolder("", writable, "/data"), "/data");
+    EXPECT_EQ(resolveProgramFolder("/home/set", writable, "/data"), "/home/set");
 }
 
 } // namespace

@@ -42,19 +42,18 @@ TEST(TaskPageSettingsFile, AcceptsLfAndMissingLastLineEnd) {
 
 TEST(TaskPageSettingsFile, MissingEmptyOrShortFilesAreClearErrors) {
     TempDir dir;
-    const auto messageFor = [&](const std::string& path) {
-        try {
-            readTaskPageSettings(path);
-        } catch (const TaskError& error) {
-            return std::string(error.what());
-        }
-        return std::string("no error");
-    };
-    EXPECT_NE(messageFor(dir.file("absent.ttp")).find("missing"), std::string::npos);
     writeBytes(dir.file("empty.ttp"), "");
-    EXPECT_NE(messageFor(dir.file("empty.ttp")).find("empty"), std::string::npos);
     writeBytes(dir.file("short.ttp"), "1\r\n2\r\n");
-    EXPECT_NE(messageFor(dir.file("short.ttp")).find("only 2 of its 31"), std::string::npos);
+    for (const auto& [name, says] : {std::pair{"absent.ttp", "missing"},
+                                     {"empty.ttp", "empty"},
+                                     {"short.ttp", "only 2 of its 31"}}) {
+        try {
+            readTaskPageSettings(dir.file(name));
+            ADD_FAILURE() << name;
+        } catch (const TaskError& error) {
+            EXPECT_NE(std::string(error.what()).find(says), std::string::npos) << error.what();
+        }
+    }
 }
 
 } // namespace
