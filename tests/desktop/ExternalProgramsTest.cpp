@@ -16,22 +16,12 @@ using testing::ScriptedPrompts;
 
 TEST(OpenRules, TheNineKindsGoToTheirDefaultProgramOthersToTheChosenOne) {
     const QString browser = "/usr/bin/viewer";
-    struct Case {
-        const char* path;
-        QString withBrowser; // the program used when one is chosen
-    };
-    const Case cases[] = {
-        {"/d/song.wav", ""},      {"/d/SONG.WAV", ""},       {"/d/a.bmp", ""},
-        {"/d/a.zip", ""},         {"/d/setup.exe", ""},      {"/d/help.chm", ""},
-        {"/d/photo.JPG", ""},     {"/d/a.gif", ""},          {"/d/a.mp3", ""},
-        {"/d/a.mid", ""},         {"/d/notes.txt", browser}, {"/d/page.html", browser},
-        {"/d/page.htm", browser}, {"/d/README", browser},    {"/d/a.jpeg", browser},
-        {"/d/wav", browser},      {"/d/x.wav.txt", browser},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(ExternalPrograms::programFor(c.path, browser), c.withBrowser) << c.path;
-        EXPECT_EQ(ExternalPrograms::programFor(c.path, QString()), QString()) << c.path;
-    }
+    for (const char* path : {"/d/song.wav", "/d/SONG.WAV", "/d/a.bmp", "/d/a.zip", "/d/setup.exe",
+                             "/d/help.chm", "/d/photo.JPG", "/d/a.gif", "/d/a.mp3", "/d/a.mid"})
+        EXPECT_EQ(ExternalPrograms::programFor(path, browser), QString()) << path;
+    for (const char* path : {"/d/notes.txt", "/d/page.html", "/d/page.htm", "/d/README",
+                             "/d/a.jpeg", "/d/wav", "/d/x.wav.txt"})
+        EXPECT_EQ(ExternalPrograms::programFor(path, browser), browser) << path;
 }
 
 class Outside : public ::testing::Test {

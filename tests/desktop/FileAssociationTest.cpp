@@ -12,6 +12,7 @@
 #include <QProcess>
 #include <QXmlStreamReader>
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace morlevant {
 namespace {
@@ -33,38 +34,37 @@ QString entryValue(const QString& entry, const QString& key) {
     return {};
 }
 
+void writeAll(const QString& path, const QByteArray& bytes) {
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
+    file.write(bytes);
+}
+
 // The arguments an Exec value stands for with `file` in place of %f, read as a desktop does:
 // the value's own escapes first, then the quoting, then the field codes.
 QStringList execArguments(const QString& exec, const QString& file) {
     QString value;
     for (qsizetype i = 0; i < exec.size(); ++i) {
-        if (exec[i] == u'\\' && i + 1 < exec.size()) {
-            const QChar next = exec[++i];
-            value += next == u's' ? QChar(u' ') : next;
-        } else {
-            value += exec[i];
-        }
+        const bool escaped = exec[i] == u'\\' && i + 1 < exec.size();
+        const QChar c = escaped ? exec[++i] : exec[i];
+        value += escaped && c == u's' ? QChar(u' ') : c;
     }
     QStringList arguments;
-    QString current;
-    bool inArgument = false;
+    bool quoted = false;
+    bool between = true; // the next character starts an argument
     for (qsizetype i = 0; i < value.size(); ++i) {
-        if (value[i] == u'"') {
-            inArgument = true;
-            for (++i; i < value.size() && value[i] != u'"'; ++i)
-                current += value[i] == u'\\' ? value[++i] : value[i];
-        } else if (value[i] == u' ') {
-            if (inArgument)
-                arguments.append(current);
-            current.clear();
-            inArgument = false;
-        } else {
-            current += value[i];
-            inArgument = true;
+        if (!quoted && value[i] == u' ') {
+            between = true;
+            continue;
         }
+        if (std::exchange(between, false))
+            arguments.append(QString());
+        if (value[i] == u'"')
+            quoted = !quoted;
+        else
+            arguments.last() += quoted && value[i] == u'\\' ? value[++i] : value[i];
     }
-    if (inArgument)
-        arguments.append(current);
     for (QString& argument : arguments)
         argument = argument == "%f" ? file : argument.replace("%%", "%");
     return arguments;
@@ -94,10 +94,7 @@ TEST_F(Association, AssociatingTwiceLeavesTheFirstRecordsAndRemovingTwiceSaysThe
     EXPECT_EQ(shell.tools, QStringList({"update-mime-database " + data("mime"),
                                         "update-desktop-database " + data("applications")}));
     // A record changed by hand shows that the second association writes nothing.
-    QFile entry(data("applications/morlevant.desktop"));
-    ASSERT_TRUE(entry.open(QIODevice::WriteOnly));
-    entry.write("changed by hand");
-    entry.close();
+    writeAll(data("applications/morlevant.desktop"), "changed by hand");
     prompts.asked.clear();
     shell.tools.clear();
     EXPECT_EQ(associateAndRemove(1, false),
@@ -114,35 +111,11 @@ TEST_F(Association, AssociatingTwiceLeavesTheFirstRecordsAndRemovingTwiceSaysThe
 }
 
 TEST_F(Association, WritesTheTypeTheEntryThatOpensItAndMakesItTheDefault) {
-    QFile existing(mimeApps());
-    QDir().mkpath(folders.path("config"));
-    ASSERT_TRUE(existing.open(QIODevice::WriteOnly));
-    existing.write("[Default Applications]\ntext/plain=editor.desktop;\n");
-    existing.close();
+    writeAll(mimeApps(), "[Default Applications]\ntext/plain=editor.desktop;\n");
     associateAndRemove(1, false);
-
-    QXmlStreamReader mime(readAll(data("mime/packages/morlevant.xml")));
-    QStringList seen;
-    while (!mime.atEnd()) {
-        if (mime.readNext() != QXmlStreamReader::StartElement)
-            continue;
-        const QString name = mime.name().toString();
-        if (name == "mime-type")
-            seen.append("type " + mime.attributes().value("type").toString());
-        else if (name == "glob")
-            seen.append("glob " + mime.attributes().value("pattern").toString());
-        else if (name == "comment")
-            seen.append("comment " + mime.readElementText());
-    }
-    EXPECT_FALSE(mime.hasError()) << mime.errorString().toStdString();
-    EXPECT_EQ(seen, QStringList({"type application/x-corvellum", "comment Corvellum Document",
-                                 "glob *.tsk"}));
-
-    const QString entry = readAll(data("applications/morlevant.desktop"));
-    EXPECT_EQ(entryValue(entry, "Type"), "Application");
-    EXPECT_EQ(entryValue(entry, "MimeType"), "application/x-corvellum;");
-    EXPECT_EQ(execArguments(entryValue(entry, "Exec"), "/w/a.tsk"),
-              QStringList({program, "/w/a.tsk"}));
+    EXPECT_EQ(readAll(data("mime/packages/morlevant.xml")), FileAssociation::mimePackage());
+    EXPECT_EQ(readAll(data("applications/morlevant.desktop")),
+              FileAssociation(shell, program).desktopEntry());
     EXPECT_EQ(readAll(mimeApps()), "[Default Applications]\n"
                                    "application/x-corvellum=morlevant.desktop;\n"
                                    "text/plain=editor.desktop;\n");
@@ -174,9 +147,7 @@ TEST_F(Association, TheEntrysCommandLineStartsTheProgramOnTheWorkspace) {
 
 TEST_F(Association, AFolderThatCannotBeWrittenIsNamedAndNothingIsClaimed) {
     // The data folder's place is taken by a file, so nothing can be created below it.
-    QFile blocker(folders.path("data"));
-    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
-    blocker.close();
+    writeAll(folders.path("data"), "");
     const QStringList messages = associateAndRemove(1, false);
     ASSERT_EQ(messages.size(), 1);
     EXPECT_TRUE(messages[0].startsWith("error|Morlevant|Cannot write " +
@@ -202,6 +173,25 @@ TEST(InstalledFiles, DescribeTheTypeAndTheEntryAsTheAssociationDoes) {
     QString installed = readAll(MORLEVANT_SOURCE "/desktop/morlevant.desktop");
     installed.replace("Exec=morlevant %f", "Exec=/opt/morlevant/bin/morlevant %f");
     EXPECT_EQ(installed, association.desktopEntry());
+
+    QXmlStreamReader mime(FileAssociation::mimePackage());
+    QStringList seen;
+    while (!mime.atEnd()) {
+        if (mime.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        const QString name = mime.name().toString();
+        if (name == "mime-type")
+            seen.append("type " + mime.attributes().value("type").toString());
+        else if (name == "glob")
+            seen.append("glob " + mime.attributes().value("pattern").toString());
+        else if (name == "comment")
+            seen.append("comment " + mime.readElementText());
+    }
+    EXPECT_FALSE(mime.hasError()) << mime.errorString().toStdString();
+    EXPECT_EQ(seen, QStringList({"type application/x-corvellum", "comment Corvellum Document",
+                                 "glob *.tsk"}));
+    EXPECT_EQ(entryValue(association.desktopEntry(), "Type"), "Application");
+    EXPECT_EQ(entryValue(association.desktopEntry(), "MimeType"), "application/x-corvellum;");
 }
 
 TEST(DefaultApplication, IsSetAndTakenOutWithoutDisturbingOtherTypes) {
