@@ -33,14 +33,6 @@ struct PageCase {
 
 const PageCase pageCases[] = {
     {"InsertAfterLastRow", insertString, fiveRows, {{"in.txt.modify", fiveRows + "INS\r\n"}}},
-    {"AnyLineEndBecomesCrLf",
-     insertString,
-     "a\rb\nc\r\n\r\nd",
-     {{"in.txt.modify", "a\r\nb\r\nc\r\n\r\nd\r\nINS\r\n"}}},
-    {"InvalidBytesPassUnchanged",
-     insertString,
-     "\xff\xfe x\xe2\x82\r\n",
-     {{"in.txt.modify", "\xff\xfe x\xe2\x82\r\nINS\r\n"}}},
     {"EmptySourceStillGetsInsertion", insertString, "", {{"in.txt.modify", "INS\r\n"}}},
     {"InsertFileAppendsItsLines", insertFile, "a", {{"in.txt.modify", "a\r\ni1\r\ni2\r\n"}}},
     {"InPlaceInsertPointAndRowsInRange",
