@@ -9,8 +9,6 @@ namespace {
 
 using EditorRules = testing::EditorFixture;
 
-const QStringList tabNames = {"Edit Range", "Calculate", "Find and Replace", "Insert Or Filter",
-                              "Divide Or Merge"};
 const QStringList divideBoxes = {"Check_dm(0)", "Check_dm(1)", "Check_dm(2)", "Check_dm(3)",
                                  "Check_dm(4)"};
 
@@ -22,11 +20,8 @@ QString tabStates(QTabWidget* tabs) {
 }
 
 TEST_F(EditorRules, OpensOnTheDefaultsWithEveryPageUnchosen) {
-    ASSERT_EQ(tabs()->count(), 5);
-    for (int i = 0; i < 5; ++i)
-        EXPECT_EQ(tabs()->tabText(i), tabNames[i]);
     // The values of the boxes are checked through the file "ok" writes (EditorSettings).
-    EXPECT_FALSE(control("lujing")->isVisible());
+    EXPECT_EQ(tabStates(tabs()), "11111");
     EXPECT_EQ(enabled({"Text_row", "Text_column", "check1(0)", "check1(1)", "Check2"}), "00000");
     EXPECT_EQ(enabled({"Text_cal(7)", "Text1", "Command_id", "ListView_id", "Check_dm(0)"}),
               "00000");
@@ -175,9 +170,8 @@ TEST_F(EditorRules, RangeBoxesAreTidiedAndCheckedWhenLeft) {
         const char* tidied;
         const char* message;
     } cases[] = {
+        // How a text is tidied and checked is pinned by RangeText's tables.
         {"Text_row", "1--5,,,7-,-9", "1-5,7,9", nullptr},
-        {"Text_row", "0-5", "1-5", nullptr},
-        {"Text_row", "10-5", "10-5", "row range error:10 was bigger than 5"},
         {"Text_column", "1-10,5-20", "1-10,5-20", "column range error:10 was bigger than 5"},
     };
     for (const auto& box : cases) {
