@@ -146,19 +146,13 @@ protected:
 };
 
 TEST_F(LoadText, FilesOfNonTextKindsShowACard) {
-    for (const char* name : {"a.wav", "B.Zip", "i.bmp"}) {
-        const QString filePath = "/nowhere/" + QString(name);
-        loader.loadtext(tag("sound", filePath), true);
-        EXPECT_EQ(viewer.toPlainText(), "File name: " + filePath + "\n\nremark: sound" + QChar(0))
-            << name;
-        EXPECT_EQ(viewer.shownFile(), filePath);
-    }
+    // Which paths are of those kinds is pinned by the open rules (ExternalPrograms).
+    loader.loadtext(tag("sound", "/nowhere/a.wav"), true);
+    EXPECT_EQ(viewer.toPlainText(),
+              QString("File name: /nowhere/a.wav\n\nremark: sound") + QChar(0));
+    EXPECT_EQ(viewer.shownFile(), "/nowhere/a.wav");
     EXPECT_EQ(loader.remark(), "sound" + QString(QChar(0)));
-    EXPECT_EQ(loader.path(), "/nowhere/i.bmp");
-    // Only the last four characters count.
-    file("clip.wave", "RIFF");
-    loader.loadtext(tag("", path("clip.wave")), true);
-    EXPECT_EQ(viewer.toPlainText(), "RIFF");
+    EXPECT_EQ(loader.path(), "/nowhere/a.wav");
     EXPECT_TRUE(prompts.asked.isEmpty());
 }
 
