@@ -4,6 +4,7 @@
 #include "taskdef/InstallLayout.h"
 #include "taskdef/PathNames.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/TextLines.h"
 #include "taskdef/WholeFile.h"
 
 #include <filesystem>
@@ -98,15 +99,9 @@ std::vector<std::string> readTaskFileList(const std::string& path) {
     // Blank lines name no file; they are passed over rather than reported as a missing file
     // with an empty name.
     std::vector<std::string> paths;
-    std::size_t pos = 0;
-    while (pos < text.size()) {
-        std::size_t end = text.find_first_of("\r\n", pos);
-        if (end == std::string::npos)
-            end = text.size();
-        if (end > pos)
-            paths.push_back(text.substr(pos, end - pos));
-        pos = end + 1;
-    }
+    for (const std::string_view line : textLines(text))
+        if (!line.empty())
+            paths.emplace_back(line);
     return paths;
 }
 
