@@ -15,16 +15,10 @@ namespace morlevant {
 
 namespace {
 
-#ifdef _WIN32
-constexpr char separator = '\\';
-#else
-constexpr char separator = '/';
-#endif
-
 std::string withSeparator(const std::string& folder) {
-    if (folder.empty() || folder.back() == '/' || folder.back() == separator)
+    if (folder.empty() || pathSeparators.find(folder.back()) != std::string_view::npos)
         return folder;
-    return folder + separator;
+    return folder + pathSeparator;
 }
 
 // The caption is used unaltered as a file name; one that holds a separator would write
@@ -65,7 +59,7 @@ bool isWritableFolder(const std::string& folder) {
 } // namespace
 
 std::string taskFolder(const std::string& programFolder) {
-    return withSeparator(programFolder) + "task" + separator;
+    return withSeparator(programFolder) + "task" + pathSeparator;
 }
 
 std::string taskSettingsPath(const std::string& programFolder, const std::string& taskName) {
@@ -77,7 +71,7 @@ std::string taskFileListPath(const std::string& programFolder, const std::string
 }
 
 std::string mergeFolder(const std::string& programFolder) {
-    return withSeparator(programFolder) + "outcome" + separator + "merge" + separator;
+    return withSeparator(programFolder) + "outcome" + pathSeparator + "merge" + pathSeparator;
 }
 
 void writeTaskFileList(const std::string& path, const std::vector<std::string>& childTags) {
