@@ -1,6 +1,7 @@
 #include "engine/Calculation.h"
 
 #include "engine/NumberText.h"
+#include "engine/RangedRoutine.h"
 #include "engine/Utf8.h"
 #include "taskdef/LeadingNumber.h"
 #include "taskdef/TaskError.h"
@@ -32,8 +33,8 @@ std::string trimmed(std::string_view text) {
 
 } // namespace
 
-Calculation::Calculation(const TaskPageSettings& settings)
-    : RangedLineOperation(settings.columnRange), alignLeft_(settings.alignment == "Left") {
+Calculation::Calculation(const TaskPageSettings& settings, const ColumnRanges& columns)
+    : alignLeft_(settings.alignment == "Left") {
     std::string_view steps = settings.calculateSteps;
     while (true) {
         const std::size_t comma = steps.find(',');
@@ -67,7 +68,7 @@ Calculation::Calculation(const TaskPageSettings& settings)
     // Every range's result is made up to the range's width, so their widths together are the
     // least a row of the ranges taken out can be: a cap keeps one row from growing unbounded.
     std::size_t total = 0;
-    for (const ColumnRange& range : writtenRanges()) {
+    for (const ColumnRanges::Range& range : columns.written()) {
         total += std::min(range.width(), maxAlignedWidth + 1);
         if (total > maxAlignedWidth)
             throw TaskError("The column ranges from " + std::to_string(range.first) + "-" +
@@ -150,8 +151,17 @@ void Calculation::fitToWidth(std::string& result, std::size_t width) const {
         result.insert(0, width - length, ' ');
 }
 
-std::unique_ptr<LineOperation> makeCalculation(const TaskPageSettings& settings) {
-    return std::make_unique<Calculation>(settings);
+std::unique_ptr<RangedRoutine> makeCalculation(const TaskPageSettings& settings) {
+    ColumnRanges columns(settings.columnRange);
+    const auto calculation = std::make_shared<Calculation>(settings, columns);
+    return std::make_unique<RangedRoutine>(
+        std::move(columns),
+        [calculation](std::string_view line, std::string& out) {
+            calculation->CalculateLine(line, out);
+        },
+        [calculation](std::string& result, std::size_t width) {
+            calculation->fitToWidth(result, width);
+        });
 }
 
 } // namespace morlevant

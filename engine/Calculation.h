@@ -1,36 +1,26 @@
 #pragma once
 
-#include "engine/RangedLineOperation.h"
+#include "engine/ColumnRanges.h"
 #include "taskdef/TaskPageSettings.h"
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace morlevant {
 
 // The Calculate page: the steps of line 10 applied to the number of a line or of a column
 // range, the result rounded by line 6 and, in columns, aligned by line 7.
-class Calculation final : public RangedLineOperation {
+class Calculation final {
 public:
-    // Throws TaskError for a number of decimals or a column range that cannot be honoured.
-    explicit Calculation(const TaskPageSettings& settings);
-
-    void wholeLine(std::string_view line, std::string& out) override { CalculateLine(line, out); }
-    void inRanges(const LineColumns& line, std::string& out) override {
-        CalculateInRanges(line, out);
-    }
-    void rangesOut(const LineColumns& line, std::string& out) override {
-        CalculateRangesOut(line, out);
-    }
+    // Throws TaskError for a number of decimals or column ranges that cannot be honoured.
+    Calculation(const TaskPageSettings& settings, const ColumnRanges& columns);
 
     // Throws TaskError naming the step when it divides by zero or overflows.
     void CalculateLine(std::string_view line, std::string& out);
-    void CalculateInRanges(const LineColumns& line, std::string& out) { workInPlace(line, out); }
-    void CalculateRangesOut(const LineColumns& line, std::string& out) { takeOut(line, out); }
-
-protected:
-    void applyTo(std::string_view text, std::string& out) override { CalculateLine(text, out); }
-    void fitToWidth(std::string& result, std::size_t width) const override;
+    // Aligns a range's result by line 7.
+    void fitToWidth(std::string& result, std::size_t width) const;
 
 private:
     struct Step {

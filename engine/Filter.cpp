@@ -1,5 +1,6 @@
 #include "engine/Filter.h"
 
+#include "engine/RangedRoutine.h"
 #include "taskdef/TaskError.h"
 
 namespace morlevant {
@@ -15,8 +16,8 @@ int checkedKind(int kind) {
 } // namespace
 
 Filter::Filter(const TaskPageSettings& settings, int kind)
-    : RangedLineOperation(settings.columnRange), kind_(checkedKind(kind)),
-      regex_(settings.filterPattern), replaceWith_(settings.filterReplacement, regex_) {}
+    : kind_(checkedKind(kind)), regex_(settings.filterPattern),
+      replaceWith_(settings.filterReplacement, regex_) {}
 
 void Filter::FilterLine(std::string_view line, std::string& out) {
     out.clear();
@@ -52,8 +53,12 @@ void Filter::FilterLine(std::string_view line, std::string& out) {
         out.assign(line);
 }
 
-std::unique_ptr<LineOperation> makeFilter(const TaskPageSettings& settings, int kind) {
-    return std::make_unique<Filter>(settings, kind);
+std::unique_ptr<RangedRoutine> makeFilter(const TaskPageSettings& settings, int kind) {
+    ColumnRanges columns(settings.columnRange);
+    const auto filter = std::make_shared<Filter>(settings, kind);
+    return std::make_unique<RangedRoutine>(
+        std::move(columns),
+        [filter](std::string_view line, std::string& out) { filter->FilterLine(line, out); });
 }
 
 } // namespace morlevant

@@ -2,34 +2,23 @@
 
 #include "engine/EcmaRegex.h"
 #include "engine/EcmaReplacement.h"
-#include "engine/RangedLineOperation.h"
 #include "taskdef/TaskPageSettings.h"
 
 #include <string>
+#include <string_view>
 
 namespace morlevant {
 
 // The filter half of the Insert Or Filter page: the regular expression of line 24 matched
 // globally against a line, and each match replaced by line 23 (kind 1), deleted (kind 2), or
 // output alone followed by a blank (kind 3).
-class Filter final : public RangedLineOperation {
+class Filter final {
 public:
     // Throws TaskError when the pattern does not compile or the kind is not 1, 2 or 3.
     Filter(const TaskPageSettings& settings, int kind);
 
-    void wholeLine(std::string_view line, std::string& out) override { FilterLine(line, out); }
-    void inRanges(const LineColumns& line, std::string& out) override { FilterInRanges(line, out); }
-    void rangesOut(const LineColumns& line, std::string& out) override {
-        FilterRangesOut(line, out);
-    }
-
     // Throws TaskError when a match exceeds the regular-expression engine's limits.
     void FilterLine(std::string_view line, std::string& out);
-    void FilterInRanges(const LineColumns& line, std::string& out) { workInPlace(line, out); }
-    void FilterRangesOut(const LineColumns& line, std::string& out) { takeOut(line, out); }
-
-protected:
-    void applyTo(std::string_view text, std::string& out) override { FilterLine(text, out); }
 
 private:
     int kind_;

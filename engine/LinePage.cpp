@@ -8,8 +8,8 @@
 
 namespace morlevant {
 
-LinePage::LinePage(const RunContext& context, std::unique_ptr<LineOperation> operation)
-    : context_(context), operation_(std::move(operation)) {}
+LinePage::LinePage(const RunContext& context, std::unique_ptr<RangedRoutine> routine)
+    : context_(context), routine_(std::move(routine)) {}
 
 void LinePage::checkResults(const std::string& source) const {
     checkResultFile(context_.sources, modifiedPath(source), "the result");
@@ -37,14 +37,14 @@ void LinePage::process(const std::string& source) {
 void LinePage::apply(const std::string& source, std::size_t lineNumber, std::string_view line) {
     try {
         if (context_.mode == RangeMode::WholeText) {
-            operation_->wholeLine(line, out_);
+            routine_->wholeLine(line, out_);
             return;
         }
         columns_.assign(line);
         if (context_.mode == RangeMode::InPlace)
-            operation_->inRanges(columns_, out_);
+            routine_->inPlace(columns_, out_);
         else
-            operation_->rangesOut(columns_, out_);
+            routine_->rangesOut(columns_, out_);
     } catch (const TaskError& error) {
         throw TaskError(source + ", line " + std::to_string(lineNumber) + ": " + error.what());
     }

@@ -2,7 +2,7 @@
 
 #include "engine/FilePage.h"
 #include "engine/LineColumns.h"
-#include "engine/LineOperation.h"
+#include "engine/RangedRoutine.h"
 
 namespace morlevant {
 
@@ -10,7 +10,7 @@ namespace morlevant {
 // (for each selected row when the ranges are taken out).
 class LinePage final : public FilePage {
 public:
-    LinePage(const RunContext& context, std::unique_ptr<LineOperation> operation);
+    LinePage(const RunContext& context, std::unique_ptr<RangedRoutine> routine);
     void checkResults(const std::string& source) const override;
     void process(const std::string& source) override;
 
@@ -18,7 +18,7 @@ private:
     void apply(const std::string& source, std::size_t lineNumber, std::string_view line);
 
     const RunContext& context_;
-    std::unique_ptr<LineOperation> operation_;
+    std::unique_ptr<RangedRoutine> routine_;
     LineColumns columns_;
     std::string out_;
 };

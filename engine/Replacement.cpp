@@ -1,5 +1,6 @@
 #include "engine/Replacement.h"
 
+#include "engine/RangedRoutine.h"
 #include "engine/Utf8.h"
 
 #include <cstring>
@@ -82,10 +83,10 @@ void replaceAllInPlace(std::string& text, std::string_view find, std::string_vie
 } // namespace
 
 Replacement::Replacement(const TaskPageSettings& settings)
-    : RangedLineOperation(settings.columnRange), pairs_{{{settings.find1, settings.replace1},
-                                                         {settings.find2, settings.replace2},
-                                                         {settings.find3, settings.replace3},
-                                                         {settings.find4, settings.replace4}}} {
+    : pairs_{{{settings.find1, settings.replace1},
+              {settings.find2, settings.replace2},
+              {settings.find3, settings.replace3},
+              {settings.find4, settings.replace4}}} {
     for (Pair& pair : pairs_)
         pair.wholeCharacters = isValidUtf8(pair.find);
 }
@@ -115,22 +116,17 @@ void Replacement::ReplaceLine(std::string_view line, std::string& out) {
         std::string().swap(pass_);
 }
 
-void Replacement::ReplaceRangesOut(const LineColumns& line, std::string& out) {
-    if (!hasColumnRanges()) {
-        ReplaceLine(line.line(), out);
-        return;
-    }
-    out.clear();
-    for (const ColumnRange& range : writtenRanges()) {
-        if (range.last > line.length())
-            continue;
-        ReplaceLine(line.slice(range.first, range.last), piece_);
-        out.append(piece_);
-    }
-}
-
-std::unique_ptr<LineOperation> makeReplacement(const TaskPageSettings& settings) {
-    return std::make_unique<Replacement>(settings);
+std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings) {
+    ColumnRanges columns(settings.columnRange);
+    const auto replacement = std::make_shared<Replacement>(settings);
+    // Unlike the plain cutting of ranges on the Insert, Divide and Merge pages, the ranges
+    // taken out for replacing take part only when they lie wholly within the line.
+    return std::make_unique<RangedRoutine>(
+        std::move(columns),
+        [replacement](std::string_view line, std::string& out) {
+            replacement->ReplaceLine(line, out);
+        },
+        WidthFitting(), PastLineEnd::Nothing);
 }
 
 } // namespace morlevant

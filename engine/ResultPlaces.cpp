@@ -16,7 +16,7 @@ std::string divideFolder(const std::string& path) {
     std::string name = GetMainName(path);
     if (name == fileName || name.find_first_not_of('.') == std::string::npos)
         name = fileName + " pieces";
-    return folder + name + static_cast<char>(std::filesystem::path::preferred_separator);
+    return folder + name + pathSeparator;
 }
 
 void checkResultFile(const TaskSources& sources, const std::string& path, const std::string& what) {

@@ -52,7 +52,7 @@ bool TaskLauncher::EditTask(const QStandardItem& task, QWidget* parent) {
     return true;
 }
 
-void TaskLauncher::RunTask(const QStandardItem& task, QProgressBar& progress) {
+void TaskLauncher::runWithProgress(const QStandardItem& task, QProgressBar& progress) {
     if (running_)
         return;
     const QScopedValueRollback<bool> running(running_, true);
@@ -78,8 +78,7 @@ void TaskLauncher::RunTask(const QStandardItem& task, QProgressBar& progress) {
     try {
         const BusyCursor busy;
         redraw();
-        morlevant::RunTask({programFolder_.toStdString(), task.text().toStdString(), fileCount},
-                           callbacks);
+        RunTask({programFolder_.toStdString(), task.text().toStdString(), fileCount}, callbacks);
     } catch (const std::exception& failure) {
         // A TaskError names the file and the cause; anything else is reported the same way.
         progress.setValue(0);

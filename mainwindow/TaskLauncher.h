@@ -34,7 +34,7 @@ public:
 
     // Runs the task over its files. The bar advances per file and is redrawn at once, while
     // the window takes no commands; the run ends with "Vell down!" or with one error message.
-    void RunTask(const QStandardItem& task, QProgressBar& progress);
+    void runWithProgress(const QStandardItem& task, QProgressBar& progress);
     // Whether a run is under way: the window repaints meanwhile but takes no other command.
     bool isRunning() const { return running_; }
 

@@ -403,7 +403,7 @@ void frmCorvellum::EditTask() {
 
 void frmCorvellum::RunTask() {
     if (QStandardItem* task = selectedNode())
-        launcher_.RunTask(*task, *sbMain_->ProgressBar1());
+        launcher_.runWithProgress(*task, *sbMain_->ProgressBar1());
 }
 
 void frmCorvellum::mnuExec_Click() {

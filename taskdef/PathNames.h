@@ -5,11 +5,16 @@
 
 namespace morlevant {
 
-// Characters that cannot stand in a single file name on this platform: its folder separators
-// (and on Windows the drive mark), and NUL.
+// The folder separator this platform writes, every character it reads as one, and the
+// characters that cannot stand in a single file name: the separators (and on Windows the drive
+// mark), and NUL.
 #ifdef _WIN32
+inline constexpr char pathSeparator = '\\';
+inline constexpr std::string_view pathSeparators = "\\/";
 inline constexpr std::string_view fileNameBreakers = std::string_view("/\\:\0", 4);
 #else
+inline constexpr char pathSeparator = '/';
+inline constexpr std::string_view pathSeparators = "/";
 inline constexpr std::string_view fileNameBreakers = std::string_view("/\0", 2);
 #endif
 

@@ -7,20 +7,26 @@
 
 namespace morlevant {
 
+std::vector<std::string_view> rangeItems(std::string_view text) {
+    std::vector<std::string_view> items;
+    std::size_t start = 0;
+    while (true) {
+        const std::size_t end = text.find_first_of(",-", start);
+        items.push_back(text.substr(start, end - start));
+        if (end == std::string_view::npos)
+            return items;
+        start = end + 1;
+    }
+}
+
 RangePairs RangePairs::parse(std::string_view text, std::string_view what) {
     RangePairs result;
     if (text.find_first_not_of(" \t") == std::string_view::npos)
         return result;
 
     std::vector<double> items;
-    std::size_t start = 0;
-    while (true) {
-        const std::size_t end = text.find_first_of(",-", start);
-        items.push_back(LeadingNumber(text.substr(start, end - start)));
-        if (end == std::string_view::npos)
-            break;
-        start = end + 1;
-    }
+    for (const std::string_view item : rangeItems(text))
+        items.push_back(LeadingNumber(item));
     if (items.size() % 2 != 0)
         throw TaskError("The " + std::string(what) + " \"" + std::string(text) +
                         "\" end with a number that has no partner; write ranges as low-high");

@@ -12,6 +12,10 @@ struct RangePair {
     bool operator==(const RangePair&) const = default;
 };
 
+// The items of a range text as written: split at every "," and "-" alike, so "1-3,5" gives
+// "1", "3" and "5". A blank text gives one blank item.
+std::vector<std::string_view> rangeItems(std::string_view text);
+
 // A range text parsed as every reader of it parses it: each "-" counts as ",", the items are
 // split at "," and taken in pairs from the first, each item by its leading number. The pairs
 // keep the written order; nothing is sorted or merged.

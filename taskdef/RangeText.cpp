@@ -1,6 +1,7 @@
 #include "taskdef/RangeText.h"
 
 #include "taskdef/LeadingNumber.h"
+#include "taskdef/RangePairs.h"
 
 #define PCRE2_CODE_UNIT_WIDTH 8
 #include <array>
@@ -86,15 +87,7 @@ std::string normaliseRangeText(std::string_view text) {
 }
 
 std::optional<std::string> rangeOrderError(std::string_view text, RangeBox box) {
-    // Items as typed: every "-" counts as ",".
-    std::vector<std::string_view> items;
-    for (std::size_t start = 0;;) {
-        const std::size_t end = text.find_first_of(",-", start);
-        items.push_back(text.substr(start, end - start));
-        if (end == std::string_view::npos)
-            break;
-        start = end + 1;
-    }
+    const std::vector<std::string_view> items = rangeItems(text);
     std::vector<double> values;
     for (const std::string_view item : items)
         values.push_back(LeadingNumber(item));

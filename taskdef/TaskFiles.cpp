@@ -4,6 +4,7 @@
 #include "taskdef/InstallLayout.h"
 #include "taskdef/PathNames.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/TextLines.h"
 #include "taskdef/WholeFile.h"
 
 #include <filesystem>
@@ -14,16 +15,10 @@ namespace morlevant {
 
 namespace {
 
-#ifdef _WIN32
-constexpr char separator = '\\';
-#else
-constexpr char separator = '/';
-#endif
-
 std::string withSeparator(const std::string& folder) {
-    if (folder.empty() || folder.back() == '/' || folder.back() == separator)
+    if (folder.empty() || pathSeparators.find(folder.back()) != std::string_view::npos)
         return folder;
-    return folder + separator;
+    return folder + pathSeparator;
 }
 
 // The caption is used unaltered as a file name; one that holds a separator would write
@@ -64,7 +59,7 @@ bool isWritableFolder(const std::string& folder) {
 } // namespace
 
 std::string taskFolder(const std::string& programFolder) {
-    return withSeparator(programFolder) + "task" + separator;
+    return withSeparator(programFolder) + "task" + pathSeparator;
 }
 
 std::string taskSettingsPath(const std::string& programFolder, const std::string& taskName) {
@@ -76,7 +71,7 @@ std::string taskFileListPath(const std::string& programFolder, const std::string
 }
 
 std::string mergeFolder(const std::string& programFolder) {
-    return withSeparator(programFolder) + "outcome" + separator + "merge" + separator;
+    return withSeparator(programFolder) + "outcome" + pathSeparator + "merge" + pathSeparator;
 }
 
 void writeTaskFileList(const std::string& path, const std::vector<std::string>& childTags) {
@@ -98,15 +93,9 @@ std::vector<std::string> readTaskFileList(const std::string& path) {
     // Blank lines name no file; they are passed over rather than reported as a missing file
     // with an empty name.
     std::vector<std::string> paths;
-    std::size_t pos = 0;
-    while (pos < text.size()) {
-        std::size_t end = text.find_first_of("\r\n", pos);
-        if (end == std::string::npos)
-            end = text.size();
-        if (end > pos)
-            paths.push_back(text.substr(pos, end - pos));
-        pos = end + 1;
-    }
+    for (const std::string_view line : textLines(text))
+        if (!line.empty())
+            paths.emplace_back(line);
     return paths;
 }
 

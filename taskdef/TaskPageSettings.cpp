@@ -2,6 +2,7 @@
 
 #include "taskdef/FilePath.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/TextLines.h"
 #include "taskdef/WholeFile.h"
 
 #include <array>
@@ -81,24 +82,16 @@ TaskPageSettings readTaskPageSettings(const std::string& path) {
         throw TaskError("The task settings file " + path +
                         " is empty: the task was not confirmed in the editor; edit it again");
 
-    TaskPageSettings settings;
-    int lineNumber = 0;
-    std::size_t pos = 0;
-    while (pos < text.size() && lineNumber < TaskPageSettings::lineCount) {
-        std::size_t end = text.find_first_of("\r\n", pos);
-        if (end == std::string::npos)
-            end = text.size();
-        settings.*fieldsInFileOrder[static_cast<std::size_t>(lineNumber++)] =
-            text.substr(pos, end - pos);
-        pos = end;
-        if (pos < text.size() && text[pos++] == '\r' && pos < text.size() && text[pos] == '\n')
-            ++pos;
-    }
-    if (lineNumber < TaskPageSettings::lineCount)
+    const std::vector<std::string_view> lines = textLines(text);
+    if (lines.size() < fieldsInFileOrder.size())
         throw TaskError("The task settings file " + path + " has only " +
-                        std::to_string(lineNumber) + " of its " +
+                        std::to_string(lines.size()) + " of its " +
                         std::to_string(TaskPageSettings::lineCount) +
                         " lines: edit the task again");
+    // Lines after the last field are not read.
+    TaskPageSettings settings;
+    for (std::size_t i = 0; i < fieldsInFileOrder.size(); ++i)
+        settings.*fieldsInFileOrder[i] = lines[i];
     return settings;
 }
 

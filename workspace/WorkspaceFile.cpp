@@ -1,5 +1,6 @@
 #include "workspace/WorkspaceFile.h"
 
+#include "taskdef/TextLines.h"
 #include "workspace/FileTypes.h"
 #include "workspace/NodeTag.h"
 #include "workspace/WorkspaceRecord.h"
@@ -23,24 +24,6 @@ bool isAbsoluteStoredPath(const QString& path) {
 #else
     return path.startsWith('/');
 #endif
-}
-
-// Lines end at CR LF, LF or a lone CR; blank lines hold no record and are passed over.
-std::vector<std::pair<int, QByteArrayView>> recordLines(const QByteArray& bytes) {
-    std::vector<std::pair<int, QByteArrayView>> lines;
-    const QByteArrayView all(bytes);
-    int number = 0;
-    qsizetype start = 0;
-    while (start < all.size()) {
-        qsizetype end = start;
-        while (end < all.size() && all[end] != '\r' && all[end] != '\n')
-            ++end;
-        ++number;
-        if (end > start)
-            lines.emplace_back(number, all.sliced(start, end - start));
-        start = end + (end + 1 < all.size() && all[end] == '\r' && all[end + 1] == '\n' ? 2 : 1);
-    }
-    return lines;
 }
 
 } // namespace
@@ -68,8 +51,14 @@ WorkspaceFile::ReadResult WorkspaceFile::read(TaskTreeModel& model, const QByteA
                                               const QString& taskDir) {
     std::vector<std::pair<int, WorkspaceRecord>> records;
     std::optional<QString> problem;
-    for (const auto& [number, line] : recordLines(bytes)) {
-        std::optional<WorkspaceRecord> record = WorkspaceRecord::parse(line);
+    const std::vector<std::string_view> lines =
+        textLines(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        // Blank lines hold no record and are passed over; the numbers count them.
+        if (lines[i].empty())
+            continue;
+        const int number = static_cast<int>(i) + 1;
+        std::optional<WorkspaceRecord> record = WorkspaceRecord::parse(QByteArrayView(lines[i]));
         if (!record) {
             problem = QString("line %1 is not a task record.").arg(number);
             break;

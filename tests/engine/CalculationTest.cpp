@@ -1,4 +1,4 @@
-#include "tests/engine/LineOperationRun.h"
+#include "tests/engine/RangedRoutineRun.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/engine/LineOperationRun.h"
+#include "tests/engine/RangedRoutineRun.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@ using morlevant::testing::taskErrorOf;
 
 namespace {
 
-std::unique_ptr<LineOperation> filter(const std::string& pattern, const std::string& replaceWith) {
+std::unique_ptr<RangedRoutine> filter(const std::string& pattern, const std::string& replaceWith) {
     TaskPageSettings settings;
     settings.filterPattern = pattern;
     settings.filterReplacement = replaceWith;

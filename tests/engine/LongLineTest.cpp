@@ -1,5 +1,5 @@
 #include "engine/InsertInRanges.h"
-#include "tests/engine/LineOperationRun.h"
+#include "tests/engine/RangedRoutineRun.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/engine/LineOperationRun.h"
+#include "tests/engine/RangedRoutineRun.h"
 
 #include <array>
 #include <gtest/gtest.h>

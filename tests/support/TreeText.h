@@ -1,13 +1,7 @@
 #pragma once
 
+#include "tests/support/QStringPrinter.h"
 #include "workspace/TaskTreeModel.h"
-
-#include <ostream>
-
-// Lets GoogleTest show a text that differs as text.
-inline void PrintTo(const QString& text, std::ostream* out) {
-    *out << '"' << text.toStdString() << '"';
-}
 
 namespace morlevant::testing {
 

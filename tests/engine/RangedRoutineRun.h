@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/LineOperation.h"
+#include "engine/RangedRoutine.h"
 #include "taskdef/TaskError.h"
 
 #include <functional>
@@ -8,21 +8,21 @@
 
 namespace morlevant::testing {
 
-// Which of the three routines of a page a test calls.
+// How a test carries the routine over its line.
 enum class Mode { Whole, InPlace, Out };
 
-inline std::string runLine(LineOperation& operation, Mode mode, const std::string& text) {
+inline std::string runLine(RangedRoutine& routine, Mode mode, const std::string& text) {
     std::string out = "stale";
     if (mode == Mode::Whole) {
-        operation.wholeLine(text, out);
+        routine.wholeLine(text, out);
         return out;
     }
     LineColumns line;
     line.assign(text);
     if (mode == Mode::InPlace)
-        operation.inRanges(line, out);
+        routine.inPlace(line, out);
     else
-        operation.rangesOut(line, out);
+        routine.rangesOut(line, out);
     return out;
 }
 
