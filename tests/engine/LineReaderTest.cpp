@@ -1,7 +1,7 @@
 #include "engine/LineReader.h"
 
 #include "engine/LineWriter.h"
-#include "tests/engine/LineOperationRun.h"
+#include "tests/engine/RangedRoutineRun.h"
 #include "tests/support/TempDir.h"
 
 #include <gtest/gtest.h>
