@@ -21,6 +21,10 @@ namespace {
 
 class Find : public testing::WindowFixture {
 protected:
+    QString caret() const {
+        return window->sbMain()->findChild<QLabel*>(QStringLiteral("sbCaret"))->text();
+    }
+
     // Starts the window with one file node holding text, shown in the viewer.
     void showFile(const std::string& text) {
         const QString file = makeFile("in/text.txt", text);
@@ -159,12 +163,12 @@ TEST_F(Find, TheStatusBarFollowsTheCaretInRowsAndCharacters) {
     };
     // The musical symbol is one character in two UTF-16 units.
     selectInViewer(lineStart(1234) + 5, 0);
-    EXPECT_EQ(window->sbMain()->caret(), "row: 1,234  column:5");
+    EXPECT_EQ(caret(), "row: 1,234  column:5");
     selectInViewer(lineStart(2), 2); // the caret is the selection's end
-    EXPECT_EQ(window->sbMain()->caret(), "row: 2  column:3");
+    EXPECT_EQ(caret(), "row: 2  column:3");
     window->model().appendNode(node({"My Batch Task"}), "other", makeFile("in/b.txt", "b"), 11);
     select({"My Batch Task", "other"});
-    EXPECT_EQ(window->sbMain()->caret(), "row: 1  column:1"); // a load puts the caret first
+    EXPECT_EQ(caret(), "row: 1  column:1"); // a load puts the caret first
     select({"My Batch Task", "text"});
     selectInViewer(lineStart(2), 2);
 
