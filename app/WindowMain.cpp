@@ -1,4 +1,5 @@
 // morlevant: the window program. The whole command line is one workspace path.
+#include "MorlevantVersion.h"
 #include "mainwindow/DesktopShell.h"
 #include "mainwindow/QtPrompts.h"
 #include "mainwindow/frmCorvellum.h"
@@ -10,7 +11,7 @@
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Morlevant"));
-    QApplication::setApplicationVersion(QStringLiteral("1.0"));
+    QApplication::setApplicationVersion(QString::fromLatin1(morlevant::programVersion));
 
     // A path with blanks may reach us split into several arguments: they are one path.
     const QStringList arguments = QApplication::arguments().mid(1);

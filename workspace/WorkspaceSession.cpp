@@ -38,7 +38,7 @@ bool WorkspaceSession::mnuNew() {
     // New and Open share one question and one caption.
     if (!settleChanges(QStringLiteral("Save the task？"), QStringLiteral("Open task")))
         return false;
-    model_.resetToDefaultTask(TaskTreeModel::parentImage, TaskTreeModel::parentSelectedImage);
+    model_.resetToDefaultTask(treeImage::closedFolder, treeImage::openFolder);
     state_.clear();
     return true;
 }

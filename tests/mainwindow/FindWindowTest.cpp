@@ -29,7 +29,7 @@ protected:
     void showFile(const std::string& text) {
         const QString file = makeFile("in/text.txt", text);
         start();
-        window->model().appendNode(node({"My Batch Task"}), "text", file, 11);
+        window->model().appendNode(node({"My Batch Task"}), "text", file, treeImage::text);
         select({"My Batch Task", "text"});
     }
     void selectInViewer(int start, int length) const {
@@ -129,9 +129,10 @@ TEST_F(Find, FindNextWithoutATextOpensTheDialogAndALoadStartsAfresh) {
 TEST_F(Find, FindInAllFilesAddsAGroupOfTheFilesThatHoldTheText) {
     start();
     QStandardItem* task = node({"My Batch Task"});
-    window->model().appendNode(task, "a", makeFile("in/a.txt", "hay\r\nneedle\r\n"), 11);
-    window->model().appendNode(task, "b", makeFile("in/b.txt", "hay only\r\n"), 11);
-    window->model().appendNode(task, "gone", homeFile("in/gone.txt"), 11);
+    window->model().appendNode(task, "a", makeFile("in/a.txt", "hay\r\nneedle\r\n"),
+                               treeImage::text);
+    window->model().appendNode(task, "b", makeFile("in/b.txt", "hay only\r\n"), treeImage::text);
+    window->model().appendNode(task, "gone", homeFile("in/gone.txt"), treeImage::text);
 
     prompts.inputs.enqueue("");
     menus().mnuSearch->trigger();
@@ -166,7 +167,8 @@ TEST_F(Find, TheStatusBarFollowsTheCaretInRowsAndCharacters) {
     EXPECT_EQ(caret(), "row: 1,234  column:5");
     selectInViewer(lineStart(2), 2); // the caret is the selection's end
     EXPECT_EQ(caret(), "row: 2  column:3");
-    window->model().appendNode(node({"My Batch Task"}), "other", makeFile("in/b.txt", "b"), 11);
+    window->model().appendNode(node({"My Batch Task"}), "other", makeFile("in/b.txt", "b"),
+                               treeImage::text);
     select({"My Batch Task", "other"});
     EXPECT_EQ(caret(), "row: 1  column:1"); // a load puts the caret first
     select({"My Batch Task", "text"});

@@ -55,7 +55,7 @@ protected:
         return find(window->model(), captions);
     }
     void select(const QStringList& captions) const { window->selectNode(node(captions)); }
-    void click(int position) const { toolbar().button(position)->trigger(); }
+    void click(ToolbarButton button) const { toolbar().action(button)->trigger(); }
 
     TempDir home;
     SettingsStore store{QString::fromStdString(home.file("settings.ini"))};
