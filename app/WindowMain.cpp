@@ -1,5 +1,6 @@
 // morlevant: the window program. The whole command line is one workspace path.
 #include "MorlevantVersion.h"
+#include "app/ProgramSurroundingsFromQt.h"
 #include "mainwindow/DesktopShell.h"
 #include "mainwindow/QtPrompts.h"
 #include "mainwindow/frmCorvellum.h"
@@ -17,13 +18,19 @@ int main(int argc, char** argv) {
     const QStringList arguments = QApplication::arguments().mid(1);
     const QString workspace = arguments.join(u' ');
 
+    const std::string programFolder =
+        morlevant::resolveProgramFolder(morlevant::programSurroundingsFromQt());
+    // A failure here shows as a clear message when a merge writes there.
+    morlevant::createMergeFolder(programFolder);
+
     morlevant::QtPrompts prompts;
     morlevant::DesktopShell shell;
     morlevant::SettingsStore settings;
     const auto openTaskEditor = [&prompts](QWidget* parent, const QString& taskPath) {
         return morlevant::TaskEditorDialog::edit(prompts, parent, taskPath);
     };
-    morlevant::frmCorvellum window({prompts, shell, settings, openTaskEditor});
+    morlevant::frmCorvellum window(
+        {prompts, shell, settings, openTaskEditor, QString::fromStdString(programFolder)});
     prompts.setParent(&window);
     window.startUp(workspace);
     return QApplication::exec();

@@ -12,19 +12,16 @@
 #include "mainwindow/Twips.h"
 #include "mainwindow/settings/SettingsStore.h"
 #include "platform/Prompts.h"
-#include "taskdef/TaskFiles.h"
 #include "workspace/CommandAvailability.h"
 #include "workspace/NodeMove.h"
 #include "workspace/NodeTag.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QDir>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMenu>
 #include <QScreen>
-#include <QStandardPaths>
 
 namespace morlevant {
 
@@ -32,13 +29,6 @@ namespace {
 
 constexpr float narrowestWidth = 3500; // twips
 constexpr int setToTitleLength = 50;
-
-QString programFolderOfThisRun() {
-    return QString::fromStdString(resolveProgramFolder(
-        qEnvironmentVariable("MORLEVANT_HOME").toStdString(),
-        QCoreApplication::applicationDirPath().toStdString(),
-        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString()));
-}
 
 } // namespace
 
@@ -50,7 +40,7 @@ frmCorvellum::frmCorvellum(WindowContext context, QWidget* parent)
       external_(context_.prompts, context_.shell, QCoreApplication::applicationFilePath()),
       launcher_(
           context_.prompts, [this](const QString& folder) { external_.openFolder(folder); },
-          context_.openTaskEditor),
+          context_.openTaskEditor, context_.programFolder),
       pane_(new MainPane(this)), tbMain_(new MainToolBar(this)), sbMain_(new MainStatusBar(this)),
       menus_(new MainMenus(*this)), viewerLoader_(*txtMain(), search_, context_.prompts),
       find_(search_, *txtMain(), context_.prompts) {
@@ -99,14 +89,10 @@ QLabel* frmCorvellum::lbCaption() const {
 }
 
 void frmCorvellum::startUp(const QString& commandLine) {
-    const QString folder = programFolderOfThisRun();
-    launcher_.setProgramFolder(folder);
-    // The runner writes merges there and does not create the folder itself.
-    QDir().mkpath(QString::fromStdString(mergeFolder(folder.toStdString())));
     setViewerWrap(false);
 
     settings_.windowState = isMaximized() ? UserSettings::Maximised : UserSettings::Normal;
-    LoadSet(context_.settings, settings_, folder);
+    LoadSet(context_.settings, settings_, programFolder());
     applySettings();
     viewerLoader_.setTempFilePath(settings_.tempFilePath);
     // Applies the splitter's limits to the loaded position.

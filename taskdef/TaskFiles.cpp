@@ -1,7 +1,6 @@
 #include "taskdef/TaskFiles.h"
 
 #include "taskdef/FilePath.h"
-#include "taskdef/InstallLayout.h"
 #include "taskdef/PathNames.h"
 #include "taskdef/TaskError.h"
 #include "taskdef/WholeFile.h"
@@ -44,21 +43,6 @@ const std::string& checkedTaskName(const std::string& taskName) {
 std::string taskFile(const std::string& programFolder, const std::string& taskName,
                      const char* extension) {
     return taskFolder(programFolder) + checkedTaskName(taskName) + extension;
-}
-
-bool isWritableFolder(const std::string& folder) {
-    std::error_code error;
-    if (!std::filesystem::is_directory(toFsPath(folder), error))
-        return false;
-    // Permission bits do not tell what the current user may do; a probe file does.
-    const std::filesystem::path probe = toFsPath(withSeparator(folder) + ".morlevant-write-probe");
-    {
-        std::ofstream out(probe, std::ios::binary | std::ios::trunc);
-        if (!out)
-            return false;
-    }
-    std::filesystem::remove(probe, error);
-    return true;
 }
 
 } // namespace
@@ -130,16 +114,6 @@ PrepareResult prepareTaskForEditing(const std::string& programFolder, const std:
     if (!empty)
         throw TaskError("Cannot write the task settings file " + settingsPath);
     return PrepareResult::Prepared;
-}
-
-std::string resolveProgramFolder(const std::string& homeVariable,
-                                 const std::string& executableFolder,
-                                 const std::string& userDataFolder) {
-    if (!homeVariable.empty())
-        return homeVariable;
-    if (isWritableFolder(executableFolder) && !isInstalledProgram(executableFolder))
-        return executableFolder;
-    return userDataFolder;
 }
 
 } // namespace morlevant

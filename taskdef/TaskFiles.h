@@ -27,10 +27,4 @@ enum class PrepareResult { Prepared, NoFiles };
 PrepareResult prepareTaskForEditing(const std::string& programFolder, const std::string& taskName,
                                     const std::vector<std::string>& childTags);
 
-// The program folder: `homeVariable` (MORLEVANT_HOME) when set; else the executable's folder
-// when it is writable and not an installed one; else the per-user data folder.
-std::string resolveProgramFolder(const std::string& homeVariable,
-                                 const std::string& executableFolder,
-                                 const std::string& userDataFolder);
-
 } // namespace morlevant

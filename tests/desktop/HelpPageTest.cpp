@@ -37,10 +37,10 @@ TEST(HelpPage, AnInstalledProgramKeepsItsTasksInTheUsersDataFolder) {
     TempDir dir;
     const std::string bin = dir.file("prefix/bin");
     std::filesystem::create_directories(bin);
-    EXPECT_EQ(resolveProgramFolder("", bin, "/data"), bin);
+    EXPECT_EQ(resolveProgramFolder({"", bin, "/data"}), bin);
     writeBytes(installedDataFolder(bin) + "/help/index.html", "<html/>");
-    EXPECT_EQ(resolveProgramFolder("", bin, "/data"), "/data");
-    EXPECT_EQ(resolveProgramFolder("/home/set", bin, "/data"), "/home/set");
+    EXPECT_EQ(resolveProgramFolder({"", bin, "/data"}), "/data");
+    EXPECT_EQ(resolveProgramFolder({"/home/set", bin, "/data"}), "/home/set");
 }
 
 // The page is read by browsers, but written well-formed so that a mistake in it shows here;

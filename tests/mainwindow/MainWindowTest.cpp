@@ -44,7 +44,6 @@ TEST_F(Window, StartsWithOneTaskAndOnlyTheCommandsThatSuitIt) {
     EXPECT_EQ(toolbar().image(ToolbarButton::editTask), toolbarImage::editTaskOff);
     EXPECT_EQ(toolbar().image(ToolbarButton::runTask), toolbarImage::runTaskOff);
     EXPECT_TRUE(toolbar().isPressed(ToolbarButton::strictDrag));
-    EXPECT_TRUE(QDir(homeFile("outcome/merge")).exists());
     EXPECT_EQ(window->minimumWidth(), twips::toPixels(3500));
     // A fresh user's settings.
     EXPECT_TRUE(menus().mnuAFSon->isChecked());

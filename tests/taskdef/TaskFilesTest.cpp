@@ -1,6 +1,7 @@
 // The task file list, the preparation for editing, and the program folder.
 #include "taskdef/TaskFiles.h"
 
+#include "taskdef/InstallLayout.h"
 #include "taskdef/TaskError.h"
 #include "tests/support/TempDir.h"
 
@@ -41,13 +42,24 @@ TEST(PrepareTask, FailsClearlyWhereNothingMayBeWritten) {
 TEST(ProgramFolder, HomeVariableThenWritableProgramFolderThenUserData) {
     TempDir dir;
     const std::string writable = dir.path().string();
-    EXPECT_EQ(resolveProgramFolder("/home/set", writable, "/data"), "/home/set");
-    EXPECT_EQ(resolveProgramFolder("", writable, "/data"), writable);
-    EXPECT_EQ(resolveProgramFolder("", dir.file("absent"), "/data"), "/data");
+    EXPECT_EQ(resolveProgramFolder({"/home/set", writable, "/data"}), "/home/set");
+    EXPECT_EQ(resolveProgramFolder({"", writable, "/data"}), writable);
+    EXPECT_EQ(resolveProgramFolder({"", dir.file("absent"), "/data"}), "/data");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()),
                             std::filesystem::directory_iterator()),
               0)
         << "the write probe is removed";
+}
+
+TEST(ProgramFolder, TheMergeFolderIsMadeWithTheFoldersAboveIt) {
+    TempDir dir;
+    const std::string firstStart = dir.file("data/Morlevant");
+    EXPECT_FALSE(createMergeFolder(firstStart));
+    EXPECT_TRUE(std::filesystem::is_directory(mergeFolder(firstStart)));
+    EXPECT_FALSE(createMergeFolder(firstStart)) << "a second start finds it made";
+
+    writeBytes(dir.file("blocked/outcome"), "a file where the folder goes");
+    EXPECT_TRUE(createMergeFolder(dir.file("blocked")));
 }
 
 } // namespace
