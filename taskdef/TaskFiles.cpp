@@ -3,6 +3,7 @@
 #include "taskdef/FilePath.h"
 #include "taskdef/PathNames.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/TaskPageSettings.h"
 #include "taskdef/WholeFile.h"
 
 #include <filesystem>
@@ -74,6 +75,13 @@ void writeTaskFileList(const std::string& path, const std::vector<std::string>& 
     out.close();
     if (!out)
         throw TaskError("Cannot write the task file list " + path);
+}
+
+bool isTaskEdited(const std::string& programFolder, const std::string& taskName) {
+    // The names taskSettingsPath refuses, answered without the exception.
+    if (taskName.empty() || taskName.find_first_of(fileNameBreakers) != std::string::npos)
+        return false;
+    return hasCompleteTaskPageSettings(taskSettingsPath(programFolder, taskName));
 }
 
 std::vector<std::string> readTaskFileList(const std::string& path) {

@@ -39,6 +39,20 @@ TEST(PrepareTask, FailsClearlyWhereNothingMayBeWritten) {
               0);
 }
 
+TEST(TaskEdited, OnlyACompleteSettingsFileOfAUsableNameCounts) {
+    TempDir home;
+    const std::string folder = home.path().string();
+    std::filesystem::create_directories(home.path() / "task");
+    writeBytes(taskSettingsPath(folder, "Done"), std::string(31, '\n'));
+    writeBytes(taskSettingsPath(folder, "Emptied"), "");
+    std::filesystem::create_directories(home.path() / "task" / "a");
+    writeBytes(home.file("task/a/b.ttp"), std::string(31, '\n')); // yet "a/b" names no task
+    for (const auto& [name, edited] :
+         {std::pair{"Done", true}, std::pair{"Emptied", false}, std::pair{"Never", false},
+          std::pair{"a/b", false}, std::pair{"", false}})
+        EXPECT_EQ(isTaskEdited(folder, name), edited) << name;
+}
+
 TEST(ProgramFolder, HomeVariableThenWritableProgramFolderThenUserData) {
     TempDir dir;
     const std::string writable = dir.path().string();
