@@ -99,9 +99,8 @@ int RunCommand::run(const std::vector<std::string>& arguments) {
         const std::string home =
             options.home ? *options.home : resolveProgramFolder(environment_.surroundings);
         prepareProgramFolder(home);
-        const RunRequest request{
-            home, options.task,
-            static_cast<int>(readTaskFileList(taskFileListPath(home, options.task)).size())};
+        // The run counts the files of the list as it reads it.
+        const RunRequest request{home, options.task, std::nullopt};
 
         RunCallbacks callbacks;
         callbacks.progress = [this](int done, int total) { showProgress(done, total); };
