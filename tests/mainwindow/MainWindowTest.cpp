@@ -260,6 +260,33 @@ TEST_F(Window, HistoryReopensASavedWorkspace) {
     EXPECT_EQ(window->windowTitle(), productTitle() + " - " + homeFile("one.tsk"));
 }
 
+TEST_F(Window, SaveAsWhereNothingCanBeWrittenKeepsTitleAndHistory) {
+    start();
+    prompts.fileNames.enqueue({homeFile("one.tsk")});
+    menus().mnuSaveAs->trigger();
+    menus().mnuAddPoint->trigger();
+
+    // A file stands where the folder would be: no one, root included, can write below it.
+    makeFile("blocked", "");
+    for (const char* unwritable : {"blocked/two.tsk", "missing/two.tsk"}) {
+        prompts.asked.clear();
+        prompts.fileNames.enqueue({homeFile(unwritable)});
+        menus().mnuSaveAs->trigger();
+        ASSERT_EQ(prompts.asked.size(), 2) << unwritable; // the dialog, then the message
+        EXPECT_TRUE(prompts.asked[1].startsWith("error|Morlevant|Can't save the task file " +
+                                                homeFile(unwritable)))
+            << prompts.asked[1].toStdString();
+        EXPECT_EQ(window->windowTitle(), productTitle() + " - " + homeFile("one.tsk"));
+        EXPECT_EQ(window->state().TaskFileName, homeFile("one.tsk"));
+        EXPECT_TRUE(window->state().TaskDirty);
+        EXPECT_EQ(menus().mLastFile[0]->text(), "&1 " + homeFile("one.tsk"));
+        EXPECT_FALSE(menus().mLastFile[1]->isVisible());
+    }
+    menus().mnuSave->trigger(); // still saves where the workspace lives
+    EXPECT_FALSE(window->state().TaskDirty);
+    EXPECT_EQ(tree(), "My Batch Task My Batch Task 1");
+}
+
 TEST_F(Window, LinksAndLaterCommandsGoWhereTheyShould) {
     start();
     menus().mnuHomepage->trigger();
