@@ -2,6 +2,7 @@
 
 #include "engine/TaskRunner.h"
 #include "taskdef/FilePath.h"
+#include "taskdef/InstallLayout.h"
 #include "taskdef/TaskError.h"
 #include "taskdef/TaskFiles.h"
 
@@ -54,16 +55,16 @@ Options parse(const std::vector<std::string>& arguments) {
     return options;
 }
 
-// The window makes "outcome/merge" at start-up; the command line does so before each run.
+// Unlike the window, the command line refuses a program folder that is not there: it holds the
+// task to run, so a missing one is a mistyped name rather than a first start.
 void prepareProgramFolder(const std::string& home) {
     if (home.empty())
         throw TaskError("The program folder given with --home is empty: name a folder");
     std::error_code error;
     if (!std::filesystem::is_directory(toFsPath(home), error))
         throw TaskError("The program folder " + home + " does not exist");
-    std::filesystem::create_directories(toFsPath(mergeFolder(home)), error);
-    if (error)
-        throw TaskError("Cannot create the folder " + mergeFolder(home) + ": " + error.message());
+    if (const std::error_code failed = createMergeFolder(home))
+        throw TaskError("Cannot create the folder " + mergeFolder(home) + ": " + failed.message());
 }
 
 } // namespace
@@ -95,14 +96,11 @@ int RunCommand::run(const std::vector<std::string>& arguments) {
     }
 
     try {
-        const std::string home = options.home ? *options.home
-                                              : resolveProgramFolder(environment_.homeVariable,
-                                                                     environment_.executableFolder,
-                                                                     environment_.userDataFolder);
+        const std::string home =
+            options.home ? *options.home : resolveProgramFolder(environment_.surroundings);
         prepareProgramFolder(home);
-        const RunRequest request{
-            home, options.task,
-            static_cast<int>(readTaskFileList(taskFileListPath(home, options.task)).size())};
+        // The run counts the files of the list as it reads it.
+        const RunRequest request{home, options.task, std::nullopt};
 
         RunCallbacks callbacks;
         callbacks.progress = [this](int done, int total) { showProgress(done, total); };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "taskdef/InstallLayout.h"
+
 #include <functional>
 #include <ostream>
 #include <string>
@@ -10,9 +12,8 @@ namespace morlevant {
 // What the command-line runner learns from its surroundings; main() fills it in from the
 // environment and Qt, tests with fixed values.
 struct RunEnvironment {
-    std::string homeVariable;     // MORLEVANT_HOME, empty when unset
-    std::string executableFolder; // the folder of the program
-    std::string userDataFolder;   // the per-user data folder, the last resort
+    // Where the program folder is looked for when "--home" does not name one.
+    ProgramSurroundings surroundings;
     // Shows a folder in the file manager; used for "--open" after a merge.
     std::function<void(const std::string& folder)> openFolder;
 };

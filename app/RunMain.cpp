@@ -1,10 +1,10 @@
 // morlevant-run: hands the command line and the program's surroundings to RunCommand.
+#include "app/ProgramSurroundingsFromQt.h"
 #include "app/RunCommand.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QProcess>
-#include <QStandardPaths>
 #include <iostream>
 
 #ifdef _WIN32
@@ -47,11 +47,7 @@ int main(int argc, char* argv[]) {
     for (qsizetype i = 1; i < all.size(); ++i)
         arguments.push_back(all[i].toStdString());
 
-    morlevant::RunEnvironment environment{
-        qEnvironmentVariable("MORLEVANT_HOME").toStdString(),
-        QCoreApplication::applicationDirPath().toStdString(),
-        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString(),
-        openFolder};
+    morlevant::RunEnvironment environment{morlevant::programSurroundingsFromQt(), openFolder};
     morlevant::RunCommand command(std::move(environment), std::cout, std::cerr, errorIsTerminal());
     return command.run(arguments);
 }

@@ -1,4 +1,6 @@
 // morlevant: the window program. The whole command line is one workspace path.
+#include "MorlevantVersion.h"
+#include "app/ProgramSurroundingsFromQt.h"
 #include "mainwindow/DesktopShell.h"
 #include "mainwindow/QtPrompts.h"
 #include "mainwindow/frmCorvellum.h"
@@ -10,11 +12,16 @@
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Morlevant"));
-    QApplication::setApplicationVersion(QStringLiteral("1.0"));
+    QApplication::setApplicationVersion(QString::fromLatin1(morlevant::programVersion));
 
     // A path with blanks may reach us split into several arguments: they are one path.
     const QStringList arguments = QApplication::arguments().mid(1);
     const QString workspace = arguments.join(u' ');
+
+    const std::string programFolder =
+        morlevant::resolveProgramFolder(morlevant::programSurroundingsFromQt());
+    // A failure here shows as a clear message when a merge writes there.
+    morlevant::createMergeFolder(programFolder);
 
     morlevant::QtPrompts prompts;
     morlevant::DesktopShell shell;
@@ -22,7 +29,8 @@ int main(int argc, char** argv) {
     const auto openTaskEditor = [&prompts](QWidget* parent, const QString& taskPath) {
         return morlevant::TaskEditorDialog::edit(prompts, parent, taskPath);
     };
-    morlevant::frmCorvellum window({prompts, shell, settings, openTaskEditor});
+    morlevant::frmCorvellum window(
+        {prompts, shell, settings, openTaskEditor, QString::fromStdString(programFolder)});
     prompts.setParent(&window);
     window.startUp(workspace);
     return QApplication::exec();

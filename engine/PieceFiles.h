@@ -30,8 +30,6 @@ public:
 
     std::uint64_t first() const { return first_; }
     std::uint64_t end() const { return first_ + pieceWriter_.size(); }
-    // Whether piece `index` is open in this batch.
-    bool holds(std::uint64_t index) const { return index >= first_ && index < end(); }
     void writeLine(std::uint64_t index, std::string_view line);
     void close();
 

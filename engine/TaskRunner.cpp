@@ -24,11 +24,15 @@ std::optional<RangeMode> rangeModeOf(const TaskPageSettings& settings) {
 
 } // namespace
 
-void RunTask(const RunRequest& request, const RunCallbacks& callbacks) {
-    const TaskPageSettings settings =
-        readTaskPageSettings(taskSettingsPath(request.programFolder, request.taskName));
+void RunTask(const RunRequest& given, const RunCallbacks& callbacks) {
+    // The list first: a task never edited lacks both files, and the list's message says so.
     const std::vector<std::string> files =
-        readTaskFileList(taskFileListPath(request.programFolder, request.taskName));
+        readTaskFileList(taskFileListPath(given.programFolder, given.taskName));
+    const TaskPageSettings settings =
+        readTaskPageSettings(taskSettingsPath(given.programFolder, given.taskName));
+    RunRequest request = given;
+    if (!request.fileCount)
+        request.fileCount = static_cast<int>(files.size());
 
     const TaskSources sources(files);
     const std::optional<RangeMode> mode = rangeModeOf(settings);
@@ -54,7 +58,7 @@ void RunTask(const RunRequest& request, const RunCallbacks& callbacks) {
             page->process(file);
         ++done;
         if (callbacks.progress)
-            callbacks.progress(done, request.fileCount);
+            callbacks.progress(done, *request.fileCount);
     }
 }
 

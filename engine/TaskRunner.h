@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace morlevant {
@@ -9,11 +10,13 @@ namespace morlevant {
 struct RunRequest {
     std::string programFolder; // holds "task/" and "outcome/merge/"
     std::string taskName;      // the task's caption, used unaltered as a file name
-    int fileCount = 0;         // files of the task: the progress maximum and the end of a merge
+    // Files of the task: the progress maximum and the end of a merge. The window gives the
+    // task's files in the tree; without one the run counts the files of the list it reads.
+    std::optional<int> fileCount;
 };
 
 struct RunCallbacks {
-    // After each file: files done so far and the total (fileCount).
+    // After each file: files done so far and the total (the file count).
     std::function<void(int done, int total)> progress;
     // A message the run shows in a box with an OK button (the column-piece message).
     std::function<void(const std::string& text)> message;

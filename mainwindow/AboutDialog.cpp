@@ -1,5 +1,6 @@
 #include "mainwindow/AboutDialog.h"
 
+#include "MorlevantVersion.h"
 #include "mainwindow/MakerLinks.h"
 #include "mainwindow/ToolbarImageList.h"
 #include "platform/Shell.h"
@@ -34,7 +35,8 @@ AboutDialog::AboutDialog(Shell& shell, QWidget* parent) : QDialog(parent) {
     large.setPointSizeF(large.pointSizeF() * 1.6);
     large.setBold(true);
     name->setFont(large);
-    auto* version = new QLabel(QStringLiteral("Version 1.0"), this);
+    auto* version =
+        new QLabel(QStringLiteral("Version ") + QLatin1StringView(programVersion), this);
     auto* purpose = new QLabel(QStringLiteral("Edits many plain-text files in one batch."), this);
     QLabel* site =
         link(QString::fromLatin1(maker::homepage), QString::fromLatin1(maker::homepage), this);

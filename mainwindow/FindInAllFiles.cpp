@@ -10,8 +10,8 @@ namespace morlevant {
 QStandardItem* findInAllFiles(TaskTreeModel& model, WorkspaceState& state, const QString& text) {
     const QList<QStandardItem*> searched = model.nodesInOrder();
     QStandardItem* group = model.appendNode(nullptr, QStringLiteral("Include Files:") + text + u' ',
-                                            {}, TaskTreeModel::parentImage);
-    TaskTreeModel::setSelectedImage(group, TaskTreeModel::parentSelectedImage);
+                                            {}, treeImage::closedFolder);
+    TaskTreeModel::setSelectedImage(group, treeImage::openFolder);
     // Files hold UTF-8, so the text is looked for in that form.
     const std::string bytes = text.toStdString();
     for (const QStandardItem* node : searched) {

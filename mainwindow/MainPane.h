@@ -26,7 +26,6 @@ public:
 
     // "Drag": the panes follow the bar while it is dragged, not only when it is let go.
     void setLiveDrag(bool live);
-    bool liveDrag() const { return liveDrag_; }
 
     void ControlSize();
 

@@ -47,8 +47,4 @@ void MainStatusBar::setCaret(const QString& text) {
     caret_->setText(text);
 }
 
-QString MainStatusBar::caret() const {
-    return caret_->text();
-}
-
 } // namespace morlevant

@@ -20,7 +20,6 @@ public:
     void setPath(const QString& path);
     QString path() const;
     void setCaret(const QString& text);
-    QString caret() const;
 
 signals:
     void feedbackClicked();

@@ -13,7 +13,7 @@ struct Position {
     bool toggle;
 };
 
-// Position 1 carries no command and the toolbar starts with a gap there.
+// In position order; position 1 carries no command and the toolbar starts with a gap there.
 constexpr std::array<Position, MainToolBar::positionCount> positions{{
     {"", "", 0, false},
     {"tbNew", "New Task", toolbarImage::newTask, false},
@@ -55,26 +55,23 @@ MainToolBar::MainToolBar(QWidget* parent) : QToolBar(parent) {
         action->setObjectName(QString::fromUtf8(position.key));
         action->setToolTip(QString::fromUtf8(position.tip));
         action->setCheckable(position.toggle);
-        const int number = index + 1;
-        connect(action, &QAction::triggered, this, [this, number] { emit buttonClicked(number); });
-        buttons_[index] = action;
+        const auto button = static_cast<ToolbarButton>(index + 1);
+        connect(action, &QAction::triggered, this, [this, button] { emit buttonClicked(button); });
+        actions_[index] = action;
     }
 }
 
-void MainToolBar::setImage(int position, int image) {
-    images_.at(position - 1) = image;
-    if (QAction* action = button(position))
-        action->setIcon(imageList_.icon(image));
+void MainToolBar::setImage(ToolbarButton button, int image) {
+    images_.at(slot(button)) = image;
+    action(button)->setIcon(imageList_.icon(image));
 }
 
-bool MainToolBar::isPressed(int position) const {
-    const QAction* action = button(position);
-    return action && action->isChecked();
+bool MainToolBar::isPressed(ToolbarButton button) const {
+    return action(button)->isChecked();
 }
 
-void MainToolBar::setPressed(int position, bool pressed) {
-    if (QAction* action = button(position))
-        action->setChecked(pressed);
+void MainToolBar::setPressed(ToolbarButton button, bool pressed) {
+    action(button)->setChecked(pressed);
 }
 
 } // namespace morlevant

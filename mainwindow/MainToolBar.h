@@ -9,9 +9,27 @@ class QAction;
 
 namespace morlevant {
 
-// The toolbar `tbMain`: 18 positions counted from 1, some buttons and some separators. A
-// button tells by the image it carries whether its command is available (positions 8 to 12);
-// a click reports the position and the handler decides by that image.
+// The buttons of the toolbar by their position, counted from 1 as the toolbar counts them; the
+// positions between them (1, 5 to 7, 13) are a gap and separators.
+enum class ToolbarButton {
+    newTask = 2,
+    openTask = 3,
+    saveTask = 4,
+    importFile = 8,
+    addTask = 9,
+    editTask = 10,
+    runTask = 11,
+    deleteNode = 12,
+    setTitle = 14,
+    sortFiles = 15,
+    openIt = 16,
+    strictDrag = 17,
+    showHtml = 18,
+};
+
+// The toolbar `tbMain`: 18 positions, some buttons and some separators. A button tells by the
+// image it carries whether its command is available (importFile to deleteNode); a click
+// reports the button and the handler decides by that image.
 class MainToolBar final : public QToolBar {
     Q_OBJECT
 
@@ -20,19 +38,20 @@ public:
 
     explicit MainToolBar(QWidget* parent = nullptr);
 
-    int image(int position) const { return images_.at(position - 1); }
-    void setImage(int position, int image);
-    bool isPressed(int position) const;
-    void setPressed(int position, bool pressed);
-    // The button at a position, nullptr for a separator.
-    QAction* button(int position) const { return buttons_.at(position - 1); }
+    int image(ToolbarButton button) const { return images_.at(slot(button)); }
+    void setImage(ToolbarButton button, int image);
+    bool isPressed(ToolbarButton button) const;
+    void setPressed(ToolbarButton button, bool pressed);
+    QAction* action(ToolbarButton button) const { return actions_.at(slot(button)); }
 
 signals:
-    void buttonClicked(int position);
+    void buttonClicked(ToolbarButton button);
 
 private:
+    static std::size_t slot(ToolbarButton button) { return static_cast<std::size_t>(button) - 1; }
+
     ToolbarImageList imageList_;
-    std::array<QAction*, positionCount> buttons_{};
+    std::array<QAction*, positionCount> actions_{}; // by position, nullptr for a separator
     std::array<int, positionCount> images_{};
 };
 

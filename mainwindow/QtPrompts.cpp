@@ -4,7 +4,6 @@
 #include <QFileDialog>
 #include <QFontDialog>
 #include <QInputDialog>
-#include <QMessageBox>
 
 namespace morlevant {
 
@@ -35,14 +34,22 @@ void QtPrompts::error(const QString& text, const QString& title) {
 }
 
 Answer QtPrompts::question(const QString& text, const QString& title, Buttons buttons) {
-    const bool withCancel = buttons == Buttons::YesNoCancel;
+    return answerOf(
+        QMessageBox::question(owner(), title, text, offeredButtons(buttons), QMessageBox::Yes),
+        buttons);
+}
+
+QMessageBox::StandardButtons QtPrompts::offeredButtons(Buttons buttons) {
     QMessageBox::StandardButtons offered = QMessageBox::Yes | QMessageBox::No;
-    if (withCancel)
+    if (buttons == Buttons::YesNoCancel)
         offered |= QMessageBox::Cancel;
-    const auto chosen = QMessageBox::question(owner(), title, text, offered, QMessageBox::Yes);
+    return offered;
+}
+
+Answer QtPrompts::answerOf(QMessageBox::StandardButton chosen, Buttons buttons) {
     if (chosen == QMessageBox::Yes)
         return Answer::Yes;
-    if (chosen == QMessageBox::No || !withCancel)
+    if (chosen == QMessageBox::No || buttons == Buttons::YesNo)
         return Answer::No;
     return Answer::Cancel;
 }

@@ -2,6 +2,8 @@
 
 #include "platform/Prompts.h"
 
+#include <QMessageBox>
+
 class QWidget;
 
 namespace morlevant {
@@ -22,6 +24,12 @@ public:
     QString saveFileName(const FileDialogRequest& request) override;
     std::optional<QFont> chooseFont(const QFont& initial) override;
     QString inputText(const QString& prompt, const QString& title) override;
+
+    // The message box's buttons for a question, and the answer the button it returned means.
+    // A box closed without a button (Escape, the window's close button) returns the escape
+    // button or none; either counts as the last button offered.
+    static QMessageBox::StandardButtons offeredButtons(Buttons buttons);
+    static Answer answerOf(QMessageBox::StandardButton chosen, Buttons buttons);
 
 private:
     QWidget* owner() const;

@@ -27,8 +27,10 @@ public:
 
 } // namespace
 
-TaskLauncher::TaskLauncher(Prompts& prompts, FolderOpener openFolder, EditorOpener openEditor)
-    : prompts_(prompts), openFolder_(std::move(openFolder)), openEditor_(std::move(openEditor)) {}
+TaskLauncher::TaskLauncher(Prompts& prompts, FolderOpener openFolder, EditorOpener openEditor,
+                           QString programFolder)
+    : prompts_(prompts), openFolder_(std::move(openFolder)), openEditor_(std::move(openEditor)),
+      programFolder_(std::move(programFolder)) {}
 
 bool TaskLauncher::EditTask(const QStandardItem& task, QWidget* parent) {
     std::vector<std::string> childTags;

@@ -22,9 +22,10 @@ public:
     // Shows a folder in the file manager (the merge folder at the end of a merge).
     using FolderOpener = std::function<void(const QString& folder)>;
 
-    TaskLauncher(Prompts& prompts, FolderOpener openFolder, EditorOpener openEditor);
+    // programFolder holds the tasks' files ("task/") and the merge folder.
+    TaskLauncher(Prompts& prompts, FolderOpener openFolder, EditorOpener openEditor,
+                 QString programFolder);
 
-    void setProgramFolder(const QString& folder) { programFolder_ = folder; }
     const QString& programFolder() const { return programFolder_; }
 
     // Writes the task's file list from its children, empties its settings and opens the

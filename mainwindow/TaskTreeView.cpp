@@ -48,12 +48,10 @@ void TaskTreeView::mouseMoveEvent(QMouseEvent* event) {
         QTreeView::mouseMoveEvent(event);
         return;
     }
-    Dragging = true;
     auto* drag = new QDrag(this);
     drag->setMimeData(nodeDragData());
     drag->setPixmap(model()->data(DragNode, Qt::DecorationRole).value<QIcon>().pixmap(16, 16));
     drag->exec(Qt::MoveAction);
-    Dragging = false;
     setDropHighlight({});
 }
 
@@ -94,7 +92,6 @@ void TaskTreeView::dropEvent(QDropEvent* event) {
     }
     const QModelIndex target = indexAt(event->position().toPoint());
     setDropHighlight({});
-    Dragging = false;
     // The owner moves the node; the view's own move would copy and delete through the model.
     event->setDropAction(Qt::IgnoreAction);
     event->accept();

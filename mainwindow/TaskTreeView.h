@@ -16,9 +16,7 @@ class TaskTreeView final : public QTreeView {
 public:
     explicit TaskTreeView(QWidget* parent = nullptr);
 
-    QModelIndex dragNode() const { return DragNode; }
     QModelIndex dropHighlight() const { return dropHighlight_; }
-    bool isDragging() const { return Dragging; }
     // What a drag of DragNode carries: this view's mark and nothing of the node.
     QMimeData* nodeDragData() const;
 
@@ -43,7 +41,6 @@ private:
     QPersistentModelIndex DragNode;
     QPersistentModelIndex dropHighlight_;
     QPoint pressPosition_;
-    bool Dragging = false;
 };
 
 } // namespace morlevant

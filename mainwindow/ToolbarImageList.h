@@ -5,9 +5,10 @@
 
 namespace morlevant {
 
-// Indices of the toolbar's images. A button of positions 8 to 12 shows that it is available
-// by carrying its first image (5, 6, 15, 8, 9) and that it is not by its faded twin; the click
-// handler tests the image, so these numbers are part of the toolbar's behaviour.
+// Indices of the toolbar's images. The buttons from importFile to deleteNode (see
+// ToolbarButton) show that their command is available by carrying their first image and that it
+// is not by its faded twin ("Off"); the click handler tests the image, so these numbers are part
+// of the toolbar's behaviour.
 namespace toolbarImage {
 inline constexpr int newTask = 1;
 inline constexpr int openTask = 2;

@@ -2,6 +2,7 @@
 
 #include "mainwindow/IconGlyphs.h"
 #include "mainwindow/PaintedIconEngine.h"
+#include "workspace/TreeImage.h"
 
 #include <QPainter>
 
@@ -39,24 +40,24 @@ QIcon pixmapIcon(const Drawing& drawing) {
 } // namespace
 
 TreeImageList::TreeImageList() {
-    const QList<Drawing> drawings = {
-        nullptr,                           // 0: a node without an icon
-        picture(QColor(0x2d, 0x6c, 0xc0)), // 1 .BMP
-        onPage(glyphs::archive),           // 2 .ZIP
-        glyphs::program,                   // 3 .EXE
-        onPage(glyphs::help),              // 4 .CHM
-        picture(QColor(0x2f, 0x8a, 0x44)), // 5 .JPG
-        picture(QColor(0x8a, 0x4f, 0xc4)), // 6 .GIF
-        note(QColor(0xd9, 0x6a, 0x1e)),    // 7 .MP3
-        note(QColor(0x1e, 0x8a, 0x8a)),    // 8 .MID
-        note(QColor(0xc0, 0x3a, 0x5a)),    // 9 .WAV
-        onPage([](QPainter& p) { glyphs::markup(p, QColor(0xd9, 0x6a, 0x1e)); }), // 10 .HTM
-        onPage(glyphs::textLines),                                                // 11 .TXT
-        [](QPainter& p) { glyphs::folder(p, false); }, // 12 closed folder
-        [](QPainter& p) { glyphs::folder(p, true); },  // 13 open folder
+    const QList<std::pair<treeImage::Index, Drawing>> drawings = {
+        {treeImage::bitmap, picture(QColor(0x2d, 0x6c, 0xc0))},
+        {treeImage::archive, onPage(glyphs::archive)},
+        {treeImage::program, glyphs::program},
+        {treeImage::helpFile, onPage(glyphs::help)},
+        {treeImage::jpeg, picture(QColor(0x2f, 0x8a, 0x44))},
+        {treeImage::gif, picture(QColor(0x8a, 0x4f, 0xc4))},
+        {treeImage::mp3, note(QColor(0xd9, 0x6a, 0x1e))},
+        {treeImage::midi, note(QColor(0x1e, 0x8a, 0x8a))},
+        {treeImage::wave, note(QColor(0xc0, 0x3a, 0x5a))},
+        {treeImage::html, onPage([](QPainter& p) { glyphs::markup(p, QColor(0xd9, 0x6a, 0x1e)); })},
+        {treeImage::text, onPage(glyphs::textLines)},
+        {treeImage::closedFolder, [](QPainter& p) { glyphs::folder(p, false); }},
+        {treeImage::openFolder, [](QPainter& p) { glyphs::folder(p, true); }},
     };
-    for (const Drawing& drawing : drawings)
-        icons_.append(drawing ? pixmapIcon(drawing) : QIcon());
+    icons_.resize(treeImage::openFolder + 1);
+    for (const auto& [image, drawing] : drawings)
+        icons_[image] = pixmapIcon(drawing);
 }
 
 } // namespace morlevant

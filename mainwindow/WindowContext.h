@@ -9,12 +9,14 @@ class SettingsStore;
 class Shell;
 
 // What the main window is given rather than making itself: the prompts and shell it talks
-// through, the settings store, and how the task editor is opened. Tests give scripted ones.
+// through, the settings store, how the task editor is opened, and the program folder (resolved
+// once at start-up, its "outcome/merge" made). Tests give scripted ones and a folder of theirs.
 struct WindowContext {
     Prompts& prompts;
     Shell& shell;
     SettingsStore& settings;
     TaskLauncher::EditorOpener openTaskEditor;
+    QString programFolder;
 };
 
 } // namespace morlevant

@@ -12,19 +12,16 @@
 #include "mainwindow/Twips.h"
 #include "mainwindow/settings/SettingsStore.h"
 #include "platform/Prompts.h"
-#include "taskdef/TaskFiles.h"
 #include "workspace/CommandAvailability.h"
 #include "workspace/NodeMove.h"
 #include "workspace/NodeTag.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QDir>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMenu>
 #include <QScreen>
-#include <QStandardPaths>
 
 namespace morlevant {
 
@@ -32,13 +29,6 @@ namespace {
 
 constexpr float narrowestWidth = 3500; // twips
 constexpr int setToTitleLength = 50;
-
-QString programFolderOfThisRun() {
-    return QString::fromStdString(resolveProgramFolder(
-        qEnvironmentVariable("MORLEVANT_HOME").toStdString(),
-        QCoreApplication::applicationDirPath().toStdString(),
-        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString()));
-}
 
 } // namespace
 
@@ -50,7 +40,7 @@ frmCorvellum::frmCorvellum(WindowContext context, QWidget* parent)
       external_(context_.prompts, context_.shell, QCoreApplication::applicationFilePath()),
       launcher_(
           context_.prompts, [this](const QString& folder) { external_.openFolder(folder); },
-          context_.openTaskEditor),
+          context_.openTaskEditor, context_.programFolder),
       pane_(new MainPane(this)), tbMain_(new MainToolBar(this)), sbMain_(new MainStatusBar(this)),
       menus_(new MainMenus(*this)), viewerLoader_(*txtMain(), search_, context_.prompts),
       find_(search_, *txtMain(), context_.prompts) {
@@ -99,29 +89,24 @@ QLabel* frmCorvellum::lbCaption() const {
 }
 
 void frmCorvellum::startUp(const QString& commandLine) {
-    const QString folder = programFolderOfThisRun();
-    launcher_.setProgramFolder(folder);
-    // The runner writes merges there and does not create the folder itself.
-    QDir().mkpath(QString::fromStdString(mergeFolder(folder.toStdString())));
     setViewerWrap(false);
 
     settings_.windowState = isMaximized() ? UserSettings::Maximised : UserSettings::Normal;
-    LoadSet(context_.settings, settings_, folder);
+    LoadSet(context_.settings, settings_, programFolder());
     applySettings();
     viewerLoader_.setTempFilePath(settings_.tempFilePath);
     // Applies the splitter's limits to the loaded position.
     pane_->picSplit()->moveBy(0);
 
-    selectNode(
-        model_.resetToDefaultTask(TaskTreeModel::parentImage, TaskTreeModel::parentSelectedImage));
+    selectNode(model_.resetToDefaultTask(treeImage::closedFolder, treeImage::openFolder));
     for (QAction* action : {menus_->mnuEditCap, menus_->RunTask, menus_->mnuSort, menus_->mnuExec,
                             menus_->mnuMatch, menus_->mnuClearLink})
         action->setEnabled(false);
-    tbMain_->setImage(10, toolbarImage::editTaskOff);
-    tbMain_->setImage(11, toolbarImage::runTaskOff);
+    tbMain_->setImage(ToolbarButton::editTask, toolbarImage::editTaskOff);
+    tbMain_->setImage(ToolbarButton::runTask, toolbarImage::runTaskOff);
     // The two toggle buttons show the options as loaded.
-    tbMain_->setPressed(17, menus_->mnuSun->isChecked());
-    tbMain_->setPressed(18, menus_->mnuHtml->isChecked());
+    tbMain_->setPressed(ToolbarButton::strictDrag, menus_->mnuSun->isChecked());
+    tbMain_->setPressed(ToolbarButton::showHtml, menus_->mnuHtml->isChecked());
 
     if (settings_.windowState == UserSettings::Maximised)
         showMaximized();
@@ -250,66 +235,69 @@ void frmCorvellum::applyAvailability() {
     enable(available.sortFiles, {m.mnuSort});
     enable(available.openFile, {m.mnuExec, m.mnuTExec, m.mnuXExec});
     using namespace toolbarImage;
-    tbMain_->setImage(8, available.importFile ? importFile : importFileOff);
-    tbMain_->setImage(9, available.addTask ? addTask : addTaskOff);
-    tbMain_->setImage(10, available.editTask ? editTask : editTaskOff);
-    tbMain_->setImage(11, available.runTask ? runTask : runTaskOff);
-    tbMain_->setImage(12, available.deleteNode ? deleteNode : deleteNodeOff);
+    tbMain_->setImage(ToolbarButton::importFile, available.importFile ? importFile : importFileOff);
+    tbMain_->setImage(ToolbarButton::addTask, available.addTask ? addTask : addTaskOff);
+    tbMain_->setImage(ToolbarButton::editTask, available.editTask ? editTask : editTaskOff);
+    tbMain_->setImage(ToolbarButton::runTask, available.runTask ? runTask : runTaskOff);
+    tbMain_->setImage(ToolbarButton::deleteNode, available.deleteNode ? deleteNode : deleteNodeOff);
 }
 
-void frmCorvellum::tbMain_ButtonClick(int position) {
+void frmCorvellum::tbMain_ButtonClick(ToolbarButton button) {
     const auto information = [this](const char* text) {
         context_.prompts.information(QString::fromUtf8(text), promptTitle);
     };
-    switch (position) {
-    case 2:
+    switch (button) {
+    case ToolbarButton::newTask:
         mnuNew_Click();
         break;
-    case 3:
+    case ToolbarButton::openTask:
         mnuOpen_Click();
         break;
-    case 4:
+    case ToolbarButton::saveTask:
         mnuSave_Click();
         break;
-    // Positions 8 to 12 act only while they show their first image; the image, not an
+    // importFile to deleteNode act only while they show their first image; the image, not an
     // enabled state, tells the button's state.
-    case 8:
-        tbMain_->image(8) == toolbarImage::importFile ? mnuAddfile_Click()
-                                                      : information("please select task");
+    case ToolbarButton::importFile:
+        tbMain_->image(ToolbarButton::importFile) == toolbarImage::importFile
+            ? mnuAddfile_Click()
+            : information("please select task");
         break;
-    case 9:
-        tbMain_->image(9) == toolbarImage::addTask ? mnuAddPoint_Click()
-                                                   : information("please select task");
+    case ToolbarButton::addTask:
+        tbMain_->image(ToolbarButton::addTask) == toolbarImage::addTask
+            ? mnuAddPoint_Click()
+            : information("please select task");
         break;
-    case 10:
-        tbMain_->image(10) == toolbarImage::editTask ? EditTask()
-                                                     : information("please import file");
+    case ToolbarButton::editTask:
+        tbMain_->image(ToolbarButton::editTask) == toolbarImage::editTask
+            ? EditTask()
+            : information("please import file");
         break;
-    case 11:
-        tbMain_->image(11) == toolbarImage::runTask ? RunTask() : information("please edit task");
+    case ToolbarButton::runTask:
+        tbMain_->image(ToolbarButton::runTask) == toolbarImage::runTask
+            ? RunTask()
+            : information("please edit task");
         break;
-    case 12:
-        if (tbMain_->image(12) == toolbarImage::deleteNode)
+    case ToolbarButton::deleteNode:
+        if (tbMain_->image(ToolbarButton::deleteNode) == toolbarImage::deleteNode)
             mnuDeleteFile_Click();
         break;
-    case 14:
+    case ToolbarButton::setTitle:
         mnuXCap_Click();
         break;
-    case 15:
+    case ToolbarButton::sortFiles:
         mnuSort_Click();
         break;
-    case 16:
+    case ToolbarButton::openIt:
         mnuExec_Click();
         break;
-    case 17:
-        menus_->mnuSun->setChecked(tbMain_->isPressed(17));
+    case ToolbarButton::strictDrag:
+        menus_->mnuSun->setChecked(tbMain_->isPressed(ToolbarButton::strictDrag));
         break;
-    case 18:
-        menus_->mnuHtml->setChecked(tbMain_->isPressed(18));
+    case ToolbarButton::showHtml:
+        menus_->mnuHtml->setChecked(tbMain_->isPressed(ToolbarButton::showHtml));
         txtMain()->forgetShownFile();
         showNode(selectedNode());
-        break;
-    default:
         break;
     }
 }
@@ -441,11 +429,11 @@ void frmCorvellum::mnuFont_Click() {
 }
 
 void frmCorvellum::mnuSun_Click(bool checked) {
-    tbMain_->setPressed(17, checked);
+    tbMain_->setPressed(ToolbarButton::strictDrag, checked);
 }
 
 void frmCorvellum::mnuHtml_Click(bool checked) {
-    tbMain_->setPressed(18, checked);
+    tbMain_->setPressed(ToolbarButton::showHtml, checked);
     txtMain()->forgetShownFile();
     showNode(selectedNode());
 }

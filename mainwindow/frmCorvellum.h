@@ -25,6 +25,7 @@ class MainMenus;
 class MainPane;
 class MainStatusBar;
 class MainToolBar;
+enum class ToolbarButton;
 class TaskTreeView;
 class TextViewer;
 
@@ -95,7 +96,7 @@ public:
     void sendFeedback();
     // Commands whose work comes with a later version say so.
     void notProvidedYet();
-    void tbMain_ButtonClick(int position);
+    void tbMain_ButtonClick(ToolbarButton button);
 
     // Enables the commands that suit the selected node (see CommandAvailability) in the
     // menus, the tree's pop-up and the toolbar's images.

@@ -46,10 +46,12 @@ for i in "${!command[@]}"; do
 done
 
 export PATH="$prefix/bin:$PATH" QT_QPA_PLATFORM=xcb
-MORLEVANT_SMOKE_WORKSPACE=$workspace xvfb-run -a -s "-screen 0 1280x800x24" bash -c '
+# The title carries the version the build took from project().
+version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$build/CMakeCache.txt")
+MORLEVANT_SMOKE_VERSION=$version MORLEVANT_SMOKE_WORKSPACE=$workspace xvfb-run -a -s "-screen 0 1280x800x24" bash -c '
     "$@" &
     window=$!
-    title="Morlevant v1.0 - $MORLEVANT_SMOKE_WORKSPACE"
+    title="Morlevant v$MORLEVANT_SMOKE_VERSION - $MORLEVANT_SMOKE_WORKSPACE"
     for _ in $(seq 1 100); do
         if xwininfo -root -tree | grep -qF "\"$title\""; then
             kill "$window"

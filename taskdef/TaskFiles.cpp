@@ -1,9 +1,9 @@
 #include "taskdef/TaskFiles.h"
 
 #include "taskdef/FilePath.h"
-#include "taskdef/InstallLayout.h"
 #include "taskdef/PathNames.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/TaskPageSettings.h"
 #include "taskdef/TextLines.h"
 #include "taskdef/WholeFile.h"
 
@@ -41,21 +41,6 @@ std::string taskFile(const std::string& programFolder, const std::string& taskNa
     return taskFolder(programFolder) + checkedTaskName(taskName) + extension;
 }
 
-bool isWritableFolder(const std::string& folder) {
-    std::error_code error;
-    if (!std::filesystem::is_directory(toFsPath(folder), error))
-        return false;
-    // Permission bits do not tell what the current user may do; a probe file does.
-    const std::filesystem::path probe = toFsPath(withSeparator(folder) + ".morlevant-write-probe");
-    {
-        std::ofstream out(probe, std::ios::binary | std::ios::trunc);
-        if (!out)
-            return false;
-    }
-    std::filesystem::remove(probe, error);
-    return true;
-}
-
 } // namespace
 
 std::string taskFolder(const std::string& programFolder) {
@@ -85,6 +70,13 @@ void writeTaskFileList(const std::string& path, const std::vector<std::string>& 
     out.close();
     if (!out)
         throw TaskError("Cannot write the task file list " + path);
+}
+
+bool isTaskEdited(const std::string& programFolder, const std::string& taskName) {
+    // The names taskSettingsPath refuses, answered without the exception.
+    if (taskName.empty() || taskName.find_first_of(fileNameBreakers) != std::string::npos)
+        return false;
+    return hasCompleteTaskPageSettings(taskSettingsPath(programFolder, taskName));
 }
 
 std::vector<std::string> readTaskFileList(const std::string& path) {
@@ -119,16 +111,6 @@ PrepareResult prepareTaskForEditing(const std::string& programFolder, const std:
     if (!empty)
         throw TaskError("Cannot write the task settings file " + settingsPath);
     return PrepareResult::Prepared;
-}
-
-std::string resolveProgramFolder(const std::string& homeVariable,
-                                 const std::string& executableFolder,
-                                 const std::string& userDataFolder) {
-    if (!homeVariable.empty())
-        return homeVariable;
-    if (isWritableFolder(executableFolder) && !isInstalledProgram(executableFolder))
-        return executableFolder;
-    return userDataFolder;
 }
 
 } // namespace morlevant

@@ -18,6 +18,10 @@ std::string mergeFolder(const std::string& programFolder);
 void writeTaskFileList(const std::string& path, const std::vector<std::string>& childTags);
 std::vector<std::string> readTaskFileList(const std::string& path);
 
+// Whether the task's settings are complete (see hasCompleteTaskPageSettings), so that it can
+// run; false also for a task name that cannot be a file name. Throws nothing.
+bool isTaskEdited(const std::string& programFolder, const std::string& taskName);
+
 enum class PrepareResult { Prepared, NoFiles };
 
 // What "&Edit Task" does before the editor opens: NoFiles (the caller says "You didn't select
@@ -26,11 +30,5 @@ enum class PrepareResult { Prepared, NoFiles };
 // when a file cannot be written or the task name cannot be a file name.
 PrepareResult prepareTaskForEditing(const std::string& programFolder, const std::string& taskName,
                                     const std::vector<std::string>& childTags);
-
-// The program folder: `homeVariable` (MORLEVANT_HOME) when set; else the executable's folder
-// when it is writable and not an installed one; else the per-user data folder.
-std::string resolveProgramFolder(const std::string& homeVariable,
-                                 const std::string& executableFolder,
-                                 const std::string& userDataFolder);
 
 } // namespace morlevant

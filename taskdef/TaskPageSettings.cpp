@@ -6,7 +6,9 @@
 #include "taskdef/WholeFile.h"
 
 #include <array>
+#include <filesystem>
 #include <fstream>
+#include <system_error>
 
 namespace morlevant {
 
@@ -93,6 +95,29 @@ TaskPageSettings readTaskPageSettings(const std::string& path) {
     for (std::size_t i = 0; i < fieldsInFileOrder.size(); ++i)
         settings.*fieldsInFileOrder[i] = lines[i];
     return settings;
+}
+
+bool hasCompleteTaskPageSettings(const std::string& path) {
+    // Anything but a regular file (a pipe above all) could keep the reader waiting.
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(toFsPath(path), error))
+        return false;
+    std::ifstream in(toFsPath(path), std::ios::binary);
+    int lines = 0;
+    bool atLineStart = true;
+    bool afterCr = false;
+    for (char c; in.get(c);) {
+        if (afterCr) {
+            afterCr = false;
+            if (c == '\n') // the second half of CR LF
+                continue;
+        }
+        if (atLineStart && ++lines == TaskPageSettings::lineCount)
+            return true;
+        atLineStart = c == '\r' || c == '\n';
+        afterCr = c == '\r';
+    }
+    return false;
 }
 
 } // namespace morlevant

@@ -56,4 +56,9 @@ void writeTaskPageSettings(const std::string& path, const TaskPageSettings& sett
 // is missing, empty (the editor was opened but not confirmed) or shorter than 31 lines.
 TaskPageSettings readTaskPageSettings(const std::string& path);
 
+// Whether readTaskPageSettings would find the 31 lines in the file at path, read no further
+// than the start of line 31. False for a missing, empty, short or not regular file; throws
+// nothing, so that asking costs no more than the answer.
+bool hasCompleteTaskPageSettings(const std::string& path);
+
 } // namespace morlevant

@@ -1,11 +1,8 @@
 #include "workspace/CommandAvailability.h"
 
 #include "taskdef/TaskFiles.h"
-#include "taskdef/TaskPageSettings.h"
 #include "workspace/NodeTag.h"
 #include "workspace/TaskTreeModel.h"
-
-#include <exception>
 
 namespace morlevant {
 
@@ -21,20 +18,12 @@ CommandAvailability CommandAvailability::forNode(const QStandardItem* node, bool
     available.importFile = !isFile || !addFileInSub;
     available.addTask = !isFile;
     available.editTask = !isFile && node->hasChildren();
-    available.runTask = !isFile && isTaskEdited(programFolder, node->text());
+    available.runTask =
+        !isFile && isTaskEdited(programFolder.toStdString(), node->text().toStdString());
     available.deleteNode = true;
     available.sortFiles = !TaskTreeModel::isTopLevel(node);
     available.openFile = isFile;
     return available;
-}
-
-bool CommandAvailability::isTaskEdited(const QString& programFolder, const QString& taskName) {
-    try {
-        readTaskPageSettings(taskSettingsPath(programFolder.toStdString(), taskName.toStdString()));
-        return true;
-    } catch (const std::exception&) { // missing, emptied, short, or a name that is no file name
-        return false;
-    }
 }
 
 } // namespace morlevant

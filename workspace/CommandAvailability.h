@@ -36,9 +36,6 @@ struct CommandAvailability {
     static CommandAvailability forNode(const QStandardItem* node, bool addFileInSub,
                                        const QString& programFolder);
 
-    // Whether the task's settings file holds all 31 lines, so that the task can run.
-    static bool isTaskEdited(const QString& programFolder, const QString& taskName);
-
     bool operator==(const CommandAvailability&) const = default;
 };
 

@@ -13,8 +13,8 @@ const QStringList& FileTypeList();
 // help, sound), which the viewer does not show as text.
 bool isNonTextFile(const QString& path);
 
-// Icon index for a file path: 0 for an empty path or an unknown kind, otherwise the position of
-// its kind in FileTypeList() plus one, with "HTML" sharing the icon of ".HTM" (10).
+// The tree image (see TreeImage.h) of a file path: none for an empty path or an unknown kind,
+// otherwise that of its kind, with "HTML" sharing the image of ".HTM".
 int Imagen(const QString& path);
 
 } // namespace morlevant

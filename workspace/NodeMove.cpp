@@ -63,8 +63,8 @@ NodeMove::Result NodeMove::drop(TaskTreeModel& model, QStandardItem* dragged, QS
         result.moved = reparent(model, dragged, target);
         // Only the image changes, not the selected image: a node that had no icon shows the
         // open folder from now on, as the program has always done.
-        if (TaskTreeModel::image(target) == 0)
-            TaskTreeModel::setImage(target, TaskTreeModel::parentSelectedImage);
+        if (TaskTreeModel::image(target) == treeImage::none)
+            TaskTreeModel::setImage(target, treeImage::openFolder);
     }
     state.TaskDirty = true;
     return result;

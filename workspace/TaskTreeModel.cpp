@@ -103,10 +103,10 @@ QVariant TaskTreeModel::data(const QModelIndex& index, int role) const {
     const QStandardItem* node = itemFromIndex(index);
     const int normal = image(node);
     const int selected = selectedImage(node);
-    QIcon icon = normal > 0 && normal < icons_.size() ? icons_[normal] : QIcon();
+    QIcon icon = normal > treeImage::none && normal < icons_.size() ? icons_[normal] : QIcon();
     // The tree swaps to the selected image while a node is selected: carry it as the icon's
     // Selected mode so the view needs no special painting.
-    if (selected != normal && selected > 0 && selected < icons_.size()) {
+    if (selected != normal && selected > treeImage::none && selected < icons_.size()) {
         const QIcon selectedIcon = icons_[selected];
         for (const QSize& size : selectedIcon.availableSizes())
             icon.addPixmap(selectedIcon.pixmap(size), QIcon::Selected);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "workspace/TreeImage.h"
+
 #include <QIcon>
 #include <QList>
 #include <QStandardItemModel>
@@ -15,13 +17,10 @@ class TaskTreeModel : public QStandardItemModel {
 public:
     enum Role {
         TagRole = Qt::UserRole + 1, // QString: see NodeTag
-        ImageRole,                  // int: icon index, 0 for none
-        SelectedImageRole,          // int: icon index while selected; unset means ImageRole
+        ImageRole,                  // int: a treeImage index, none for no icon
+        SelectedImageRole,          // int: the index while selected; unset means ImageRole
     };
 
-    // Icon index given to a node that receives children while it has no icon of its own.
-    static constexpr int parentImage = 12;
-    static constexpr int parentSelectedImage = 13;
     // Caption of the task a new or empty workspace starts with.
     static QString defaultTaskCaption();
 
@@ -30,12 +29,13 @@ public:
     // Adds a node as the last child of parent (nullptr: a top-level node) and returns it. The
     // selected image is left unset, so the node shows its image when selected too.
     QStandardItem* appendNode(QStandardItem* parent, const QString& text, const QString& tag = {},
-                              int image = 0);
+                              int image = treeImage::none);
     // Adds a node right after sibling, under the same parent.
     QStandardItem* insertNodeAfter(QStandardItem* sibling, const QString& text,
-                                   const QString& tag = {}, int image = 0);
+                                   const QString& tag = {}, int image = treeImage::none);
     // Creates a node that is not yet in the tree, for callers that place it themselves.
-    static QStandardItem* createNode(const QString& text, const QString& tag = {}, int image = 0);
+    static QStandardItem* createNode(const QString& text, const QString& tag = {},
+                                     int image = treeImage::none);
 
     // nullptr for the invisible root (a top-level node's parent).
     static QStandardItem* parentNode(const QStandardItem* node);

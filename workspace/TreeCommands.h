@@ -40,7 +40,6 @@ public:
 
     // The folder the import dialog opens in: the folder of the last import.
     const QString& lastDirectory() const { return lastDirectory_; }
-    void setLastDirectory(const QString& folder) { lastDirectory_ = folder; }
 
 private:
     TaskTreeModel& model_;

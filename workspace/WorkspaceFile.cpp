@@ -16,7 +16,7 @@ namespace morlevant {
 namespace {
 
 // Image and selected image of the task an empty workspace file yields.
-constexpr int emptyFileTaskImage = 2;
+constexpr int emptyFileTaskImage = treeImage::archive;
 
 bool isAbsoluteStoredPath(const QString& path) {
 #ifdef Q_OS_WIN
@@ -102,9 +102,9 @@ WorkspaceFile::ReadResult WorkspaceFile::read(TaskTreeModel& model, const QByteA
         } else {
             QStandardItem* parent = created[record.parentNumber - 1];
             parent->appendRow(node);
-            if (TaskTreeModel::image(parent) == 0) {
-                TaskTreeModel::setImage(parent, TaskTreeModel::parentImage);
-                TaskTreeModel::setSelectedImage(parent, TaskTreeModel::parentSelectedImage);
+            if (TaskTreeModel::image(parent) == treeImage::none) {
+                TaskTreeModel::setImage(parent, treeImage::closedFolder);
+                TaskTreeModel::setSelectedImage(parent, treeImage::openFolder);
             }
         }
         created.push_back(node);

@@ -38,7 +38,7 @@ bool WorkspaceSession::mnuNew() {
     // New and Open share one question and one caption.
     if (!settleChanges(QStringLiteral("Save the task？"), QStringLiteral("Open task")))
         return false;
-    model_.resetToDefaultTask(TaskTreeModel::parentImage, TaskTreeModel::parentSelectedImage);
+    model_.resetToDefaultTask(treeImage::closedFolder, treeImage::openFolder);
     state_.clear();
     return true;
 }
@@ -50,18 +50,32 @@ bool WorkspaceSession::mnuOpen() {
 }
 
 bool WorkspaceSession::mnuSave() {
-    if (!state_.HasTaskFile && !ChooseFiletoSave())
-        return false;
-    return save();
+    return state_.HasTaskFile ? save(state_) : saveUnderANewName();
 }
 
 bool WorkspaceSession::mnuSaveAs() {
     // Cancelling the dialog cancels the command; it never saves under the old name instead.
-    return ChooseFiletoSave() && save();
+    return saveUnderANewName();
 }
 
-bool WorkspaceSession::save() {
-    if (const auto failure = saveWorkspace(model_, state_)) {
+bool WorkspaceSession::saveUnderANewName() {
+    const QString path = ChooseFiletoSave();
+    if (path.isEmpty())
+        return false;
+    // The workspace takes the new name, and the History gets it, only once the file is written:
+    // a failed save leaves the title and the History on the file that holds the workspace.
+    WorkspaceState named = state_;
+    named.setTaskFile(path);
+    if (!save(named))
+        return false;
+    state_ = named;
+    if (fileChosen_)
+        fileChosen_(path);
+    return true;
+}
+
+bool WorkspaceSession::save(WorkspaceState& state) {
+    if (const auto failure = saveWorkspace(model_, state)) {
         prompts_.error(*failure, promptTitle);
         return false;
     }
@@ -78,18 +92,13 @@ bool WorkspaceSession::confirmClose() {
     return settleChanges(QStringLiteral("Do you want save task？"), QStringLiteral("EXIT"));
 }
 
-bool WorkspaceSession::ChooseFiletoSave() {
+QString WorkspaceSession::ChooseFiletoSave() {
     QString path = prompts_.saveFileName({QStringLiteral("Save “Morlevant” Task file As"),
                                           taskFilter, lastDirectory_, QStringLiteral("*.tsk")});
-    if (path.isEmpty())
-        return false;
     // A name typed without an extension is given the workspace's own.
-    if (QFileInfo(path).suffix().isEmpty())
+    if (!path.isEmpty() && QFileInfo(path).suffix().isEmpty())
         path += QStringLiteral(".tsk");
-    state_.setTaskFile(path);
-    if (fileChosen_)
-        fileChosen_(path);
-    return true;
+    return path;
 }
 
 bool WorkspaceSession::Loadfile() {

@@ -39,9 +39,12 @@ public:
 private:
     // Asks text/title about unsaved changes; saves on Yes. False on Cancel.
     bool settleChanges(const QString& text, const QString& title);
-    bool ChooseFiletoSave();
+    // The path the user chose to save under, empty when cancelled.
+    QString ChooseFiletoSave();
+    bool saveUnderANewName();
     bool Loadfile();
-    bool save();
+    // Writes the workspace to the file `state` names; says why when it cannot.
+    bool save(WorkspaceState& state);
 
     TaskTreeModel& model_;
     WorkspaceState& state_;

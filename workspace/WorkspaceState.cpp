@@ -1,12 +1,14 @@
 #include "workspace/WorkspaceState.h"
 
+#include "MorlevantVersion.h"
+
 #include <QDir>
 
 namespace morlevant {
 
 namespace {
 
-const QString productTitle = QStringLiteral("Morlevant v1.0");
+const QString productTitle = QStringLiteral("Morlevant v") + QLatin1StringView(programVersion);
 
 } // namespace
 

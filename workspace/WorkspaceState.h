@@ -15,7 +15,7 @@ struct WorkspaceState {
     void setTaskFile(const QString& path);
     // A new, unsaved and unchanged workspace.
     void clear();
-    // "Morlevant v1.0", followed by " - " and the file's path once there is one.
+    // "Morlevant v" and the version, followed by " - " and the file's path once there is one.
     QString windowTitle() const;
 };
 

@@ -100,14 +100,6 @@ RecentMenu RecentFiles::UpdateRecentFiles(int position) {
     return ShowRecentFiles();
 }
 
-RecentMenu RecentFiles::ClearRecentFiles() {
-    store_.remove(firstKey);
-    // Five slot keys, one more than the ring uses; a key that is not there is no error.
-    for (int slot = 0; slot <= slotCount; ++slot)
-        store_.remove(slotKey(slot));
-    return emptyMenu();
-}
-
 RecentMenu RecentFiles::enterRecentFile(const QString& path) {
     const int position = FindRecentFile(path);
     return position == notFound ? AddRecentFile(path) : UpdateRecentFiles(position);

@@ -32,7 +32,6 @@ public:
     int FindRecentFile(const QString& path) const;
     // Makes the entry at the given menu position the newest.
     RecentMenu UpdateRecentFiles(int position);
-    RecentMenu ClearRecentFiles();
     // What opening or saving a workspace does: move its entry to the front, or add it.
     RecentMenu enterRecentFile(const QString& path);
 

@@ -27,9 +27,9 @@ protected:
         for (std::string& argument : arguments)
             if (argument == "HOME")
                 argument = home();
-        RunEnvironment environment{homeVariable, fixture.home.file("bin"),
-                                   fixture.home.file("data"),
-                                   [this](const std::string& folder) { opened.push_back(folder); }};
+        RunEnvironment environment{
+            {homeVariable, fixture.home.file("bin"), fixture.home.file("data")},
+            [this](const std::string& folder) { opened.push_back(folder); }};
         return RunCommand(std::move(environment), out, err, terminal).run(arguments);
     }
     std::string home() const { return fixture.home.path().string(); }

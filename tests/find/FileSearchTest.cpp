@@ -60,14 +60,14 @@ TEST_F(FileSearch, FindInAllFilesGathersTheMatchingFilesInTreeOrder) {
     file("a.txt", "no pin here\r\n");
     file("c.txt", "needles and more\r\n");
     model.appendNode(testing::find(model, {"B"}), "remarked",
-                     QString("a remark") + QChar(0) + base + "b.txt", 11);
+                     QString("a remark") + QChar(0) + base + "b.txt", treeImage::text);
 
     QStandardItem* group = findInAllFiles(model, state, "needle");
     EXPECT_EQ(testing::treeText(model), "A[b.txt a.txt] B[c.txt missing.txt remarked] Empty "
                                         "Include Files:needle [b.txt c.txt remarked]");
     EXPECT_EQ(TaskTreeModel::tag(group->child(2)),
               TaskTreeModel::tag(testing::find(model, {"B", "remarked"})));
-    EXPECT_EQ(TaskTreeModel::image(group->child(0)), 11);
+    EXPECT_EQ(TaskTreeModel::image(group->child(0)), treeImage::text);
     EXPECT_TRUE(state.TaskDirty);
 
     // The earlier group is searched too; a text no file holds still leaves its group.

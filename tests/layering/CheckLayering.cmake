@@ -51,8 +51,10 @@ foreach(folder IN LISTS folders)
                 continue()
             endif()
             set(owner "")
+            # A generated header is written from the root of the generated include folder.
             foreach(target IN LISTS targets)
-                if("${ROOT}/${header}" IN_LIST public_${target})
+                if("${ROOT}/${header}" IN_LIST public_${target} OR
+                   "${GENERATED}/${header}" IN_LIST public_${target})
                     set(owner ${target})
                 endif()
             endforeach()

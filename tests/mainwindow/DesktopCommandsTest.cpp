@@ -21,10 +21,10 @@ TEST_F(DesktopCommands, TheChosenProgramOpensTheFileShownAndIsKept) {
     EXPECT_EQ(window->settings().defBrowse, viewer);
 
     QStandardItem* task = node({"My Batch Task"});
-    window->model().appendNode(task, "notes", notes, 11);
+    window->model().appendNode(task, "notes", notes, treeImage::text);
     window->model().appendNode(task, "song", song, 9);
     select({"My Batch Task", "notes"});
-    click(16);
+    click(ToolbarButton::openIt);
     select({"My Batch Task", "song"});
     menus().mnuXExec->trigger();
     EXPECT_EQ(shell.opened, QStringList({"program " + viewer + " " + notes,

@@ -21,11 +21,15 @@ namespace {
 
 class Find : public testing::WindowFixture {
 protected:
+    QString caret() const {
+        return window->sbMain()->findChild<QLabel*>(QStringLiteral("sbCaret"))->text();
+    }
+
     // Starts the window with one file node holding text, shown in the viewer.
     void showFile(const std::string& text) {
         const QString file = makeFile("in/text.txt", text);
         start();
-        window->model().appendNode(node({"My Batch Task"}), "text", file, 11);
+        window->model().appendNode(node({"My Batch Task"}), "text", file, treeImage::text);
         select({"My Batch Task", "text"});
     }
     void selectInViewer(int start, int length) const {
@@ -125,9 +129,10 @@ TEST_F(Find, FindNextWithoutATextOpensTheDialogAndALoadStartsAfresh) {
 TEST_F(Find, FindInAllFilesAddsAGroupOfTheFilesThatHoldTheText) {
     start();
     QStandardItem* task = node({"My Batch Task"});
-    window->model().appendNode(task, "a", makeFile("in/a.txt", "hay\r\nneedle\r\n"), 11);
-    window->model().appendNode(task, "b", makeFile("in/b.txt", "hay only\r\n"), 11);
-    window->model().appendNode(task, "gone", homeFile("in/gone.txt"), 11);
+    window->model().appendNode(task, "a", makeFile("in/a.txt", "hay\r\nneedle\r\n"),
+                               treeImage::text);
+    window->model().appendNode(task, "b", makeFile("in/b.txt", "hay only\r\n"), treeImage::text);
+    window->model().appendNode(task, "gone", homeFile("in/gone.txt"), treeImage::text);
 
     prompts.inputs.enqueue("");
     menus().mnuSearch->trigger();
@@ -159,12 +164,13 @@ TEST_F(Find, TheStatusBarFollowsTheCaretInRowsAndCharacters) {
     };
     // The musical symbol is one character in two UTF-16 units.
     selectInViewer(lineStart(1234) + 5, 0);
-    EXPECT_EQ(window->sbMain()->caret(), "row: 1,234  column:5");
+    EXPECT_EQ(caret(), "row: 1,234  column:5");
     selectInViewer(lineStart(2), 2); // the caret is the selection's end
-    EXPECT_EQ(window->sbMain()->caret(), "row: 2  column:3");
-    window->model().appendNode(node({"My Batch Task"}), "other", makeFile("in/b.txt", "b"), 11);
+    EXPECT_EQ(caret(), "row: 2  column:3");
+    window->model().appendNode(node({"My Batch Task"}), "other", makeFile("in/b.txt", "b"),
+                               treeImage::text);
     select({"My Batch Task", "other"});
-    EXPECT_EQ(window->sbMain()->caret(), "row: 1  column:1"); // a load puts the caret first
+    EXPECT_EQ(caret(), "row: 1  column:1"); // a load puts the caret first
     select({"My Batch Task", "text"});
     selectInViewer(lineStart(2), 2);
 

@@ -25,7 +25,8 @@ TEST_F(HostileFiles, AWorkspaceThatIsAFolderIsReportedOnce) {
 TEST_F(HostileFiles, ACloseRequestDuringARunWaitsForItsEnd) {
     start();
     window->show();
-    window->model().appendNode(node({"My Batch Task"}), "a", makeFile("in/a.txt", "a\n"), 11);
+    window->model().appendNode(node({"My Batch Task"}), "a", makeFile("in/a.txt", "a\n"),
+                               treeImage::text);
     TaskPageSettings settings;
     settings.rangeMode = "1";
     settings.takeRangesOut = "0";

@@ -1,3 +1,4 @@
+#include "MorlevantVersion.h"
 #include "mainwindow/MainPane.h"
 #include "mainwindow/MainStatusBar.h"
 #include "mainwindow/SplitBar.h"
@@ -18,28 +19,31 @@
 namespace morlevant {
 namespace {
 
+QString productTitle() {
+    return "Morlevant v" + QString::fromLatin1(programVersion);
+}
+
 using Window = testing::WindowFixture;
 
 TEST_F(Window, StartsWithOneTaskAndOnlyTheCommandsThatSuitIt) {
     start();
     EXPECT_TRUE(window->isVisible());
-    EXPECT_EQ(window->windowTitle(), "Morlevant v1.0");
+    EXPECT_EQ(window->windowTitle(), productTitle());
     EXPECT_FALSE(window->windowIcon().pixmap(32, 32).isNull());
     EXPECT_EQ(tree(), "My Batch Task");
     QStandardItem* task = node({"My Batch Task"});
     EXPECT_EQ(window->selectedNode(), task);
-    EXPECT_EQ(TaskTreeModel::image(task), 12);
-    EXPECT_EQ(TaskTreeModel::selectedImage(task), 13);
+    EXPECT_EQ(TaskTreeModel::image(task), treeImage::closedFolder);
+    EXPECT_EQ(TaskTreeModel::selectedImage(task), treeImage::openFolder);
     for (QAction* off :
          {menus().mnuEditCap, menus().RunTask, menus().mnuSort, menus().mnuExec, menus().mnuMatch,
           menus().mnuClearLink, menus().mnuTAddFile, menus().mnuTAddPoint})
         EXPECT_FALSE(off->isEnabled()) << off->objectName().toStdString();
     EXPECT_TRUE(menus().mnuAddfile->isEnabled());
-    EXPECT_EQ(toolbar().image(8), toolbarImage::importFile);
-    EXPECT_EQ(toolbar().image(10), toolbarImage::editTaskOff);
-    EXPECT_EQ(toolbar().image(11), toolbarImage::runTaskOff);
-    EXPECT_TRUE(toolbar().isPressed(17));
-    EXPECT_TRUE(QDir(homeFile("outcome/merge")).exists());
+    EXPECT_EQ(toolbar().image(ToolbarButton::importFile), toolbarImage::importFile);
+    EXPECT_EQ(toolbar().image(ToolbarButton::editTask), toolbarImage::editTaskOff);
+    EXPECT_EQ(toolbar().image(ToolbarButton::runTask), toolbarImage::runTaskOff);
+    EXPECT_TRUE(toolbar().isPressed(ToolbarButton::strictDrag));
     EXPECT_EQ(window->minimumWidth(), twips::toPixels(3500));
     // A fresh user's settings.
     EXPECT_TRUE(menus().mnuAFSon->isChecked());
@@ -72,7 +76,7 @@ TEST_F(Window, OpensTheWorkspaceNamedOnTheCommandLine) {
         makeFile("My Work.tsk", "\"K 0\",\"Job\",\"\xff\"\r\n\"K1\",\"a\",\"\xff"
                                 "files/a.txt\"\r\n");
     start(workspace);
-    EXPECT_EQ(window->windowTitle(), "Morlevant v1.0 - " + workspace);
+    EXPECT_EQ(window->windowTitle(), productTitle() + " - " + workspace);
     EXPECT_EQ(tree(), "Job[a]");
     EXPECT_EQ(window->selectedNode()->text(), "Job");
     EXPECT_EQ(menus().mLastFile[0]->text(), "no history"); // the command line is no History entry
@@ -86,39 +90,40 @@ TEST_F(Window, OpensTheWorkspaceNamedOnTheCommandLine) {
 
 TEST_F(Window, AMissingFileIsShownAsSuch) {
     start();
-    window->model().appendNode(node({"My Batch Task"}), "gone", "/nowhere/gone.txt", 11);
+    window->model().appendNode(node({"My Batch Task"}), "gone", "/nowhere/gone.txt",
+                               treeImage::text);
     select({"My Batch Task", "gone"});
     EXPECT_EQ(window->txtMain()->toPlainText(), "Can't find file - /nowhere/gone.txt");
 }
 
 TEST_F(Window, ToolbarButtonsInTheirDisabledLookExplainWhy) {
     start();
-    window->model().appendNode(node({"My Batch Task"}), "a", homeFile("a.txt"), 11);
+    window->model().appendNode(node({"My Batch Task"}), "a", homeFile("a.txt"), treeImage::text);
     window->model().appendNode(nullptr, "Lonely");
     struct Case {
         QStringList selected;
-        int position;
+        ToolbarButton button;
         const char* message; // nullptr: the button says nothing
     };
     const Case cases[] = {
-        {{"My Batch Task", "a"}, 8, "please select task"},
-        {{"My Batch Task", "a"}, 9, "please select task"},
-        {{"Lonely"}, 10, "please import file"},
-        {{"My Batch Task"}, 11, "please edit task"},
-        {{"My Batch Task", "a"}, 10, "please import file"},
+        {{"My Batch Task", "a"}, ToolbarButton::importFile, "please select task"},
+        {{"My Batch Task", "a"}, ToolbarButton::addTask, "please select task"},
+        {{"Lonely"}, ToolbarButton::editTask, "please import file"},
+        {{"My Batch Task"}, ToolbarButton::runTask, "please edit task"},
+        {{"My Batch Task", "a"}, ToolbarButton::editTask, "please import file"},
     };
     for (const Case& c : cases) {
         select(c.selected);
         prompts.asked.clear();
-        click(c.position);
+        click(c.button);
         EXPECT_EQ(prompts.asked, QStringList{QString("information|Morlevant|") + c.message})
-            << c.position;
+            << static_cast<int>(c.button);
     }
     // With nothing selected there is nothing to delete, and the button stays silent.
     window->tvMain()->setCurrentIndex({});
     window->applyAvailability();
     prompts.asked.clear();
-    click(12);
+    click(ToolbarButton::deleteNode);
     EXPECT_TRUE(prompts.asked.isEmpty());
     EXPECT_EQ(tree(), "My Batch Task[a] Lonely");
 }
@@ -127,11 +132,11 @@ TEST_F(Window, ToolbarFileButtonsRunTheFileCommands) {
     start();
     window->state().TaskDirty = true;
     prompts.answers.enqueue(Answer::Cancel);
-    click(2);
+    click(ToolbarButton::newTask);
     prompts.answers.enqueue(Answer::Cancel);
-    click(3);
+    click(ToolbarButton::openTask);
     prompts.fileNames.enqueue({});
-    click(4);
+    click(ToolbarButton::saveTask);
     EXPECT_EQ(prompts.asked,
               QStringList({"yesnocancel|Open task|Save the task？",
                            "yesnocancel|Open task|Save the task？",
@@ -140,14 +145,14 @@ TEST_F(Window, ToolbarFileButtonsRunTheFileCommands) {
 
 TEST_F(Window, ToggleButtonsAndOptionsFollowEachOther) {
     start();
-    click(17); // pressed at start: now released
+    click(ToolbarButton::strictDrag); // pressed at start: now released
     EXPECT_FALSE(menus().mnuSun->isChecked());
     menus().mnuSun->trigger();
-    EXPECT_TRUE(toolbar().isPressed(17));
+    EXPECT_TRUE(toolbar().isPressed(ToolbarButton::strictDrag));
 
     menus().mnuHtml->trigger();
-    EXPECT_FALSE(toolbar().isPressed(18));
-    click(18);
+    EXPECT_FALSE(toolbar().isPressed(ToolbarButton::showHtml));
+    click(ToolbarButton::showHtml);
     EXPECT_TRUE(menus().mnuHtml->isChecked());
 
     menus().mnuTool->trigger();
@@ -161,23 +166,23 @@ TEST_F(Window, ToggleButtonsAndOptionsFollowEachOther) {
 TEST_F(Window, ShowHtmlReloadsTheFileShown) {
     const QString page = makeFile("page.htm", "<b>old</b>");
     start();
-    window->model().appendNode(node({"My Batch Task"}), "page", page, 10);
+    window->model().appendNode(node({"My Batch Task"}), "page", page, treeImage::html);
     select({"My Batch Task", "page"});
     testing::writeBytes(page.toStdString(), "<b>new</b>");
-    click(18);
+    click(ToolbarButton::showHtml);
     EXPECT_EQ(window->txtMain()->toPlainText(), "<b>new</b>");
 }
 
 TEST_F(Window, SetToTitleTakesTheFirstFiftySelectedCharacters) {
     const QString file = makeFile("long.txt", std::string(60, 'x') + "y");
     start();
-    window->model().appendNode(node({"My Batch Task"}), "long", file, 11);
+    window->model().appendNode(node({"My Batch Task"}), "long", file, treeImage::text);
     select({"My Batch Task", "long"});
-    click(14); // nothing selected: nothing happens
+    click(ToolbarButton::setTitle); // nothing selected: nothing happens
     EXPECT_EQ(window->selectedNode()->text(), "long");
     EXPECT_FALSE(window->state().TaskDirty);
     window->txtMain()->selectAll();
-    click(14);
+    click(ToolbarButton::setTitle);
     EXPECT_EQ(window->selectedNode()->text(), QString(50, 'x'));
     EXPECT_TRUE(window->state().TaskDirty);
 }
@@ -245,14 +250,41 @@ TEST_F(Window, HistoryReopensASavedWorkspace) {
     menus().mnuAddPoint->trigger();
     prompts.fileNames.enqueue({homeFile("one.tsk")});
     menus().mnuSaveAs->trigger();
-    EXPECT_EQ(window->windowTitle(), "Morlevant v1.0 - " + homeFile("one.tsk"));
+    EXPECT_EQ(window->windowTitle(), productTitle() + " - " + homeFile("one.tsk"));
     EXPECT_EQ(menus().mLastFile[0]->text(), "&1 " + homeFile("one.tsk"));
 
     menus().mnuNew->trigger();
     EXPECT_EQ(tree(), "My Batch Task");
     menus().mLastFile[0]->trigger();
     EXPECT_EQ(tree(), "My Batch Task My Batch Task 1");
-    EXPECT_EQ(window->windowTitle(), "Morlevant v1.0 - " + homeFile("one.tsk"));
+    EXPECT_EQ(window->windowTitle(), productTitle() + " - " + homeFile("one.tsk"));
+}
+
+TEST_F(Window, SaveAsWhereNothingCanBeWrittenKeepsTitleAndHistory) {
+    start();
+    prompts.fileNames.enqueue({homeFile("one.tsk")});
+    menus().mnuSaveAs->trigger();
+    menus().mnuAddPoint->trigger();
+
+    // A file stands where the folder would be: no one, root included, can write below it.
+    makeFile("blocked", "");
+    for (const char* unwritable : {"blocked/two.tsk", "missing/two.tsk"}) {
+        prompts.asked.clear();
+        prompts.fileNames.enqueue({homeFile(unwritable)});
+        menus().mnuSaveAs->trigger();
+        ASSERT_EQ(prompts.asked.size(), 2) << unwritable; // the dialog, then the message
+        EXPECT_TRUE(prompts.asked[1].startsWith("error|Morlevant|Can't save the task file " +
+                                                homeFile(unwritable)))
+            << prompts.asked[1].toStdString();
+        EXPECT_EQ(window->windowTitle(), productTitle() + " - " + homeFile("one.tsk"));
+        EXPECT_EQ(window->state().TaskFileName, homeFile("one.tsk"));
+        EXPECT_TRUE(window->state().TaskDirty);
+        EXPECT_EQ(menus().mLastFile[0]->text(), "&1 " + homeFile("one.tsk"));
+        EXPECT_FALSE(menus().mLastFile[1]->isVisible());
+    }
+    menus().mnuSave->trigger(); // still saves where the workspace lives
+    EXPECT_FALSE(window->state().TaskDirty);
+    EXPECT_EQ(tree(), "My Batch Task My Batch Task 1");
 }
 
 TEST_F(Window, LinksAndLaterCommandsGoWhereTheyShould) {

@@ -54,7 +54,8 @@ TEST_F(TaskEditing, EachPageEditedInTheEditorRunsToItsResult) {
 
 TEST_F(TaskEditing, CancelLeavesTheTaskToBeEditedAgain) {
     start();
-    window->model().appendNode(node({"My Batch Task"}), "a", makeFile("in/a.txt", "a\n"), 11);
+    window->model().appendNode(node({"My Batch Task"}), "a", makeFile("in/a.txt", "a\n"),
+                               treeImage::text);
     select({"My Batch Task"});
     editorScript = [](const testing::EditorDriver& editor) {
         editor.perform({"Check4", "Text1=a", "cancel"});

@@ -1,3 +1,4 @@
+#include "MorlevantVersion.h"
 #include "mainwindow/AboutDialog.h"
 #include "mainwindow/MainStatusBar.h"
 #include "mainwindow/TaskTreeView.h"
@@ -24,15 +25,16 @@ TEST_F(WindowCommands, ImportAddAndDeleteChangeTheTreeAndMarkIt) {
     const QString second = makeFile("in/second.txt", "two\n");
     start();
     prompts.fileNames.enqueue({first, second});
-    click(8);
+    click(ToolbarButton::importFile);
     EXPECT_EQ(tree(), "My Batch Task[first second]");
     EXPECT_EQ(window->selectedNode()->text(), "second");
     EXPECT_EQ(window->txtMain()->toPlainText(), "two\n");
     EXPECT_TRUE(window->state().TaskDirty);
 
     select({"My Batch Task"});
-    EXPECT_EQ(toolbar().image(10), toolbarImage::editTask); // a task with files can be edited
-    click(9);
+    EXPECT_EQ(toolbar().image(ToolbarButton::editTask),
+              toolbarImage::editTask); // a task with files can be edited
+    click(ToolbarButton::addTask);
     EXPECT_EQ(tree(), "My Batch Task[first second] My Batch Task 3");
     EXPECT_EQ(window->selectedNode()->text(), "My Batch Task 3");
 
@@ -48,10 +50,10 @@ TEST_F(WindowCommands, ImportAddAndDeleteChangeTheTreeAndMarkIt) {
 
 TEST_F(WindowCommands, SortOrdersFilesWithoutMarkingChanges) {
     start();
-    window->model().appendNode(node({"My Batch Task"}), "b", "/x/b.txt", 11);
-    window->model().appendNode(node({"My Batch Task"}), "a", "/x/a.txt", 11);
+    window->model().appendNode(node({"My Batch Task"}), "b", "/x/b.txt", treeImage::text);
+    window->model().appendNode(node({"My Batch Task"}), "a", "/x/a.txt", treeImage::text);
     select({"My Batch Task", "b"});
-    click(15);
+    click(ToolbarButton::sortFiles);
     EXPECT_EQ(tree(), "My Batch Task[a b]");
     EXPECT_EQ(window->selectedNode()->text(), "b");
     EXPECT_FALSE(window->state().TaskDirty);
@@ -60,7 +62,7 @@ TEST_F(WindowCommands, SortOrdersFilesWithoutMarkingChanges) {
 TEST_F(WindowCommands, DroppingANodeOnTheTreeMovesIt) {
     start();
     TaskTreeModel& model = window->model();
-    model.appendNode(node({"My Batch Task"}), "a", "/x/a.txt", 11);
+    model.appendNode(node({"My Batch Task"}), "a", "/x/a.txt", treeImage::text);
     model.appendNode(nullptr, "Other");
     window->tvMain()->expandAll();
     TaskTreeView* view = window->tvMain();
@@ -85,7 +87,7 @@ TEST_F(WindowCommands, DroppingANodeOnTheTreeMovesIt) {
     EXPECT_EQ(tree(), "My Batch Task Other[a]");
     EXPECT_EQ(window->selectedNode()->text(), "a");
     EXPECT_TRUE(window->state().TaskDirty);
-    EXPECT_EQ(TaskTreeModel::image(node({"Other"})), 13);
+    EXPECT_EQ(TaskTreeModel::image(node({"Other"})), treeImage::openFolder);
 
     window->state().TaskDirty = false;
     dropOn({"Other"}, {"Other", "a"}); // into its own subtree: refused, nothing changes
@@ -107,17 +109,17 @@ TEST_F(WindowCommands, EditTaskPreparesTheTaskFilesBeforeTheEditorOpens) {
     EXPECT_TRUE(editorOpened.isEmpty());
 
     const QString file = makeFile("in/a.txt", "a\n");
-    window->model().appendNode(node({"My Batch Task"}), "a", file, 11);
+    window->model().appendNode(node({"My Batch Task"}), "a", file, treeImage::text);
     writeTaskPageSettings(home.file("task/My Batch Task.ttp"), TaskPageSettings{});
     select({"My Batch Task", "a"});
     select({"My Batch Task"});
     EXPECT_TRUE(menus().RunTask->isEnabled());
-    click(10);
+    click(ToolbarButton::editTask);
     EXPECT_EQ(editorOpened, QStringList{homeFile("task/My Batch Task")});
     EXPECT_EQ(testing::readBytes(home.file("task/My Batch Task.ttp")), "");
     EXPECT_EQ(testing::readBytes(home.file("task/My Batch Task.edt")), file.toStdString() + "\r\n");
     EXPECT_FALSE(menus().RunTask->isEnabled()); // emptied: to be edited before it runs
-    EXPECT_EQ(toolbar().image(11), toolbarImage::runTaskOff);
+    EXPECT_EQ(toolbar().image(ToolbarButton::runTask), toolbarImage::runTaskOff);
 }
 
 class WindowRun : public testing::WindowFixture {
@@ -128,7 +130,7 @@ protected:
         QStandardItem* job = window->model().appendNode(nullptr, "Job");
         std::vector<std::string> tags;
         for (const QString& file : files) {
-            window->model().appendNode(job, QFileInfo(file).baseName(), file, 11);
+            window->model().appendNode(job, QFileInfo(file).baseName(), file, treeImage::text);
             tags.push_back(file.toStdString());
         }
         writeTaskFileList(taskFileListPath(home.path().string(), "Job"), tags);
@@ -152,8 +154,8 @@ TEST_F(WindowRun, RunsTheSelectedTaskToVellDown) {
     settings.insertAction = "2";
     settings.insertString = "END";
     makeTask(settings, {a, b});
-    ASSERT_EQ(toolbar().image(11), toolbarImage::runTask);
-    click(11);
+    ASSERT_EQ(toolbar().image(ToolbarButton::runTask), toolbarImage::runTask);
+    click(ToolbarButton::runTask);
     EXPECT_EQ(prompts.messages(), QStringList{"information|Morlevant|Vell down!"});
     EXPECT_EQ(testing::readBytes((a + ".modify").toStdString()), "x\r\nEND\r\n");
     EXPECT_EQ(testing::readBytes((b + ".modify").toStdString()), "y\r\nEND\r\n");
@@ -206,7 +208,7 @@ TEST_F(WindowCommands, ViewerCommandsCopyChangeFontAndOpenElsewhere) {
     const QString file = makeFile("in/notes.txt", "alpha beta");
     store.setValue("DefBrowse", "/usr/bin/viewer");
     start();
-    window->model().appendNode(node({"My Batch Task"}), "notes", file, 11);
+    window->model().appendNode(node({"My Batch Task"}), "notes", file, treeImage::text);
     select({"My Batch Task", "notes"});
 
     menus().mnuCopy->trigger();
@@ -237,7 +239,7 @@ TEST(AboutBox, NamesTheProductAndOpensItsLinksThroughTheShell) {
     }
     EXPECT_TRUE(hasPicture);
     EXPECT_TRUE(texts.contains("Morlevant"));
-    EXPECT_TRUE(texts.contains("Version 1.0"));
+    EXPECT_TRUE(texts.contains("Version " + QString::fromLatin1(programVersion)));
     emit about.findChild<QLabel*>("lblHomepage")->linkActivated("https://morlevant.example.org");
     EXPECT_EQ(shell.opened, QStringList{"url https://morlevant.example.org"});
 }

@@ -4,6 +4,7 @@
 #include "mainwindow/MainToolBar.h"
 #include "mainwindow/frmCorvellum.h"
 #include "mainwindow/settings/SettingsStore.h"
+#include "taskdef/InstallLayout.h"
 #include "tests/support/EditorDriver.h"
 #include "tests/support/RecordingShell.h"
 #include "tests/support/ScriptedPrompts.h"
@@ -17,26 +18,25 @@
 
 namespace morlevant::testing {
 
-// A main window over a temporary program folder (MORLEVANT_HOME) and a temporary settings
-// file, with scripted prompts and a recording shell. The task editor only records where it
-// was opened, unless a test gives `editorScript`: then the real editor opens (shown, not
-// modal) and the script fills it in as a user would.
+// A main window over a temporary program folder, prepared as the program's start-up prepares
+// it, and a temporary settings file, with scripted prompts and a recording shell. The task editor
+// only records where it was opened, unless a test gives `editorScript`: then the real editor opens
+// (shown, not modal) and the script fills it in as a user would.
 class WindowFixture : public ::testing::Test {
 protected:
-    WindowFixture() { qputenv("MORLEVANT_HOME", QByteArray::fromStdString(home.path().string())); }
-    ~WindowFixture() override { qunsetenv("MORLEVANT_HOME"); }
-
     void start(const QString& commandLine = {}) {
-        window = std::make_unique<frmCorvellum>(
-            WindowContext{prompts, shell, store, [this](QWidget* parent, const QString& taskPath) {
-                              editorOpened.append(taskPath);
-                              if (!editorScript)
-                                  return true;
-                              TaskEditorDialog editor(prompts, taskPath, parent);
-                              editor.show();
-                              editorScript(EditorDriver(editor));
-                              return editor.result() == QDialog::Accepted;
-                          }});
+        createMergeFolder(home.path().string());
+        const auto openEditor = [this](QWidget* parent, const QString& taskPath) {
+            editorOpened.append(taskPath);
+            if (!editorScript)
+                return true;
+            TaskEditorDialog editor(prompts, taskPath, parent);
+            editor.show();
+            editorScript(EditorDriver(editor));
+            return editor.result() == QDialog::Accepted;
+        };
+        window = std::make_unique<frmCorvellum>(WindowContext{
+            prompts, shell, store, openEditor, QString::fromStdString(home.path().string())});
         window->startUp(commandLine);
     }
 
@@ -55,7 +55,7 @@ protected:
         return find(window->model(), captions);
     }
     void select(const QStringList& captions) const { window->selectNode(node(captions)); }
-    void click(int position) const { toolbar().button(position)->trigger(); }
+    void click(ToolbarButton button) const { toolbar().action(button)->trigger(); }
 
     TempDir home;
     SettingsStore store{QString::fromStdString(home.file("settings.ini"))};

@@ -47,11 +47,5 @@ TEST(CommandAvailability, FollowsTheKindOfNode) {
     }
 }
 
-TEST(CommandAvailability, ATaskNameThatIsNoFileNameIsNotRunnable) {
-    testing::TempDir home;
-    EXPECT_FALSE(CommandAvailability::isTaskEdited(
-        QString::fromStdString(home.path().string() + "/"), "a/b"));
-}
-
 } // namespace
 } // namespace morlevant

@@ -1,5 +1,7 @@
 #include "workspace/FileTypes.h"
 
+#include "workspace/TreeImage.h"
+
 #include <gtest/gtest.h>
 
 namespace morlevant {
@@ -11,8 +13,15 @@ TEST(Imagen, GivesTheIconOfTheLastFourCharacters) {
         const char* path;
         int image;
     } cases[] = {
-        {"", 0},           {"/data/readme", 0}, {"/data/notes.txt", 11}, {"page.htm", 10},
-        {"PAGE.HTML", 10}, {"x.jpeg", 0},       {"/data/TXT", 0},
+        {"", treeImage::none},
+        {"/data/readme", treeImage::none},
+        {"/data/notes.txt", treeImage::text},
+        {"page.htm", treeImage::html},
+        {"PAGE.HTML", treeImage::html},
+        {"x.jpeg", treeImage::none},
+        {"/data/TXT", treeImage::none},
+        {"/pics/A.Bmp", treeImage::bitmap},
+        {"song.wav", treeImage::wave},
     };
     for (const auto& c : cases)
         EXPECT_EQ(Imagen(QString::fromUtf8(c.path)), c.image) << c.path;

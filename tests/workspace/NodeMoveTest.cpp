@@ -54,11 +54,12 @@ TEST(NodeMove, DropOnNodeWithoutIconGivesItTheOpenFolder) {
     TaskTreeModel model;
     buildTree(model, "A[a.txt] B");
     QStandardItem* target = find(model, {"B"});
-    TaskTreeModel::setSelectedImage(target, 2);
+    TaskTreeModel::setSelectedImage(target, treeImage::archive);
     WorkspaceState state;
     NodeMove::drop(model, find(model, {"A", "a.txt"}), target, false, state);
-    EXPECT_EQ(TaskTreeModel::image(target), TaskTreeModel::parentSelectedImage);
-    EXPECT_EQ(TaskTreeModel::selectedImage(target), 2); // the selected image is left alone
+    EXPECT_EQ(TaskTreeModel::image(target), treeImage::openFolder);
+    EXPECT_EQ(TaskTreeModel::selectedImage(target),
+              treeImage::archive); // the selected image is left alone
 }
 
 TEST(NodeMove, RecreatedTopLevelNodeKeepsTagAndImages) {
@@ -66,13 +67,13 @@ TEST(NodeMove, RecreatedTopLevelNodeKeepsTagAndImages) {
     buildTree(model, "A[a.txt] B");
     QStandardItem* file = find(model, {"A", "a.txt"});
     TaskTreeModel::setTag(file, QString("note") + QChar(0) + "/data/a.txt");
-    TaskTreeModel::setSelectedImage(file, 13);
+    TaskTreeModel::setSelectedImage(file, treeImage::openFolder);
     WorkspaceState state;
     const auto result = NodeMove::drop(model, file, find(model, {"B"}), true, state);
     ASSERT_TRUE(TaskTreeModel::isTopLevel(result.moved));
     EXPECT_EQ(TaskTreeModel::tag(result.moved), QString("note") + QChar(0) + "/data/a.txt");
-    EXPECT_EQ(TaskTreeModel::image(result.moved), 11);
-    EXPECT_EQ(TaskTreeModel::selectedImage(result.moved), 13);
+    EXPECT_EQ(TaskTreeModel::image(result.moved), treeImage::text);
+    EXPECT_EQ(TaskTreeModel::selectedImage(result.moved), treeImage::openFolder);
 }
 
 } // namespace

@@ -13,7 +13,7 @@ TEST(TaskTreeModel, StaysConsistentThroughEdits) {
     TaskTreeModel model;
     QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
     QStandardItem* task = model.resetToDefaultTask(12, 13);
-    QStandardItem* file = model.appendNode(task, "notes", "/data/notes.txt", 11);
+    QStandardItem* file = model.appendNode(task, "notes", "/data/notes.txt", treeImage::text);
     model.insertNodeAfter(file, "report", "/data/report.txt", 11);
     model.insertNodeAfter(task, "My Batch Task 3");
     model.appendNode(file, "inner");

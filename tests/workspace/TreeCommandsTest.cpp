@@ -54,8 +54,8 @@ TEST_F(TreeCommandsTest, ImportedFilesGoUnderOrBesideTheSelectionInChosenOrder) 
     EXPECT_EQ(treeText(model), "A[a.txt x y zeta alpha.data readme] B");
     const QStandardItem* alpha = find(model, {"A", "alpha.data"});
     EXPECT_EQ(TaskTreeModel::tag(alpha), "/in/alpha.data.txt");
-    EXPECT_EQ(TaskTreeModel::image(alpha), 11);
-    EXPECT_EQ(TaskTreeModel::image(find(model, {"A", "readme"})), 0);
+    EXPECT_EQ(TaskTreeModel::image(alpha), treeImage::text);
+    EXPECT_EQ(TaskTreeModel::image(find(model, {"A", "readme"})), treeImage::none);
     EXPECT_TRUE(state.TaskDirty);
 }
 

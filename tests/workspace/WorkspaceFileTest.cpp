@@ -1,5 +1,6 @@
 #include "workspace/WorkspaceFile.h"
 
+#include "MorlevantVersion.h"
 #include "tests/support/QStringPrinter.h"
 #include "tests/support/TempDir.h"
 #include "workspace/NodeTag.h"
@@ -31,6 +32,26 @@ void writeAll(const QString& path, const QByteArray& bytes) {
     file.write(bytes);
 }
 
+// The images a read gives, by name.
+QString imageName(int image) {
+    switch (image) {
+    case treeImage::none:
+        return "none";
+    case treeImage::archive:
+        return "archive";
+    case treeImage::html:
+        return "html";
+    case treeImage::text:
+        return "text";
+    case treeImage::closedFolder:
+        return "closedFolder";
+    case treeImage::openFolder:
+        return "openFolder";
+    default:
+        return QString::number(image);
+    }
+}
+
 // One line per node: depth in dots, Text, Tag (NUL shown as "|"), image/selected image.
 QString outline(const TaskTreeModel& model) {
     QStringList lines;
@@ -39,8 +60,8 @@ QString outline(const TaskTreeModel& model) {
         for (const QStandardItem* up = node->parent(); up; up = up->parent())
             depth += '.';
         lines << depth + node->text() + " [" + TaskTreeModel::tag(node).replace(nul, '|') + "] " +
-                     QString::number(TaskTreeModel::image(node)) + "/" +
-                     QString::number(TaskTreeModel::selectedImage(node));
+                     imageName(TaskTreeModel::image(node)) + "/" +
+                     imageName(TaskTreeModel::selectedImage(node));
     }
     return lines.join('\n');
 }
@@ -85,24 +106,25 @@ TEST(WorkspaceFile, ReadsTheTreeWithImagesAndTags) {
                                             "\"K0\",\"second\",\"b.txt\"\r\n",
                                             "/w/");
     EXPECT_FALSE(result.problem);
-    EXPECT_EQ(outline(model), "My Batch Task [] 12/13\n"
-                              ".notes [|/w/data/notes.txt] 11/11\n"
-                              ".page [linked|/x/page.HTML] 10/10\n"
-                              "..inner [] 0/0\n"
-                              "second [|/w/b.txt] 11/11");
+    EXPECT_EQ(outline(model), "My Batch Task [] closedFolder/openFolder\n"
+                              ".notes [|/w/data/notes.txt] text/text\n"
+                              ".page [linked|/x/page.HTML] html/html\n"
+                              "..inner [] none/none\n"
+                              "second [|/w/b.txt] text/text");
 
     EXPECT_FALSE(WorkspaceFile::read(model, "\r\n", "/w/").problem);
-    EXPECT_EQ(outline(model), "My Batch Task [] 2/2");
+    EXPECT_EQ(outline(model), "My Batch Task [] archive/archive");
 }
 
 TEST(WorkspaceFile, RoundTripsAwkwardCaptions) {
     TaskTreeModel model;
-    QStandardItem* task = model.appendNode(nullptr, "task", {}, 12);
-    TaskTreeModel::setSelectedImage(task, 13);
+    QStandardItem* task = model.appendNode(nullptr, "task", {}, treeImage::closedFolder);
+    TaskTreeModel::setSelectedImage(task, treeImage::openFolder);
     for (const QString caption :
          {"with, comma", "say \"hi\"", "\"quoted\"", "a\",\"b", "x\",", "  spaced  ", "宋体", ""}) {
         model.appendNode(nullptr, caption);
-        model.appendNode(task, caption, QString("r,\"") + nul + "/w/" + caption + ".txt", 11);
+        model.appendNode(task, caption, QString("r,\"") + nul + "/w/" + caption + ".txt",
+                         treeImage::text);
     }
     const QByteArray bytes = WorkspaceFile::write(model, "/w/");
     TaskTreeModel loaded;
@@ -119,11 +141,11 @@ TEST(WorkspaceFile, StopsAtARecordItCannotUse) {
         const char* problem;
     } cases[] = {
         {first + "\"K1\",\"b\",\"\377\"\r\n\"K7\",\"c\",\"\377\"\r\n\"K1\",\"d\",\"\377\"",
-         "a [] 12/13\n.b [] 0/0", "line 3 names K7"},
-        {first + "\"K2\",\"self\",\"\377\"\r\n", "a [] 0/0", "line 2 names K2"},
-        {first + "\r\nrubbish\r\n\"K1\",\"b\",\"\377\"", "a [] 0/0", "line 3 is not"},
-        {"Dear diary,\r\nnothing happened.\r\n", "old [] 0/0", "not a task file"},
-        {QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16), "old [] 0/0", "not a task file"},
+         "a [] closedFolder/openFolder\n.b [] none/none", "line 3 names K7"},
+        {first + "\"K2\",\"self\",\"\377\"\r\n", "a [] none/none", "line 2 names K2"},
+        {first + "\r\nrubbish\r\n\"K1\",\"b\",\"\377\"", "a [] none/none", "line 3 is not"},
+        {"Dear diary,\r\nnothing happened.\r\n", "old [] none/none", "not a task file"},
+        {QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16), "old [] none/none", "not a task file"},
     };
     for (const auto& c : cases) {
         TaskTreeModel model;
@@ -140,10 +162,10 @@ TEST(WorkspaceFile, KeepsWhatALineCutShortHolds) {
         QByteArray last;
         const char* node;
     } cases[] = {
-        {"\"K1\",\"notes\",\"\377data/no", ".notes [|/w/data/no] 0/0"},
-        {"\"K1\",\"not", ".not [] 0/0"},
-        {"\"K1\"", ". [] 0/0"},
-        {"\"K1\",\"caf\xE9\",\"\377\"", ".café [] 0/0"}, // Latin-1 from an older system
+        {"\"K1\",\"notes\",\"\377data/no", ".notes [|/w/data/no] none/none"},
+        {"\"K1\",\"not", ".not [] none/none"},
+        {"\"K1\"", ". [] none/none"},
+        {"\"K1\",\"caf\xE9\",\"\377\"", ".café [] none/none"}, // Latin-1 from an older system
     };
     for (const auto& c : cases) {
         TaskTreeModel model;
@@ -200,7 +222,8 @@ TEST(Workspace, SavesTwiceToTheSameBytesAndLoadsAfterAMove) {
     QDir(pathIn(dir, "")).rename("old", "new");
     WorkspaceState opened;
     ASSERT_FALSE(loadWorkspace(model, opened, pathIn(dir, "new/work.tsk")));
-    EXPECT_EQ(opened.windowTitle(), "Morlevant v1.0 - " + pathIn(dir, "new/work.tsk"));
+    EXPECT_EQ(opened.windowTitle(), "Morlevant v" + QString::fromLatin1(programVersion) + " - " +
+                                        pathIn(dir, "new/work.tsk"));
     EXPECT_EQ(opened.TaskDir, pathIn(dir, "new/"));
     EXPECT_EQ(NodeTag::split(TaskTreeModel::tag(model.item(0)->child(0))).path,
               pathIn(dir, "new/data/n.txt"));
@@ -219,7 +242,7 @@ TEST(Workspace, ReportsFilesItCannotUse) {
         ASSERT_TRUE(problem);
         EXPECT_TRUE(problem->contains(QDir::toNativeSeparators(path)));
     }
-    EXPECT_EQ(outline(model), "mine [] 0/0");
+    EXPECT_EQ(outline(model), "mine [] none/none");
     EXPECT_EQ(state.TaskFileName, pathIn(dir, "mine.tsk"));
 
     state.setTaskFile(pathIn(dir, "no/such/folder/x.tsk"));
