@@ -128,7 +128,7 @@ void Calculation::CalculateLine(std::string_view line, std::string& out) {
         out.assign(line);
         return;
     }
-    double value = LeadingNumber(line);
+    double value = readLeadingNumber(line);
     for (const Step& step : steps_)
         value = shortestNumberValue(apply(step, value));
     // The value rounded is that of the 15-digit text, as the text is what the steps hand on.
