@@ -158,13 +158,11 @@ void appendScaledFixed(bool negative, std::uint64_t digits, int scale, int decim
         out += '-';
     // At least one digit before the point.
     const int leading = std::max(0, decimals + 1 - length - zeros);
-    const int total = leading + length + zeros;
-    for (int i = 0; i < total; ++i) {
-        if (i == total - decimals)
-            out += '.';
-        out += i < leading || i >= leading + length ? '0'
-                                                    : text[static_cast<std::size_t>(i - leading)];
-    }
+    out.append(static_cast<std::size_t>(leading), '0');
+    out.append(text.data(), static_cast<std::size_t>(length));
+    out.append(static_cast<std::size_t>(zeros), '0');
+    if (decimals > 0)
+        out.insert(out.size() - static_cast<std::size_t>(decimals), 1, '.');
 }
 
 } // namespace
