@@ -12,6 +12,28 @@ namespace {
 // does not keep its size for the rest of the run.
 constexpr std::size_t shrinkAbove = std::size_t{1} << 20;
 
+// The first occurrence of `find` (not empty) in `text` at or after `from`, or npos. Candidates
+// are found by their first byte and tested by their last before the rest is compared: in text
+// where the first byte is common, most of them fail at that one byte.
+std::size_t findFrom(std::string_view text, std::string_view find, std::size_t from) {
+    if (find.size() > text.size())
+        return std::string_view::npos;
+    const char* const data = text.data();
+    const char* const lastStart = data + (text.size() - find.size());
+    const char first = find.front();
+    const char last = find.back();
+    for (const char* p = data + from; p <= lastStart;) {
+        const void* hit = std::memchr(p, first, static_cast<std::size_t>(lastStart - p) + 1);
+        if (hit == nullptr)
+            break;
+        p = static_cast<const char*>(hit);
+        if (p[find.size() - 1] == last && std::memcmp(p, find.data(), find.size() - 1) == 0)
+            return static_cast<std::size_t>(p - data);
+        ++p;
+    }
+    return std::string_view::npos;
+}
+
 // Calls `match(at)` for every occurrence of `find` (not empty) in `text`, left to right and
 // without overlap, the first of them at `first`. The comparison is byte for byte, so it is exact
 // and case-sensitive. A find text that is valid UTF-8 can only match whole characters; one that is
@@ -31,13 +53,13 @@ void forEachOccurrence(std::string_view text, std::string_view find, bool wholeC
             while (boundary == at && end < at + find.size())
                 end += utf8CharLength(text, end);
             if (boundary != at || end != at + find.size()) {
-                at = text.find(find, at + 1);
+                at = findFrom(text, find, at + 1);
                 continue;
             }
         }
         match(at);
         boundary = at + find.size();
-        at = text.find(find, boundary);
+        at = findFrom(text, find, boundary);
     }
 }
 
@@ -51,7 +73,7 @@ void replaceAll(std::string_view text, std::string_view find, std::string_view r
     std::size_t size = text.size();
     if (replaceWith.size() > find.size())
         for (std::size_t at = first; at != std::string_view::npos;
-             at = text.find(find, at + find.size()))
+             at = findFrom(text, find, at + find.size()))
             size += replaceWith.size() - find.size();
     out.reserve(size);
     std::size_t from = 0;
@@ -101,7 +123,7 @@ void Replacement::ReplaceLine(std::string_view line, std::string& out) {
         // An empty find text leaves the line as it is.
         if (pair.find.empty())
             continue;
-        const std::size_t first = current.find(pair.find);
+        const std::size_t first = findFrom(current, pair.find, 0);
         if (first == std::string_view::npos)
             continue;
         if (replaced && pair.replaceWith.size() <= pair.find.size()) {
