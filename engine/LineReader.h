@@ -34,6 +34,7 @@ public:
 private:
     bool fill();
     std::size_t findLineEnd(std::size_t from);
+    void gather(const char* data, std::size_t size);
 
     std::string path_;
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
