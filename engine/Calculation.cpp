@@ -129,11 +129,21 @@ void Calculation::CalculateLine(std::string_view line, std::string& out) {
         out.assign(line);
         return;
     }
-    double value = LeadingNumber(line);
-    for (const Step& step : steps_)
-        value = shortestNumberValue(apply(step, value));
-    // The value rounded is that of the 15-digit text, as the text is what the steps hand on.
+    double value = readLeadingNumber(line);
+    const std::size_t last = steps_.size() - 1;
+    for (std::size_t i = 0; i < last; ++i)
+        value = shortestNumberValue(apply(steps_[i], value));
+    value = apply(steps_[last], value);
     out.clear();
+    // Fixed decimals are made from the 15 significant digits of the value, which the value they
+    // read back as has too: the last result is written without being rounded first, unless
+    // its digits could read back as more than a double holds.
+    if (rounding_ == Rounding::Decimals && std::fabs(value) < 1e15) {
+        appendFixedNumber(value, decimals_, out);
+        return;
+    }
+    // The value rounded is that of the 15-digit text, as the text is what the steps hand on.
+    value = shortestNumberValue(value);
     if (rounding_ == Rounding::WholeHalfEven)
         appendShortestNumber(std::nearbyint(value), out);
     else

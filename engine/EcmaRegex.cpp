@@ -130,12 +130,21 @@ void EcmaRegex::setSubject(std::string_view subject) {
             "The regular expression \"" + pattern_ +
             "\" cannot be matched against a line that is not valid UTF-8: " + byteCodeError_);
     const bool bytes = (ascii || !subjectIsUtf_) && byteCode_ != nullptr;
-    if (subject.size() > budgetedFrom)
-        code_ = bytes ? byteBudgetedCode_ : utfBudgetedCode_;
-    else
-        code_ = bytes ? byteCode_ : utfCode_;
-    deadline_ = std::chrono::steady_clock::now() + budget_.fixed +
-                budget_.perMebibyte * static_cast<std::int64_t>(subject.size() >> 20);
+    const pcre2_code* code = nullptr;
+    if (subject.size() > budgetedFrom) {
+        code = bytes ? byteBudgetedCode_ : utfBudgetedCode_;
+        // Only the budgeted compiles look at the clock: a short line need not read it.
+        deadline_ = std::chrono::steady_clock::now() + budget_.fixed +
+                    budget_.perMebibyte * static_cast<std::int64_t>(subject.size() >> 20);
+    } else {
+        code = bytes ? byteCode_ : utfCode_;
+    }
+    if (code != code_) {
+        code_ = code;
+        std::size_t jitSize = 0;
+        pcre2_pattern_info(code_, PCRE2_INFO_JITSIZE, &jitSize);
+        jitCompiled_ = jitSize != 0;
+    }
 }
 
 bool EcmaRegex::find(std::size_t start) {
@@ -143,8 +152,12 @@ bool EcmaRegex::find(std::size_t start) {
     const auto* text = reinterpret_cast<PCRE2_SPTR>(subject_.empty() ? empty : subject_.data());
     // The subject was checked once by setSubject: re-checking it on every call would make a
     // global match over a long line quadratic.
-    const int rc = pcre2_match(code_, text, subject_.size(), start, PCRE2_NO_UTF_CHECK, matchData_,
-                               matchContext_);
+    // A JIT compile is called directly, past the checks of the general entry; it never checks
+    // the subject's UTF-8.
+    const int rc = jitCompiled_ ? pcre2_jit_match(code_, text, subject_.size(), start, 0,
+                                                  matchData_, matchContext_)
+                                : pcre2_match(code_, text, subject_.size(), start,
+                                              PCRE2_NO_UTF_CHECK, matchData_, matchContext_);
     if (rc >= 0)
         return true;
     if (rc == PCRE2_ERROR_NOMATCH)

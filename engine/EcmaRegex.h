@@ -75,6 +75,7 @@ private:
     std::string_view subject_;
     bool subjectIsUtf_ = true;
     const pcre2_code* code_ = nullptr; // the compile that matches the current subject
+    bool jitCompiled_ = false;         // whether code_ has JIT code
     MatchBudget budget_;
     std::chrono::steady_clock::time_point deadline_;
     std::uint32_t attempts_ = 0;

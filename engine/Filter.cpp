@@ -23,9 +23,9 @@ void Filter::FilterLine(std::string_view line, std::string& out) {
     out.clear();
     // Deleting or outputting the matches usually gives no more than the line: one buffer of
     // that size, rather than one grown by doubling, keeps a long line's memory near twice its
-    // size. A replacement may give more, and grows its buffer as it needs.
-    if (kind_ != 1)
-        out.reserve(line.size());
+    // size. A replacement may give more: its buffer is made twice the line's size, of which
+    // only the part written costs memory, so that it is rarely moved to a larger one.
+    out.reserve(kind_ == 1 ? 2 * line.size() : line.size());
     regex_.setSubject(line);
     bool matched = false;
     std::size_t copied = 0; // bytes of the line placed in `out` (kinds 1 and 2)

@@ -1,9 +1,12 @@
 #include "engine/LineReader.h"
 
+#include "engine/LineWriter.h"
 #include "taskdef/FilePath.h"
 #include "taskdef/TaskError.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 
 namespace morlevant {
@@ -16,6 +19,25 @@ std::FILE* openForReading(const std::string& path) {
 #else
     return std::fopen(path.c_str(), "rb");
 #endif
+}
+
+constexpr std::size_t lastLfSearch = 4096;
+
+// Whether every line end in `text` is CR LF, and how many there are. The bytes are counted
+// rather than searched, which the compiler does many at a time.
+bool allEndsCrLf(std::string_view text, std::size_t& lines) {
+    std::uint32_t lf = 0;
+    std::uint32_t cr = 0;
+    std::uint32_t crlf = 0;
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        lf += bytes[i] == '\n';
+        cr += bytes[i] == '\r';
+    }
+    for (std::size_t i = 1; i < text.size(); ++i)
+        crlf += (bytes[i - 1] == '\r') & (bytes[i] == '\n');
+    lines = lf;
+    return cr == lf && crlf == lf;
 }
 
 } // namespace
@@ -44,18 +66,28 @@ bool LineReader::fill() {
     return begin_ < end_;
 }
 
-// The first LF or CR from begin_ on, or null when the block holds neither.
-const char* LineReader::findLineEnd() {
+// The first LF or CR from `from` on, or end_ when the rest of the block holds neither.
+std::size_t LineReader::findLineEnd(std::size_t from) {
     const char* data = buffer_.get();
-    if (!crKnown_ || nextCr_ < begin_) {
-        const void* cr = std::memchr(data + begin_, '\r', end_ - begin_);
+    if (!crKnown_ || nextCr_ < from) {
+        const void* cr = std::memchr(data + from, '\r', end_ - from);
         nextCr_ = cr ? static_cast<std::size_t>(static_cast<const char*>(cr) - data) : end_;
         crKnown_ = true;
     }
     // An LF can only end the line when it comes before the next CR.
-    if (const void* lf = std::memchr(data + begin_, '\n', nextCr_ - begin_))
-        return static_cast<const char*>(lf);
-    return nextCr_ < end_ ? data + nextCr_ : nullptr;
+    if (const void* lf = std::memchr(data + from, '\n', nextCr_ - from))
+        return static_cast<std::size_t>(static_cast<const char*>(lf) - data);
+    return nextCr_;
+}
+
+// Appends to the line being gathered. Its buffer grows eightfold rather than twofold: moving
+// it to a larger one holds both at once, and the larger one's unwritten part costs address
+// space, not memory, so fewer and smaller moves keep the peak lower.
+void LineReader::gather(const char* data, std::size_t size) {
+    const std::size_t needed = longLine_.size() + size;
+    if (needed > longLine_.capacity())
+        longLine_.reserve(std::max(needed, 8 * longLine_.capacity()));
+    longLine_.append(data, size);
 }
 
 bool LineReader::next(std::string_view& line) {
@@ -71,16 +103,16 @@ bool LineReader::next(std::string_view& line) {
         }
         const char* start = buffer_.get() + begin_;
         const std::size_t available = end_ - begin_;
-        const char* stop = findLineEnd();
-        if (!stop) {
-            longLine_.append(start, available);
+        const std::size_t stopAt = findLineEnd(begin_);
+        if (stopAt == end_) {
+            gather(start, available);
             gathering = true;
             begin_ = end_;
             continue;
         }
-        const std::size_t length = static_cast<std::size_t>(stop - start);
+        const std::size_t length = stopAt - begin_;
         std::size_t consumed = length + 1;
-        if (*stop == '\r') {
+        if (buffer_[stopAt] == '\r') {
             if (begin_ + consumed < end_) {
                 if (buffer_[begin_ + consumed] == '\n')
                     ++consumed;
@@ -89,7 +121,7 @@ bool LineReader::next(std::string_view& line) {
             }
         }
         if (gathering) {
-            longLine_.append(start, length);
+            gather(start, length);
             line = longLine_;
         } else {
             line = std::string_view(start, length);
@@ -98,6 +130,64 @@ bool LineReader::next(std::string_view& line) {
         ++lineNumber_;
         return true;
     }
+}
+
+std::size_t LineReader::copyLines(std::size_t maxLines, LineWriter& writer) {
+    std::size_t copied = 0;
+    bool inLine = false; // part of an unfinished line has been written
+    while (copied < maxLines) {
+        if (begin_ == end_ && !fill()) {
+            if (inLine) {
+                writer.writeBytes("\r\n");
+                ++copied;
+            }
+            break;
+        }
+        const char* data = buffer_.get();
+        // The lines up to the block's last LF go out as they are when they all end in CR LF.
+        // The LF is looked for near the end only: a block within a long line has none.
+        std::size_t lastLf = end_;
+        const std::size_t searchFrom = end_ - std::min(end_ - begin_, lastLfSearch);
+        while (lastLf > searchFrom && data[lastLf - 1] != '\n')
+            --lastLf;
+        if (lastLf == searchFrom)
+            lastLf = begin_;
+        std::size_t lines = 0;
+        if (allEndsCrLf({data + begin_, lastLf - begin_}, lines) && lines <= maxLines - copied) {
+            writer.writeBytes({data + begin_, lastLf - begin_});
+            copied += lines;
+            inLine = inLine && lines == 0;
+            begin_ = lastLf;
+        }
+        std::size_t unwritten = begin_; // lines that end in CR LF are written together
+        while (copied < maxLines && begin_ < end_) {
+            const std::size_t stop = findLineEnd(begin_);
+            if (stop == end_) { // the line goes on in the next block
+                inLine = true;
+                begin_ = end_;
+                break;
+            }
+            std::size_t next = stop + 1;
+            if (data[stop] == '\n') {
+                writer.writeLine({data + unwritten, stop - unwritten});
+                unwritten = next;
+            } else if (next < end_ && data[next] == '\n') {
+                ++next; // already CR LF
+            } else {
+                // A lone CR, or one that ends the block: an LF that starts the next belongs to it.
+                skipLeadingLf_ = next == end_;
+                writer.writeBytes({data + unwritten, next - unwritten});
+                writer.writeBytes("\n");
+                unwritten = next;
+            }
+            begin_ = next;
+            inLine = false;
+            ++copied;
+        }
+        writer.writeBytes({data + unwritten, begin_ - unwritten});
+    }
+    lineNumber_ += copied;
+    return copied;
 }
 
 } // namespace morlevant

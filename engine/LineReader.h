@@ -7,6 +7,8 @@
 
 namespace morlevant {
 
+class LineWriter;
+
 // Reads a text file line by line in large blocks. A line ends at CR LF, LF or a lone CR; the
 // last line needs no line end. Memory grows with the longest line, never with the file.
 class LineReader {
@@ -18,13 +20,21 @@ public:
 
     // The next line without its line end, valid until the next call; false at the end.
     bool next(std::string_view& line);
-    // Number of the line returned last, counted from 1.
+    // Copies up to `maxLines` next lines to `writer` unchanged but for their ends, which become
+    // CR LF as writeLine makes them, without handing them out one by one: a stretch of lines
+    // that already end in CR LF goes out in one piece, and a line longer than a block is never
+    // gathered. Returns the number of lines copied, fewer than `maxLines` only at the end.
+    std::size_t copyLines(std::size_t maxLines, LineWriter& writer);
+    // Whether every line has been read.
+    bool atEnd() { return begin_ == end_ && !fill(); }
+    // Number of the line returned or copied last, counted from 1.
     std::size_t lineNumber() const { return lineNumber_; }
     const std::string& path() const { return path_; }
 
 private:
     bool fill();
-    const char* findLineEnd();
+    std::size_t findLineEnd(std::size_t from);
+    void gather(const char* data, std::size_t size);
 
     std::string path_;
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;

@@ -53,13 +53,31 @@ void LineWriter::writeLine(std::string_view line) {
             line = {};
         }
     }
-    const std::size_t needed = buffer_.size() + line.size() + 2;
-    if (needed > buffer_.capacity())
-        buffer_.reserve(std::min(bufferSize, std::max(needed, 2 * buffer_.capacity())));
+    reserve(buffer_.size() + line.size() + 2);
     // An empty view may carry no buffer at all, which must not be copied from.
     if (!line.empty())
         buffer_.append(line);
     buffer_.append("\r\n", 2);
+}
+
+void LineWriter::writeBytes(std::string_view bytes) {
+    if (buffer_.size() + bytes.size() > bufferSize) {
+        flush();
+        if (bytes.size() > bufferSize) {
+            write(bytes.data(), bytes.size());
+            return;
+        }
+    }
+    reserve(buffer_.size() + bytes.size());
+    if (!bytes.empty())
+        buffer_.append(bytes);
+}
+
+// The buffer grows by doubling up to its full size, so that a small result never allocates
+// (and clears) the whole of it.
+void LineWriter::reserve(std::size_t needed) {
+    if (needed > buffer_.capacity())
+        buffer_.reserve(std::min(bufferSize, std::max(needed, 2 * buffer_.capacity())));
 }
 
 void LineWriter::write(const char* data, std::size_t size) {

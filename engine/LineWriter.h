@@ -25,11 +25,14 @@ public:
     LineWriter& operator=(const LineWriter&) = delete;
 
     void writeLine(std::string_view line);
+    // Writes bytes as they are: part of a line, or lines that already end in CR LF.
+    void writeBytes(std::string_view bytes);
     // Flushes and closes; throws TaskError when the data could not be written (disk full).
     void close();
     const std::string& path() const { return path_; }
 
 private:
+    void reserve(std::size_t needed);
     void write(const char* data, std::size_t size);
     void flush();
     void fail();

@@ -7,6 +7,8 @@
 #include "engine/TakeRangesOut.h"
 #include "taskdef/TaskFiles.h"
 
+#include <limits>
+
 namespace morlevant {
 
 MergePage::MergePage(const RunContext& context) : context_(context) {}
@@ -27,9 +29,7 @@ void MergePage::process(const std::string& source) {
         appendSelectedRows(reader, writer);
     } else {
         // The row ranges do not restrict a merge worked in place.
-        std::string_view line;
-        while (reader.next(line))
-            writer.writeLine(line);
+        reader.copyLines(std::numeric_limits<std::size_t>::max(), writer);
     }
     writer.close();
     if (count == context_.request.fileCount && context_.callbacks.openFolder)

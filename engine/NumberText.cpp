@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 
 namespace morlevant {
 
@@ -87,7 +89,116 @@ DecimalDigits decimalDigits(double value) {
     return d;
 }
 
+// The powers of ten that a double holds exactly.
+constexpr std::array<double, 23> exactPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                                1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+// The 15 significant digits of a positive double as a whole number `digits` and the power of
+// ten `scale` it is to be divided by, found with double arithmetic alone. The product of the
+// magnitude and an exact power of ten is held exactly as a sum of two doubles, so its integer
+// part and fraction are exact but for the last bit of the fraction: a fraction within a
+// millionth of a half is left to the exact conversion. Only for magnitudes from 1e-7 to below
+// 1e15, whose scale lies within the exact powers. The digits divided by the power, one
+// correctly rounded division of two exact numbers, are then the double that the 15 digits
+// read back as.
+bool scaledDigits(double magnitude, std::uint64_t& digits, int& scale) {
+    if (!(magnitude >= 1e-7 && magnitude < 1e15))
+        return false;
+    // floor(log10(magnitude)) is this estimate from the binary exponent or one more.
+    const int binaryExponent =
+        static_cast<int>((std::bit_cast<std::uint64_t>(magnitude) >> 52) & 0x7ff) - 1023;
+    const int estimate = (binaryExponent * 78913) >> 18;
+    for (scale = 13 - estimate; scale <= 14 - estimate; ++scale) {
+        if (scale < 0 || scale > 22)
+            return false;
+        const double power = exactPowers[static_cast<std::size_t>(scale)];
+        const double product = magnitude * power;
+        const double error = std::fma(magnitude, power, -product); // product + error is exact
+        double whole = std::floor(product);
+        double fraction = (product - whole) + error;
+        if (fraction < 0) {
+            whole -= 1;
+            fraction += 1;
+        } else if (fraction >= 1) {
+            whole += 1;
+            fraction -= 1;
+        }
+        if (whole < 1e14)
+            continue;
+        if (whole >= 1e15 || std::fabs(fraction - 0.5) < 1e-6)
+            return false;
+        digits = static_cast<std::uint64_t>(whole) + (fraction > 0.5 ? 1 : 0);
+        return true;
+    }
+    return false;
+}
+
+// Appends digits / 10^scale with `decimals` decimals as appendFixedNumber does.
+void appendScaledFixed(bool negative, std::uint64_t digits, int scale, int decimals,
+                       std::string& out) {
+    // The number times 10^decimals, rounded half away from zero; the digits stop short of it
+    // by `zeros` places.
+    std::uint64_t whole = digits;
+    int zeros = 0;
+    if (decimals >= scale) {
+        zeros = decimals - scale;
+    } else if (scale - decimals > 15) {
+        whole = 0; // the digits are below 10^15 + 1, less than half a unit
+    } else {
+        std::uint64_t unit = 1;
+        for (int i = 0; i < scale - decimals; ++i)
+            unit *= 10;
+        whole = digits / unit + (digits % unit >= unit / 2 ? 1 : 0);
+    }
+    std::array<char, 24> text{};
+    const int length = static_cast<int>(
+        std::to_chars(text.data(), text.data() + text.size(), whole).ptr - text.data());
+    if (negative && whole != 0)
+        out += '-';
+    // At least one digit before the point.
+    const int leading = std::max(0, decimals + 1 - length - zeros);
+    out.append(static_cast<std::size_t>(leading), '0');
+    out.append(text.data(), static_cast<std::size_t>(length));
+    out.append(static_cast<std::size_t>(zeros), '0');
+    if (decimals > 0)
+        out.insert(out.size() - static_cast<std::size_t>(decimals), 1, '.');
+}
+
 } // namespace
+
+double readLeadingNumber(std::string_view text) {
+    // Blanks, a sign, then at most 15 digits with or without a point and no exponent: the
+    // digits as a whole number divided by an exact power of ten, one correctly rounded step.
+    std::size_t pos = text.find_first_not_of(" \t");
+    if (pos == std::string_view::npos)
+        return 0.0;
+    const bool negative = text[pos] == '-';
+    if (text[pos] == '+' || text[pos] == '-')
+        ++pos;
+    std::uint64_t digits = 0;
+    int count = 0;
+    int decimals = -1; // digits after the point, -1 before it
+    for (; pos < text.size() && count <= significantDigits; ++pos) {
+        const char c = text[pos];
+        if (c >= '0' && c <= '9') {
+            digits = digits * 10 + static_cast<std::uint64_t>(c - '0');
+            ++count;
+            if (decimals >= 0)
+                ++decimals;
+        } else if (c == '.' && decimals < 0) {
+            decimals = 0;
+        } else {
+            break;
+        }
+    }
+    const bool exponent = pos < text.size() && (text[pos] == 'e' || text[pos] == 'E');
+    if (count == 0 || count > significantDigits || exponent)
+        return LeadingNumber(text);
+    const double value =
+        static_cast<double>(digits) / exactPowers[static_cast<std::size_t>(std::max(decimals, 0))];
+    return negative ? -value : value;
+}
 
 void appendShortestNumber(double value, std::string& out) {
     if (value == 0) {
@@ -107,6 +218,13 @@ double shortestNumberValue(double value) {
     // A whole number of at most 15 digits is written as it is.
     if (std::fabs(value) < 1e15 && std::trunc(value) == value)
         return value;
+    std::uint64_t digits = 0;
+    int scale = 0;
+    if (scaledDigits(std::fabs(value), digits, scale)) {
+        const double rounded =
+            static_cast<double>(digits) / exactPowers[static_cast<std::size_t>(scale)];
+        return value < 0 ? -rounded : rounded;
+    }
     DecimalDigits d;
     if (fastDigits(std::fabs(value), d)) {
         if (d.shortest)
@@ -119,6 +237,12 @@ double shortestNumberValue(double value) {
 }
 
 void appendFixedNumber(double value, int decimals, std::string& out) {
+    std::uint64_t digits = 0;
+    int scale = 0;
+    if (scaledDigits(std::fabs(value), digits, scale)) {
+        appendScaledFixed(value < 0, digits, scale, decimals, out);
+        return;
+    }
     const DecimalDigits d = decimalDigits(value);
     // Digit k of the magnitude stands for 10^(exponent - k); lay them out around the point.
     const auto digitAt = [&](long power) -> int {

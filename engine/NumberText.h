@@ -1,8 +1,12 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace morlevant {
+
+// LeadingNumber(text), read directly when the number is a short decimal.
+double readLeadingNumber(std::string_view text);
 
 // Appends the value as the shortest decimal text of at most 15 significant digits: 12.5,
 // 0.333333333333333, 1E+20, 1E-05. Exponents have at least two digits; zero is never "-0".

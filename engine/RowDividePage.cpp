@@ -44,29 +44,36 @@ void RowDividePage::closeQuietly() {
 
 void RowDividePage::divide(const std::string& source) {
     LineReader reader(source);
-    std::string_view line;
-    while (reader.next(line)) {
-        const bool selected = rowSelected(context_.rows, static_cast<double>(reader.lineNumber()));
-        switch (context_.mode) {
-        case RangeMode::WholeText:
-            writeToPiece(counted_++ / rowsPerPiece_, line);
-            break;
-        case RangeMode::InPlace:
-            DivideRowsInRanges(selected, line);
-            break;
-        case RangeMode::RangesOut:
-            // Pieces are numbered by the rows written, not by the rows of the source.
-            if (!selected)
-                break;
-            columns_.assign(line);
-            TakeRangesOut(context_.columns, columns_, out_);
-            writeToPiece(counted_++ / rowsPerPiece_, out_);
-            break;
-        }
-    }
+    if (context_.mode == RangeMode::WholeText)
+        copyIntoPieces(reader);
+    else
+        divideRows(reader);
     if (writer_)
         writer_->close();
     writer_.reset();
+}
+
+// Whole text every row is copied unchanged, so the rows of a piece go over together.
+void RowDividePage::copyIntoPieces(LineReader& reader) {
+    while (!reader.atEnd()) {
+        const std::uint64_t piece = counted_ / rowsPerPiece_;
+        counted_ += reader.copyLines(rowsPerPiece_ - counted_ % rowsPerPiece_, pieceWriter(piece));
+    }
+}
+
+void RowDividePage::divideRows(LineReader& reader) {
+    std::string_view line;
+    while (reader.next(line)) {
+        const bool selected = rowSelected(context_.rows, static_cast<double>(reader.lineNumber()));
+        if (context_.mode == RangeMode::InPlace) {
+            DivideRowsInRanges(selected, line);
+        } else if (selected) {
+            // Pieces are numbered by the rows written, not by the rows of the source.
+            columns_.assign(line);
+            TakeRangesOut(context_.columns, columns_, out_);
+            writeToPiece(counted_++ / rowsPerPiece_, out_);
+        }
+    }
 }
 
 // Row ranges in place: only the rows in the ranges are counted into pieces of line 27's size;
@@ -84,6 +91,10 @@ void RowDividePage::DivideRowsInRanges(bool inRanges, std::string_view line) {
 // Pieces that share a name (a template without "*") are one file that receives every row, so
 // a later piece does not empty what the earlier ones wrote.
 void RowDividePage::writeToPiece(std::uint64_t piece, std::string_view line) {
+    pieceWriter(piece).writeLine(line);
+}
+
+LineWriter& RowDividePage::pieceWriter(std::uint64_t piece) {
     if (openPiece_ != piece) {
         std::string name = names_.PieceNameByRow(piece * rowsPerPiece_ + 1, rowsPerPiece_);
         if (!writer_ || name != openName_) {
@@ -96,7 +107,7 @@ void RowDividePage::writeToPiece(std::uint64_t piece, std::string_view line) {
         }
         openPiece_ = piece;
     }
-    writer_->writeLine(line);
+    return *writer_;
 }
 
 } // namespace morlevant

@@ -11,6 +11,8 @@
 
 namespace morlevant {
 
+class LineReader;
+
 // Divide by row (line 26 "1"): pieces of a number of rows each (line 27) in the divide folder.
 class RowDividePage final : public FilePage {
 public:
@@ -20,9 +22,14 @@ public:
 
 private:
     void divide(const std::string& source);
+    void copyIntoPieces(LineReader& reader);
+    // The rows in place or with their ranges taken out.
+    void divideRows(LineReader& reader);
     void closeQuietly();
     void DivideRowsInRanges(bool inRanges, std::string_view line);
     void writeToPiece(std::uint64_t piece, std::string_view line);
+    // The writer of the piece, opened (and emptied) when its first row is due.
+    LineWriter& pieceWriter(std::uint64_t piece);
 
     const RunContext& context_;
     PieceNames names_;

@@ -55,6 +55,8 @@ INSTANTIATE_TEST_SUITE_P(
         LineCase{"+0", "16", "1.0000000000000078", "1.0000000000000100"},
         LineCase{"+0", "2", "9.999999999999998", "10.00"}, LineCase{"+0", "0", "2.5", "2"},
         LineCase{"+0", "0", "3.5", "4"},
+        LineCase{"*1E15", "1", "0.9999999999999999", "1000000000000000.0"},
+        LineCase{"/3,/7", "18", "1", "0.047619047619047600"},
         // A blank line 6 is 0 decimals of format "#0.": half away from zero, no point written.
         LineCase{"+0", "00", "2.5", "3"}, LineCase{"+0", "", "2.5", "3"},
         LineCase{"+0", " ", "-2.5", "-3"}, LineCase{"/3", "", "10", "3"},

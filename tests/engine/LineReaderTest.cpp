@@ -42,8 +42,42 @@ INSTANTIATE_TEST_SUITE_P(
                       LineEndCase{"a\r\nb\r\n", {"a", "b"}}, LineEndCase{"a\nb", {"a", "b"}},
                       LineEndCase{"a\rb\r", {"a", "b"}}, LineEndCase{"\n\n", {"", ""}},
                       LineEndCase{"a\r\rb", {"a", "", "b"}}, LineEndCase{"a\n\rb", {"a", "", "b"}},
+                      LineEndCase{"a\r\r\n\nb", {"a", "", "", "b"}},
                       LineEndCase{"a\nb\nc\rd\r\ne\nf", {"a", "b", "c", "d", "e", "f"}},
                       LineEndCase{"\xff\xfe\r\n\x80", {"\xff\xfe", "\x80"}}));
+
+// Copying lines gives the bytes of writing each line read, in counts that stop at any line.
+std::string copiedInCounts(const std::string& path, std::size_t count, std::size_t& lines) {
+    TempDir out;
+    {
+        LineReader reader(path);
+        LineWriter writer(out.file("copy.txt"), LineWriter::Mode::Truncate);
+        while (reader.copyLines(count, writer) == count)
+            ;
+        lines = reader.lineNumber();
+        writer.close();
+    }
+    return morlevant::testing::readBytes(out.file("copy.txt"));
+}
+
+std::string eachLineWritten(const Lines& lines) {
+    std::string bytes;
+    for (const std::string& line : lines)
+        bytes += line + "\r\n";
+    return bytes;
+}
+
+TEST_P(LineEnds, CopiedLinesEndInCrLf) {
+    TempDir dir;
+    morlevant::testing::writeBytes(dir.file("in.txt"), GetParam().bytes);
+    for (const std::size_t count : {std::size_t{1}, std::size_t{2}, std::size_t{1000}}) {
+        std::size_t lines = 0;
+        EXPECT_EQ(copiedInCounts(dir.file("in.txt"), count, lines),
+                  eachLineWritten(GetParam().expected))
+            << count;
+        EXPECT_EQ(lines, GetParam().expected.size());
+    }
+}
 
 TEST(Reader, LinesAcrossBlockBoundaries) {
     // Lines longer than a block, and a CR LF split between two blocks.
@@ -53,6 +87,49 @@ TEST(Reader, LinesAcrossBlockBoundaries) {
     const std::string shortLine(LineReader::blockSize - 1, 'y');
     morlevant::testing::writeBytes(dir.file("in.txt"), shortLine + "\r\n" + longLine + "\r\nend");
     EXPECT_EQ(readLines(dir.file("in.txt")), (Lines{shortLine, longLine, "end"}));
+}
+
+TEST(Reader, CopiesLinesAcrossBlockBoundaries) {
+    // Every kind of line end just before, on and after the end of a block, a line longer than
+    // a block, and a file without a final line end.
+    TempDir dir;
+    Lines lines;
+    std::string bytes;
+    const std::size_t block = LineReader::blockSize;
+    for (const char* end : {"\r\n", "\n", "\r"}) {
+        // Its end starts on the last but one, the last and the first byte of a block.
+        for (const std::size_t at : {block - 2, block - 1, block}) {
+            lines.emplace_back((at - bytes.size() % block + block) % block, 'x');
+            bytes += lines.back() + end;
+        }
+        lines.emplace_back(2 * block + 5, 'y');
+        bytes += lines.back() + end;
+    }
+    lines.push_back("last");
+    bytes += "last";
+    morlevant::testing::writeBytes(dir.file("in.txt"), bytes);
+    for (const std::size_t count : {std::size_t{1}, std::size_t{3}, std::size_t{100}}) {
+        std::size_t copied = 0;
+        EXPECT_EQ(copiedInCounts(dir.file("in.txt"), count, copied), eachLineWritten(lines));
+        EXPECT_EQ(copied, lines.size());
+    }
+}
+
+TEST(Reader, ReadsOnWhereTheCopyStopped) {
+    TempDir dir;
+    morlevant::testing::writeBytes(dir.file("in.txt"), "a\r\nb\nc\rd");
+    LineReader reader(dir.file("in.txt"));
+    LineWriter writer(dir.file("out.txt"), LineWriter::Mode::Truncate);
+    EXPECT_EQ(reader.copyLines(2, writer), 2U);
+    std::string_view line;
+    ASSERT_TRUE(reader.next(line));
+    EXPECT_EQ(line, "c");
+    EXPECT_EQ(reader.lineNumber(), 3U);
+    EXPECT_FALSE(reader.atEnd());
+    EXPECT_EQ(reader.copyLines(5, writer), 1U);
+    EXPECT_TRUE(reader.atEnd());
+    writer.close();
+    EXPECT_EQ(morlevant::testing::readBytes(dir.file("out.txt")), "a\r\nb\r\nd\r\n");
 }
 
 TEST(Reader, MissingFileNamesThePath) {

@@ -45,6 +45,12 @@ INSTANTIATE_TEST_SUITE_P(
                     "aaa",
                     "c\xe2\x82\xac!cc"},
         ReplaceCase{pair("aa", "X"), "", Mode::Whole, "aaa", "Xa"},
+        // Candidates that share the first, the last or no byte but the first with the find
+        // text; a match that ends the line; a find text longer than the line.
+        ReplaceCase{pair("aba", "X"), "", Mode::Whole, "aabaabab", "aXXb"},
+        ReplaceCase{pair("axc", "Y"), "", Mode::Whole, "abcaxcax", "abcYax"},
+        ReplaceCase{pair("ab", "X"), "", Mode::Whole, "aab", "aX"},
+        ReplaceCase{pair("abcd", "X"), "", Mode::Whole, "abc", "abc"},
         ReplaceCase{pair("a", "aa"), "", Mode::Whole, "aa", "aaaa"}, // no rescanning
         ReplaceCase{pair("Abc", "X"), "", Mode::Whole, "abc", "abc"},
         ReplaceCase{pair("", "X"), "", Mode::Whole, "abc", "abc"},
