@@ -1,7 +1,10 @@
 // A task made, edited through the task editor and run from the window, as a user does it: the
 // pages that work line by line, over the whole text (dividing and merging are run from the
 // window by WindowRun).
+#include "mainwindow/MainStatusBar.h"
 #include "tests/mainwindow/WindowFixture.h"
+
+#include <QProgressBar>
 
 namespace morlevant {
 namespace {
@@ -32,10 +35,11 @@ TEST_F(TaskEditing, EachPageEditedInTheEditorRunsToItsResult) {
             editor.click("ok");
         };
         menus().mnuEditCap->trigger();
-        ASSERT_TRUE(menus().RunTask->isEnabled()) << task.name;
-        menus().RunTask->trigger();
+        ASSERT_EQ(toolbar().image(ToolbarButton::runTask), toolbarImage::runTask) << task.name;
+        click(ToolbarButton::runTask);
         EXPECT_EQ(prompts.messages().last(), "information|Morlevant|Vell down!") << task.name;
         EXPECT_EQ(testing::readBytes((file + ".modify").toStdString()), task.expected) << task.name;
+        EXPECT_EQ(window->sbMain()->ProgressBar1()->value(), 0);
     }
 }
 

@@ -131,7 +131,8 @@ protected:
         writeTaskPageSettings(taskSettingsPath(home.path().string(), "Job"), settings);
         window->selectNode(job);
     }
-    // Inserts a line after the last: the page whose results the runner's tests pin.
+    // Inserts a line after the last. The runner's tests pin what runs give; the editing flow
+    // runs tasks to their results from the toolbar.
     static TaskPageSettings insertAfterLast() {
         TaskPageSettings settings;
         settings.operationPage = "5";
@@ -140,18 +141,6 @@ protected:
         return settings;
     }
 };
-
-TEST_F(WindowRun, RunsTheSelectedTaskToVellDown) {
-    start();
-    const QString a = makeFile("in/a.txt", "x\n");
-    makeTask(insertAfterLast(), {a});
-    ASSERT_EQ(toolbar().image(ToolbarButton::runTask), toolbarImage::runTask);
-    click(ToolbarButton::runTask);
-    EXPECT_EQ(prompts.messages(), QStringList{"information|Morlevant|Vell down!"});
-    EXPECT_EQ(testing::readBytes((a + ".modify").toStdString()), "x\r\nEND\r\n");
-    EXPECT_EQ(window->sbMain()->ProgressBar1()->value(), 0);
-    EXPECT_TRUE(shell.opened.isEmpty());
-}
 
 TEST_F(WindowRun, AMergeOpensTheMergeFolderOrSaysWhyNot) {
     start();
