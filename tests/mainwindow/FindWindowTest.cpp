@@ -56,6 +56,7 @@ TEST_F(Find, TheDialogStartsFromTheSelectionAndFindNextGoesOnUntilNoneIsLeft) {
     EXPECT_TRUE(dialog().isVisible());
     EXPECT_FALSE(dialog().isModal());
     EXPECT_EQ(dialog().Text1->text(), "xyz");
+    EXPECT_TRUE(dialog().optDirection[1]->isChecked()); // forward, as the search state says
     dialog().Text1->clear();
     EXPECT_FALSE(dialog().cmdFind->isEnabled());
     QTest::keyClicks(dialog().Text1, "abc");

@@ -44,6 +44,7 @@ TEST_F(Window, StartsWithOneTaskAndOnlyTheCommandsThatSuitIt) {
     EXPECT_TRUE(toolbar().isPressed(ToolbarButton::strictDrag));
     EXPECT_EQ(menus().mLastFile[0]->text(), "no history");
     EXPECT_FALSE(menus().mLastFile[0]->isEnabled());
+    EXPECT_FALSE(menus().mLastFile[1]->isVisible());
 }
 
 TEST_F(Window, OpensTheWorkspaceNamedOnTheCommandLineAndShowsItsFirstNode) {
