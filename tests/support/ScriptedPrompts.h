@@ -29,11 +29,7 @@ public:
     Answer question(const QString& text, const QString& title, Buttons buttons) override {
         asked.append(QString(buttons == Buttons::YesNo ? "yesno|" : "yesnocancel|") + title + "|" +
                      text);
-        if (answers.isEmpty()) {
-            ADD_FAILURE() << "unexpected question: " << text.toStdString();
-            return Answer::Cancel;
-        }
-        return answers.dequeue();
+        return next(answers, "question: " + text, Answer::Cancel);
     }
     QStringList openFileNames(const FileDialogRequest& request) override {
         return dialog("open files", request);
@@ -46,20 +42,11 @@ public:
     }
     std::optional<QFont> chooseFont(const QFont&) override {
         asked.append("font||");
-        if (fonts.isEmpty()) {
-            ADD_FAILURE() << "unexpected font dialog";
-            return std::nullopt;
-        }
-        return fonts.dequeue();
+        return next(fonts, "font dialog");
     }
-
     QString inputText(const QString& prompt, const QString& title) override {
         asked.append("input|" + title + "|" + prompt);
-        if (inputs.isEmpty()) {
-            ADD_FAILURE() << "unexpected input box: " << prompt.toStdString();
-            return {};
-        }
-        return inputs.dequeue();
+        return next(inputs, "input box: " + prompt);
     }
 
     // The messages and questions only, without the dialogs.
@@ -75,11 +62,15 @@ private:
     QStringList dialog(const QString& kind, const FileDialogRequest& request) {
         asked.append(kind + "|" + request.title + "|" + request.filter);
         dialogs.append(request);
-        if (fileNames.isEmpty()) {
-            ADD_FAILURE() << "unexpected dialog: " << request.title.toStdString();
-            return {};
+        return next(fileNames, "dialog: " + request.title);
+    }
+    // The next scripted answer, or `otherwise` and a failure when none is left.
+    template <class T> static T next(QQueue<T>& script, const QString& what, T otherwise = {}) {
+        if (script.isEmpty()) {
+            ADD_FAILURE() << "unexpected " << what.toStdString();
+            return otherwise;
         }
-        return fileNames.dequeue();
+        return script.dequeue();
     }
 };
 

@@ -45,7 +45,7 @@ TEST_F(TreeCommandsTest, AddTaskIsNumberedByAllNodesAndPlacedAfterTheSelection) 
     }
 }
 
-TEST_F(TreeCommandsTest, ImportedFilesGoUnderOrBesideTheSelectionInChosenOrder) {
+TEST_F(TreeCommandsTest, ImportedFilesGoUnderOrBesideTheSelectionOrIntoANewTask) {
     const QStringList paths{"/in/zeta.txt", "/in/alpha.data.txt", "/in/readme"};
     buildTree(model, "A[a.txt] B");
     commands.addFiles(find(model, {"A"}), paths, true);
@@ -57,9 +57,8 @@ TEST_F(TreeCommandsTest, ImportedFilesGoUnderOrBesideTheSelectionInChosenOrder) 
     EXPECT_EQ(TaskTreeModel::image(alpha), treeImage::text);
     EXPECT_EQ(TaskTreeModel::image(find(model, {"A", "readme"})), treeImage::none);
     EXPECT_TRUE(state.TaskDirty);
-}
 
-TEST_F(TreeCommandsTest, ImportIntoAnEmptyTreeMakesATaskForTheFiles) {
+    model.clear(); // into an empty tree: a task is made for the files
     commands.addFiles(nullptr, {"/in/a.txt"}, false);
     EXPECT_EQ(treeText(model), "My Batch Task[a]");
 }

@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QMap>
 #include <QRandomGenerator>
 #include <gtest/gtest.h>
 
@@ -18,38 +19,22 @@ const QChar nul(0);
 // Workspace files separate remark and path by the byte 0xff, written \377 below.
 
 QByteArray readAll(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return QByteArray::fromStdString(testing::readBytes(path.toStdString()));
 }
 
 QString pathIn(const testing::TempDir& dir, const QString& name) {
     return QString::fromStdString(dir.file(name.toStdString()));
 }
 
-void writeAll(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
 // The images a read gives, by name.
 QString imageName(int image) {
-    switch (image) {
-    case treeImage::none:
-        return "none";
-    case treeImage::archive:
-        return "archive";
-    case treeImage::html:
-        return "html";
-    case treeImage::text:
-        return "text";
-    case treeImage::closedFolder:
-        return "closedFolder";
-    case treeImage::openFolder:
-        return "openFolder";
-    default:
-        return QString::number(image);
-    }
+    static const QMap<int, QString> names{{treeImage::none, "none"},
+                                          {treeImage::archive, "archive"},
+                                          {treeImage::html, "html"},
+                                          {treeImage::text, "text"},
+                                          {treeImage::closedFolder, "closedFolder"},
+                                          {treeImage::openFolder, "openFolder"}};
+    return names.value(image, QString::number(image));
 }
 
 // One line per node: depth in dots, Text, Tag (NUL shown as "|"), image/selected image.
@@ -235,7 +220,7 @@ TEST(Workspace, ReportsFilesItCannotUse) {
     model.appendNode(nullptr, "mine");
     WorkspaceState state;
     state.setTaskFile(pathIn(dir, "mine.tsk"));
-    writeAll(pathIn(dir, "notes.txt"), "just some notes\r\n");
+    testing::writeBytes(dir.file("notes.txt"), "just some notes\r\n");
     for (const QString& path :
          {pathIn(dir, "absent.tsk"), pathIn(dir, ""), pathIn(dir, "notes.txt")}) {
         const auto problem = loadWorkspace(model, state, path);

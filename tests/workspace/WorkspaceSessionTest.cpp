@@ -59,17 +59,31 @@ TEST_F(WorkspaceSessionTest, SaveAsksForANameOnceAndAddsTheExtension) {
     EXPECT_EQ(prompts.dialogs.size(), 1);
 }
 
-TEST_F(WorkspaceSessionTest, CancelledSaveAsWritesNothing) {
+// A Save As that is cancelled or cannot write leaves the workspace under its old name: the title
+// and the History, which follow that name, stay as they were.
+TEST_F(WorkspaceSessionTest, SaveAsThatDoesNotSaveKeepsTheOldName) {
     buildTree(model, "A");
     prompts.fileNames.enqueue({path("first.tsk")});
     session.mnuSaveAs();
     buildTree(model, "B");
     state.TaskDirty = true;
     const std::string before = testing::readBytes(folder.file("first.tsk"));
-    prompts.fileNames.enqueue({});
-    EXPECT_FALSE(session.mnuSaveAs());
-    EXPECT_EQ(testing::readBytes(folder.file("first.tsk")), before);
-    EXPECT_TRUE(state.TaskDirty);
+    testing::writeBytes(folder.file("blocked"), ""); // no one, root included, writes below a file
+    for (const QString& name : {QString(), path("blocked/two.tsk"), path("missing/two.tsk")}) {
+        prompts.asked.clear();
+        prompts.fileNames.enqueue({name});
+        EXPECT_FALSE(session.mnuSaveAs());
+        EXPECT_EQ(prompts.messages().size(), name.isEmpty() ? 0 : 1);
+        if (!name.isEmpty()) {
+            EXPECT_TRUE(prompts.messages().at(0).startsWith(
+                "error|Morlevant|Can't save the task file " + name))
+                << prompts.messages().at(0).toStdString();
+        }
+        EXPECT_EQ(testing::readBytes(folder.file("first.tsk")), before);
+        EXPECT_EQ(state.TaskFileName, path("first.tsk"));
+        EXPECT_TRUE(state.TaskDirty);
+        EXPECT_EQ(chosen, QStringList{path("first.tsk")});
+    }
 }
 
 TEST_F(WorkspaceSessionTest, OpenLoadsTheChosenFileAndCancelLeavesAllAsItWas) {
@@ -88,6 +102,17 @@ TEST_F(WorkspaceSessionTest, OpenLoadsTheChosenFileAndCancelLeavesAllAsItWas) {
     EXPECT_EQ(state.TaskFileName, path("saved.tsk"));
     EXPECT_EQ(prompts.dialogs.last().title, "Open “Morlevant” Task File");
     EXPECT_EQ(session.lastDirectory(), QString::fromStdString(folder.path().string()));
+}
+
+TEST_F(WorkspaceSessionTest, AWorkspaceThatIsAFolderIsReportedOnceAndChangesNothing) {
+    buildTree(model, "A");
+    std::filesystem::create_directories(folder.path() / "dir.tsk");
+    prompts.fileNames.enqueue({path("dir.tsk")});
+    EXPECT_FALSE(session.mnuOpen());
+    ASSERT_EQ(prompts.messages().size(), 1);
+    EXPECT_TRUE(prompts.messages().at(0).contains("dir.tsk"));
+    EXPECT_EQ(treeText(model), "A");
+    EXPECT_TRUE(chosen.isEmpty());
 }
 
 TEST_F(WorkspaceSessionTest, HistoryAsksItsOwnQuestion) {
