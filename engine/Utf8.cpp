@@ -70,10 +70,10 @@ std::size_t utf8CharCount(std::string_view text) {
 
 bool isValidUtf8(std::string_view text) {
     for (std::size_t pos = 0; pos < text.size();) {
-        if (static_cast<unsigned char>(text[pos]) < 0x80) {
-            ++pos;
-            continue;
-        }
+        // Runs of ASCII, the bulk of most text, are passed over eight bytes at a time.
+        pos += asciiPrefixLength(text.substr(pos));
+        if (pos == text.size())
+            break;
         const std::size_t length = utf8CharLength(text, pos);
         if (length == 1)
             return false;
