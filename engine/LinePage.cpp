@@ -23,9 +23,10 @@ void LinePage::process(const std::string& source) {
     while (true) {
         // A block's whole lines are worked at once, and the line that goes on into the next
         // block by itself.
-        if (manyLines && reader.nextLines(line)) {
+        // The routine keeps the line ends, so what holds for the ends read holds for those written.
+        if (bool allCrLf = false; manyLines && reader.nextLines(line, allCrLf)) {
             apply(source, reader.lineNumber(), line);
-            writer.writeLines(out_);
+            writer.writeLines(out_, allCrLf);
             continue;
         }
         if (!reader.next(line))

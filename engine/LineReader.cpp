@@ -123,7 +123,7 @@ bool LineReader::next(std::string_view& line) {
     }
 }
 
-bool LineReader::nextLines(std::string_view& lines) {
+bool LineReader::nextLines(std::string_view& lines, bool& allCrLf) {
     if (begin_ == end_ && !fill())
         return false;
     const char* data = buffer_.get();
@@ -136,7 +136,9 @@ bool LineReader::nextLines(std::string_view& lines) {
     if (stop == end_ && data[stop - 1] == '\r')
         skipLeadingLf_ = true;
     lines = std::string_view(data + begin_, stop - begin_);
-    lineNumber_ += countLineEnds(lines).lines;
+    const LineEndCount ends = countLineEnds(lines);
+    lineNumber_ += ends.lines;
+    allCrLf = ends.allCrLf;
     begin_ = stop;
     return true;
 }

@@ -61,8 +61,8 @@ void LineWriter::writeLine(std::string_view line) {
     buffer_.append("\r\n", 2);
 }
 
-void LineWriter::writeLines(std::string_view lines) {
-    if (countLineEnds(lines).allCrLf && !lines.empty() && lines.back() == '\n') {
+void LineWriter::writeLines(std::string_view lines, bool allCrLf) {
+    if (allCrLf && !lines.empty() && lines.back() == '\n') {
         writeBytes(lines);
         return;
     }
