@@ -123,8 +123,10 @@ void EcmaRegex::setSubject(std::string_view subject) {
     subject_ = subject;
     // A line of ASCII reads the same byte by byte, and the byte compile matches it faster: its
     // classes need no test for characters beyond ASCII.
-    const bool ascii = isAscii(subject);
-    subjectIsUtf_ = ascii || isValidUtf8(subject);
+    const std::size_t asciiPrefix = asciiPrefixLength(subject);
+    const bool ascii = asciiPrefix == subject.size();
+    // The ASCII prefix ends between characters: only the rest needs its encoding checked.
+    subjectIsUtf_ = ascii || isValidUtf8(subject.substr(asciiPrefix));
     if (!subjectIsUtf_ && byteCode_ == nullptr)
         throw TaskError(
             "The regular expression \"" + pattern_ +

@@ -18,8 +18,19 @@ void LinePage::checkResults(const std::string& source) const {
 void LinePage::process(const std::string& source) {
     LineReader reader(source);
     LineWriter writer(modifiedPath(source), LineWriter::Mode::Truncate);
+    const bool manyLines = context_.mode == RangeMode::WholeText && routine_->takesManyLines();
     std::string_view line;
-    while (reader.next(line)) {
+    while (true) {
+        // A block's whole lines are worked at once, and the line that goes on into the next
+        // block by itself.
+        // The routine keeps the line ends, so what holds for the ends read holds for those written.
+        if (bool allCrLf = false; manyLines && reader.nextLines(line, allCrLf)) {
+            apply(source, reader.lineNumber(), line);
+            writer.writeLines(out_, allCrLf);
+            continue;
+        }
+        if (!reader.next(line))
+            break;
         const double row = static_cast<double>(reader.lineNumber());
         const bool selected = rowSelected(context_.rows, row);
         if (context_.mode == RangeMode::RangesOut && !selected)

@@ -1,5 +1,6 @@
 #include "engine/LineReader.h"
 
+#include "engine/LineEnds.h"
 #include "engine/LineWriter.h"
 #include "taskdef/FilePath.h"
 #include "taskdef/TaskError.h"
@@ -22,23 +23,6 @@ std::FILE* openForReading(const std::string& path) {
 }
 
 constexpr std::size_t lastLfSearch = 4096;
-
-// Whether every line end in `text` is CR LF, and how many there are. The bytes are counted
-// rather than searched, which the compiler does many at a time.
-bool allEndsCrLf(std::string_view text, std::size_t& lines) {
-    std::uint32_t lf = 0;
-    std::uint32_t cr = 0;
-    std::uint32_t crlf = 0;
-    const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        lf += bytes[i] == '\n';
-        cr += bytes[i] == '\r';
-    }
-    for (std::size_t i = 1; i < text.size(); ++i)
-        crlf += (bytes[i - 1] == '\r') & (bytes[i] == '\n');
-    lines = lf;
-    return cr == lf && crlf == lf;
-}
 
 } // namespace
 
@@ -70,9 +54,16 @@ bool LineReader::fill() {
 std::size_t LineReader::findLineEnd(std::size_t from) {
     const char* data = buffer_.get();
     if (!crKnown_ || nextCr_ < from) {
-        const void* cr = std::memchr(data + from, '\r', end_ - from);
-        nextCr_ = cr ? static_cast<std::size_t>(static_cast<const char*>(cr) - data) : end_;
+        const std::size_t stop = from + findCrOrLf({data + from, end_ - from});
+        if (stop < end_ && data[stop] == '\n') {
+            // Lines that end in LF follow, likely: the next CR is looked for once for them all.
+            const void* cr = std::memchr(data + stop, '\r', end_ - stop);
+            nextCr_ = cr ? static_cast<std::size_t>(static_cast<const char*>(cr) - data) : end_;
+        } else {
+            nextCr_ = stop;
+        }
         crKnown_ = true;
+        return stop;
     }
     // An LF can only end the line when it comes before the next CR.
     if (const void* lf = std::memchr(data + from, '\n', nextCr_ - from))
@@ -132,6 +123,26 @@ bool LineReader::next(std::string_view& line) {
     }
 }
 
+bool LineReader::nextLines(std::string_view& lines, bool& allCrLf) {
+    if (begin_ == end_ && !fill())
+        return false;
+    const char* data = buffer_.get();
+    std::size_t stop = end_; // just past the block's last line end
+    while (stop > begin_ && data[stop - 1] != '\n' && data[stop - 1] != '\r')
+        --stop;
+    if (stop == begin_)
+        return false;
+    // A CR that ends the block: an LF that starts the next belongs to it.
+    if (stop == end_ && data[stop - 1] == '\r')
+        skipLeadingLf_ = true;
+    lines = std::string_view(data + begin_, stop - begin_);
+    const LineEndCount ends = countLineEnds(lines);
+    lineNumber_ += ends.lines;
+    allCrLf = ends.allCrLf;
+    begin_ = stop;
+    return true;
+}
+
 std::size_t LineReader::copyLines(std::size_t maxLines, LineWriter& writer) {
     std::size_t copied = 0;
     bool inLine = false; // part of an unfinished line has been written
@@ -152,11 +163,11 @@ std::size_t LineReader::copyLines(std::size_t maxLines, LineWriter& writer) {
             --lastLf;
         if (lastLf == searchFrom)
             lastLf = begin_;
-        std::size_t lines = 0;
-        if (allEndsCrLf({data + begin_, lastLf - begin_}, lines) && lines <= maxLines - copied) {
+        const LineEndCount ends = countLineEnds({data + begin_, lastLf - begin_});
+        if (ends.allCrLf && ends.lines <= maxLines - copied) {
             writer.writeBytes({data + begin_, lastLf - begin_});
-            copied += lines;
-            inLine = inLine && lines == 0;
+            copied += ends.lines;
+            inLine = inLine && ends.lines == 0;
             begin_ = lastLf;
         }
         std::size_t unwritten = begin_; // lines that end in CR LF are written together

@@ -25,6 +25,11 @@ public:
     // that already end in CR LF goes out in one piece, and a line longer than a block is never
     // gathered. Returns the number of lines copied, fewer than `maxLines` only at the end.
     std::size_t copyLines(std::size_t maxLines, LineWriter& writer);
+    // The whole lines left in the current block, with their ends as they are, valid until the
+    // next call; false, reading nothing, when the rest of the block holds no line end: then
+    // next() takes the line that goes on in the next block.
+    // `allCrLf` tells whether every end among them is CR LF.
+    bool nextLines(std::string_view& lines, bool& allCrLf);
     // Whether every line has been read.
     bool atEnd() { return begin_ == end_ && !fill(); }
     // Number of the line returned or copied last, counted from 1.

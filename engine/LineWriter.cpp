@@ -1,5 +1,6 @@
 #include "engine/LineWriter.h"
 
+#include "engine/LineEnds.h"
 #include "taskdef/FilePath.h"
 #include "taskdef/TaskError.h"
 
@@ -58,6 +59,21 @@ void LineWriter::writeLine(std::string_view line) {
     if (!line.empty())
         buffer_.append(line);
     buffer_.append("\r\n", 2);
+}
+
+void LineWriter::writeLines(std::string_view lines, bool allCrLf) {
+    if (allCrLf && !lines.empty() && lines.back() == '\n') {
+        writeBytes(lines);
+        return;
+    }
+    while (!lines.empty()) {
+        const std::size_t end = findCrOrLf(lines);
+        writeLine(lines.substr(0, end));
+        std::size_t next = end + 1;
+        if (next < lines.size() && lines[end] == '\r' && lines[next] == '\n')
+            ++next;
+        lines.remove_prefix(std::min(next, lines.size()));
+    }
 }
 
 void LineWriter::writeBytes(std::string_view bytes) {

@@ -25,6 +25,9 @@ public:
     LineWriter& operator=(const LineWriter&) = delete;
 
     void writeLine(std::string_view line);
+    // Writes lines that end in CR LF, LF or a lone CR, each end made CR LF; text after the last
+    // end is a line too. `allCrLf`: every end is CR LF already, which the caller often knows.
+    void writeLines(std::string_view lines, bool allCrLf);
     // Writes bytes as they are: part of a line, or lines that already end in CR LF.
     void writeBytes(std::string_view bytes);
     // Flushes and closes; throws TaskError when the data could not be written (disk full).

@@ -31,6 +31,10 @@ public:
                   PastLineEnd pastLineEnd = PastLineEnd::RestOfLine);
 
     void wholeLine(std::string_view line, std::string& out) { routine_(line, out); }
+    // Whether the routine, given many whole lines with their ends, gives the lines it would give
+    // one by one, their ends kept: then a block of lines can be worked at once.
+    bool takesManyLines() const { return takesManyLines_; }
+    void setTakesManyLines(bool takesManyLines) { takesManyLines_ = takesManyLines; }
     // Each range's text replaced by its fitted result, the rest of the line kept. A range
     // that starts past the end of the line changes nothing; one that runs past the end covers
     // the rest of the line.
@@ -46,6 +50,7 @@ private:
     TextRoutine routine_;
     WidthFitting fitToWidth_;
     PastLineEnd pastLineEnd_;
+    bool takesManyLines_ = false;
     std::string piece_; // one range's result
 };
 

@@ -115,6 +115,16 @@ Replacement::Replacement(const TaskPageSettings& settings)
         pair.wholeCharacters = isValidUtf8(pair.find);
 }
 
+bool Replacement::keepsLineEnds() const {
+    const auto holdsLineEnd = [](std::string_view text) {
+        return text.find_first_of("\r\n") != std::string_view::npos;
+    };
+    for (const Pair& pair : pairs_)
+        if (holdsLineEnd(pair.find) || holdsLineEnd(pair.replaceWith))
+            return false;
+    return true;
+}
+
 void Replacement::ReplaceLine(std::string_view line, std::string& out) {
     // Each pair works on the result of the one before; the first reads the line itself, so a
     // line is copied only by the pairs that change it.
@@ -148,12 +158,14 @@ std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings)
     const auto replacement = std::make_shared<Replacement>(settings);
     // Unlike the plain cutting of ranges on the Insert, Divide and Merge pages, the ranges
     // taken out for replacing take part only when they lie wholly within the line.
-    return std::make_unique<RangedRoutine>(
+    auto routine = std::make_unique<RangedRoutine>(
         std::move(columns),
         [replacement](std::string_view line, std::string& out) {
             replacement->ReplaceLine(line, out);
         },
         WidthFitting(), PastLineEnd::Nothing);
+    routine->setTakesManyLines(replacement->keepsLineEnds());
+    return routine;
 }
 
 } // namespace morlevant

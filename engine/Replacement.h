@@ -15,6 +15,9 @@ public:
     explicit Replacement(const TaskPageSettings& settings);
 
     void ReplaceLine(std::string_view line, std::string& out);
+    // Whether no find or replace text holds a line end. Then no occurrence can cross one, none
+    // is made or taken away, and many lines replaced at once give what each would give alone.
+    bool keepsLineEnds() const;
 
 private:
     struct Pair {

@@ -1,7 +1,12 @@
 #include "engine/Utf8.h"
 
+#include <bit>
 #include <cstdint>
 #include <cstring>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace morlevant {
 
@@ -49,7 +54,15 @@ std::size_t utf8CharLength(std::string_view text, std::size_t pos) {
 
 std::size_t asciiPrefixLength(std::string_view text) {
     std::size_t pos = 0;
-    // Eight bytes at a time: the high bit of any byte marks a character beyond ASCII.
+    // Sixteen or eight bytes at a time: the high bit of any byte marks a character beyond ASCII.
+#ifdef __SSE2__
+    for (; text.size() - pos >= 16; pos += 16) {
+        const int high =
+            _mm_movemask_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + pos)));
+        if (high != 0)
+            return pos + static_cast<std::size_t>(std::countr_zero(static_cast<unsigned>(high)));
+    }
+#endif
     for (; text.size() - pos >= 8; pos += 8) {
         std::uint64_t word;
         std::memcpy(&word, text.data() + pos, 8);
@@ -70,10 +83,10 @@ std::size_t utf8CharCount(std::string_view text) {
 
 bool isValidUtf8(std::string_view text) {
     for (std::size_t pos = 0; pos < text.size();) {
-        if (static_cast<unsigned char>(text[pos]) < 0x80) {
-            ++pos;
-            continue;
-        }
+        // Runs of ASCII, the bulk of most text, are passed over eight bytes at a time.
+        pos += asciiPrefixLength(text.substr(pos));
+        if (pos == text.size())
+            break;
         const std::size_t length = utf8CharLength(text, pos);
         if (length == 1)
             return false;

@@ -44,7 +44,15 @@ INSTANTIATE_TEST_SUITE_P(
                       LineEndCase{"a\r\rb", {"a", "", "b"}}, LineEndCase{"a\n\rb", {"a", "", "b"}},
                       LineEndCase{"a\r\r\n\nb", {"a", "", "", "b"}},
                       LineEndCase{"a\nb\nc\rd\r\ne\nf", {"a", "b", "c", "d", "e", "f"}},
-                      LineEndCase{"\xff\xfe\r\n\x80", {"\xff\xfe", "\x80"}}));
+                      LineEndCase{"\xff\xfe\r\n\x80", {"\xff\xfe", "\x80"}},
+                      // Ends before, at and after eight-byte steps of the search for them.
+                      LineEndCase{
+                          "abcdefgh\r\nabcdefghi\nabcdefghijklmno\rabcdefghijklmnop\r\nq",
+                          {"abcdefgh", "abcdefghi", "abcdefghijklmno", "abcdefghijklmnop", "q"}},
+                      LineEndCase{"abcdefg\n\rabcdefghij\r\nabcdefghijklmnopqrstuvw\nxyz\r",
+                                  {"abcdefg", "", "abcdefghij", "abcdefghijklmnopqrstuvw", "xyz"}},
+                      LineEndCase{"abcdefghijkl\nmnopqrstuvwx\nabcdefghijklmnopq\rrs\n",
+                                  {"abcdefghijkl", "mnopqrstuvwx", "abcdefghijklmnopq", "rs"}}));
 
 // Copying lines gives the bytes of writing each line read, in counts that stop at any line.
 std::string copiedInCounts(const std::string& path, std::size_t count, std::size_t& lines) {
