@@ -51,7 +51,7 @@ LineEndCount countLineEnds(std::string_view text) {
     }
     for (std::size_t i = 1; i < text.size(); ++i)
         crlf += (bytes[i - 1] == '\r') & (bytes[i] == '\n');
-    return {std::size_t{lf} + cr - crlf, cr == lf && crlf == lf};
+    return {std::size_t{lf} + cr - crlf, cr == lf && crlf == lf, cr != crlf};
 }
 
 } // namespace morlevant

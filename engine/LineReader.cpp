@@ -39,6 +39,7 @@ bool LineReader::fill() {
     end_ = std::fread(buffer_.get(), 1, blockSize, file_.get());
     begin_ = 0;
     crKnown_ = false;
+    loneCrInBlock_ = false;
     if (end_ < blockSize) {
         if (std::ferror(file_.get()))
             throw TaskError("Cannot read " + path_ + ": " + std::strerror(errno));
@@ -124,7 +125,7 @@ bool LineReader::next(std::string_view& line) {
 }
 
 bool LineReader::nextLines(std::string_view& lines, bool& allCrLf) {
-    if (begin_ == end_ && !fill())
+    if ((begin_ == end_ && !fill()) || loneCrInBlock_)
         return false;
     const char* data = buffer_.get();
     std::size_t stop = end_; // just past the block's last line end
@@ -132,11 +133,15 @@ bool LineReader::nextLines(std::string_view& lines, bool& allCrLf) {
         --stop;
     if (stop == begin_)
         return false;
-    // A CR that ends the block: an LF that starts the next belongs to it.
-    if (stop == end_ && data[stop - 1] == '\r')
-        skipLeadingLf_ = true;
-    lines = std::string_view(data + begin_, stop - begin_);
-    const LineEndCount ends = countLineEnds(lines);
+    const std::string_view found(data + begin_, stop - begin_);
+    // A CR that ends the block counts as lone here, its LF being in the next block, if any.
+    const LineEndCount ends = countLineEnds(found);
+    if (ends.loneCr) {
+        // Remembered for the block, so that the lines read one by one do not count it again.
+        loneCrInBlock_ = true;
+        return false;
+    }
+    lines = found;
     lineNumber_ += ends.lines;
     allCrLf = ends.allCrLf;
     begin_ = stop;

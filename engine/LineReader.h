@@ -26,8 +26,9 @@ public:
     // gathered. Returns the number of lines copied, fewer than `maxLines` only at the end.
     std::size_t copyLines(std::size_t maxLines, LineWriter& writer);
     // The whole lines left in the current block, with their ends as they are, valid until the
-    // next call; false, reading nothing, when the rest of the block holds no line end: then
-    // next() takes the line that goes on in the next block.
+    // next call; false, consuming no line, when the rest of the block holds no line end or a
+    // lone CR: then next() takes the lines one by one. A lone CR is refused because a routine
+    // that empties the line after it would join it to that line's LF as one CR LF end.
     // `allCrLf` tells whether every end among them is CR LF.
     bool nextLines(std::string_view& lines, bool& allCrLf);
     // Whether every line has been read.
@@ -53,6 +54,7 @@ private:
     bool crKnown_ = false;
     bool eof_ = false;
     bool skipLeadingLf_ = false; // the previous block ended in CR: a following LF belongs to it
+    bool loneCrInBlock_ = false; // nextLines found a lone CR in this block and refuses it
     std::string longLine_;       // a line that spans blocks is gathered here
     std::size_t lineNumber_ = 0;
 };
