@@ -23,8 +23,8 @@ void Filter::FilterLine(std::string_view line, std::string& out) {
     out.clear();
     // Deleting or outputting the matches usually gives no more than the line: one buffer of
     // that size, rather than one grown by doubling, keeps a long line's memory near twice its
-    // size. A replacement may give more: its buffer is made twice the line's size, of which
-    // only the part written costs memory, so that it is rarely moved to a larger one.
+    // size. A replacement may give more: its buffer is made twice the line's size (where pages
+    // are given on first write only the part written costs memory), so that it is rarely moved.
     out.reserve(kind_ == 1 ? 2 * line.size() : line.size());
     regex_.setSubject(line);
     bool matched = false;

@@ -22,8 +22,9 @@ void LinePage::process(const std::string& source) {
     std::string_view line;
     while (true) {
         // A block's whole lines are worked at once, and the line that goes on into the next
-        // block by itself.
-        // The routine keeps the line ends, so what holds for the ends read holds for those written.
+        // block by itself. The routine keeps the line ends, so what holds for the ends read
+        // holds for those written. Only a routine that never throws takes many lines: an error
+        // would name the block's last line.
         if (bool allCrLf = false; manyLines && reader.nextLines(line, allCrLf)) {
             apply(source, reader.lineNumber(), line);
             writer.writeLines(out_, allCrLf);

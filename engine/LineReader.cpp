@@ -73,8 +73,9 @@ std::size_t LineReader::findLineEnd(std::size_t from) {
 }
 
 // Appends to the line being gathered. Its buffer grows eightfold rather than twofold: moving
-// it to a larger one holds both at once, and the larger one's unwritten part costs address
-// space, not memory, so fewer and smaller moves keep the peak lower.
+// it to a larger one holds both at once, and where pages are given on first write (Linux) the
+// larger one's unwritten part costs address space, not memory, so fewer moves keep the peak
+// lower. Where memory is committed when reserved (Windows) this trades peak for fewer copies.
 void LineReader::gather(const char* data, std::size_t size) {
     const std::size_t needed = longLine_.size() + size;
     if (needed > longLine_.capacity())

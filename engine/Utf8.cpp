@@ -83,7 +83,7 @@ std::size_t utf8CharCount(std::string_view text) {
 
 bool isValidUtf8(std::string_view text) {
     for (std::size_t pos = 0; pos < text.size();) {
-        // Runs of ASCII, the bulk of most text, are passed over eight bytes at a time.
+        // Runs of ASCII, the bulk of most text, are passed over many bytes at a time.
         pos += asciiPrefixLength(text.substr(pos));
         if (pos == text.size())
             break;

@@ -17,11 +17,6 @@ std::size_t utf8CharCount(std::string_view text);
 // Number of bytes before the first one above 0x7F: up to there, characters and bytes coincide.
 std::size_t asciiPrefixLength(std::string_view text);
 
-// Whether every byte is below 0x80, so that characters and bytes coincide.
-inline bool isAscii(std::string_view text) {
-    return asciiPrefixLength(text) == text.size();
-}
-
 // Whether every byte belongs to a valid UTF-8 sequence.
 bool isValidUtf8(std::string_view text);
 

@@ -22,18 +22,21 @@ std::string withSeparator(const std::string& folder) {
 }
 
 // The caption is used unaltered as a file name; one that holds a separator would write
-// outside the "task" folder, so it is refused instead.
+// outside the "task" folder, so it is refused.
+bool isStorableTaskName(std::string_view taskName) {
+    return !taskName.empty() && taskName.find_first_of(fileNameBreakers) == std::string_view::npos;
+}
+
 const std::string& checkedTaskName(const std::string& taskName) {
+    if (isStorableTaskName(taskName))
+        return taskName;
     if (taskName.empty())
         throw TaskError("A task without a name cannot be stored: give the task a caption");
     const std::size_t bad = taskName.find_first_of(fileNameBreakers);
-    if (bad != std::string::npos) {
-        const std::string shown =
-            taskName[bad] == '\0' ? "a NUL character" : "\"" + taskName.substr(bad, 1) + "\"";
-        throw TaskError("The task name \"" + taskName + "\" cannot be a file name: it holds " +
-                        shown + "; rename the task");
-    }
-    return taskName;
+    const std::string shown =
+        taskName[bad] == '\0' ? "a NUL character" : "\"" + taskName.substr(bad, 1) + "\"";
+    throw TaskError("The task name \"" + taskName + "\" cannot be a file name: it holds " + shown +
+                    "; rename the task");
 }
 
 std::string taskFile(const std::string& programFolder, const std::string& taskName,
@@ -73,10 +76,8 @@ void writeTaskFileList(const std::string& path, const std::vector<std::string>& 
 }
 
 bool isTaskEdited(const std::string& programFolder, const std::string& taskName) {
-    // The names taskSettingsPath refuses, answered without the exception.
-    if (taskName.empty() || taskName.find_first_of(fileNameBreakers) != std::string::npos)
-        return false;
-    return hasCompleteTaskPageSettings(taskSettingsPath(programFolder, taskName));
+    return isStorableTaskName(taskName) &&
+           hasCompleteTaskPageSettings(taskSettingsPath(programFolder, taskName));
 }
 
 std::vector<std::string> readTaskFileList(const std::string& path) {
