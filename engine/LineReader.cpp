@@ -39,7 +39,7 @@ bool LineReader::fill() {
     end_ = std::fread(buffer_.get(), 1, blockSize, file_.get());
     begin_ = 0;
     crKnown_ = false;
-    loneCrInBlock_ = false;
+    blockRefused_ = false;
     if (end_ < blockSize) {
         if (std::ferror(file_.get()))
             throw TaskError("Cannot read " + path_ + ": " + std::strerror(errno));
@@ -126,7 +126,7 @@ bool LineReader::next(std::string_view& line) {
 }
 
 bool LineReader::nextLines(std::string_view& lines, bool& allCrLf) {
-    if ((begin_ == end_ && !fill()) || loneCrInBlock_)
+    if ((begin_ == end_ && !fill()) || blockRefused_)
         return false;
     const char* data = buffer_.get();
     std::size_t stop = end_; // just past the block's last line end
@@ -138,8 +138,7 @@ bool LineReader::nextLines(std::string_view& lines, bool& allCrLf) {
     // A CR that ends the block counts as lone here, its LF being in the next block, if any.
     const LineEndCount ends = countLineEnds(found);
     if (ends.loneCr) {
-        // Remembered for the block, so that the lines read one by one do not count it again.
-        loneCrInBlock_ = true;
+        blockRefused_ = true;
         return false;
     }
     lines = found;
@@ -169,12 +168,16 @@ std::size_t LineReader::copyLines(std::size_t maxLines, LineWriter& writer) {
             --lastLf;
         if (lastLf == searchFrom)
             lastLf = begin_;
-        const LineEndCount ends = countLineEnds({data + begin_, lastLf - begin_});
-        if (ends.allCrLf && ends.lines <= maxLines - copied) {
-            writer.writeBytes({data + begin_, lastLf - begin_});
-            copied += ends.lines;
-            inLine = inLine && ends.lines == 0;
-            begin_ = lastLf;
+        if (!blockRefused_) {
+            const LineEndCount ends = countLineEnds({data + begin_, lastLf - begin_});
+            if (ends.allCrLf && ends.lines <= maxLines - copied) {
+                writer.writeBytes({data + begin_, lastLf - begin_});
+                copied += ends.lines;
+                inLine = inLine && ends.lines == 0;
+                begin_ = lastLf;
+            } else {
+                blockRefused_ = true;
+            }
         }
         std::size_t unwritten = begin_; // lines that end in CR LF are written together
         while (copied < maxLines && begin_ < end_) {

@@ -54,8 +54,11 @@ private:
     bool crKnown_ = false;
     bool eof_ = false;
     bool skipLeadingLf_ = false; // the previous block ended in CR: a following LF belongs to it
-    bool loneCrInBlock_ = false; // nextLines found a lone CR in this block and refuses it
-    std::string longLine_;       // a line that spans blocks is gathered here
+    // The rest of this block was found unfit to go in one piece (nextLines: a lone CR;
+    // copyLines: not all CR LF, or more lines than asked for): it goes line by line, and is not
+    // counted again for every line or piece.
+    bool blockRefused_ = false;
+    std::string longLine_; // a line that spans blocks is gathered here
     std::size_t lineNumber_ = 0;
 };
 
