@@ -14,7 +14,6 @@ struct LineEndCount {
     bool allCrLf = true; // every end is CR LF (also when there is none)
     bool loneCr = false; // some end is a CR without its LF
 };
-// Counted in 32 bits: for a block of lines, not a whole file.
 LineEndCount countLineEnds(std::string_view text);
 
 } // namespace morlevant

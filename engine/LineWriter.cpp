@@ -66,9 +66,22 @@ void LineWriter::writeLines(std::string_view lines, bool allCrLf) {
         writeBytes(lines);
         return;
     }
+    // Making every end CR LF at most doubles the lines (and ends the last one): when that fits
+    // in the buffer, room is made once, and each line costs only its copy.
+    const std::size_t most = 2 * lines.size() + 2;
+    if (buffer_.size() + most > bufferSize)
+        flush();
+    const bool fits = most <= bufferSize;
+    if (fits)
+        reserve(buffer_.size() + most);
     while (!lines.empty()) {
         const std::size_t end = findCrOrLf(lines);
-        writeLine(lines.substr(0, end));
+        if (fits) {
+            buffer_.append(lines.data(), end);
+            buffer_.append("\r\n", 2);
+        } else {
+            writeLine(lines.substr(0, end));
+        }
         std::size_t next = end + 1;
         if (next < lines.size() && lines[end] == '\r' && lines[next] == '\n')
             ++next;

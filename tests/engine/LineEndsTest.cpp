@@ -1,0 +1,50 @@
+#include "engine/LineEnds.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+
+using namespace morlevant;
+
+namespace {
+
+LineEndCount countOneByOne(const std::string& text) {
+    LineEndCount count;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\n' && i > 0 && text[i - 1] == '\r')
+            continue;
+        if (text[i] != '\r' && text[i] != '\n')
+            continue;
+        ++count.lines;
+        const bool crLf = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
+        count.allCrLf = count.allCrLf && crLf;
+        count.loneCr = count.loneCr || (text[i] == '\r' && !crLf);
+    }
+    return count;
+}
+
+// Texts of CR, LF and other bytes whose lengths cross the sixteen-byte steps and the point where
+// the per-lane counts are summed, a CR LF split across two steps included.
+TEST(LineEnds, CountsAgreeWithReadingByteByByte) {
+    std::mt19937 random(7);
+    const std::size_t lengths[] = {0, 1, 2, 15, 16, 17, 31, 32, 33, 255 * 16 + 1, 255 * 16 * 2 + 9};
+    const std::string alphabets[] = {"\r\nx", "\nxxxxxxx", "\r\n\r\n\r\nx"};
+    for (const std::string& alphabet : alphabets) {
+        for (const std::size_t length : lengths) {
+            for (int round = 0; round < 20; ++round) {
+                std::string text(length, 'x');
+                for (char& c : text)
+                    c = alphabet[random() % alphabet.size()];
+                const LineEndCount expected = countOneByOne(text);
+                const LineEndCount counted = countLineEnds(text);
+                ASSERT_EQ(counted.lines, expected.lines) << length;
+                ASSERT_EQ(counted.allCrLf, expected.allCrLf) << length;
+                ASSERT_EQ(counted.loneCr, expected.loneCr) << length;
+                ASSERT_EQ(findCrOrLf(text), std::min(text.find_first_of("\r\n"), text.size()));
+            }
+        }
+    }
+}
+
+} // namespace
