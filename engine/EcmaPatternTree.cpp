@@ -67,6 +67,13 @@ void CharacterSet::add(const CharacterSet& other) {
         add(next, lastCodePoint);
 }
 
+bool CharacterSet::matches(char32_t c) const {
+    const auto at = std::lower_bound(ranges.begin(), ranges.end(), c,
+                                     [](const CodeRange& r, char32_t c) { return r.last < c; });
+    const bool listed = at != ranges.end() && at->first <= c;
+    return listed != negated;
+}
+
 CharacterSet digitSet() {
     return setOf({{'0', '9'}});
 }
@@ -133,6 +140,23 @@ bool onlyMatchesEmpty(const PatternNode& n) {
         return n.max == 0 || onlyMatchesEmpty(n.children.front());
     default:
         return false;
+    }
+}
+
+bool staysWithinLine(const PatternNode& n) {
+    const auto isLineEnd = [](char32_t c) { return c == '\r' || c == '\n'; };
+    switch (n.kind) {
+    case Kind::Character:
+        return !isLineEnd(n.character);
+    case Kind::Set:
+        return !n.set.matches('\r') && !n.set.matches('\n');
+    case Kind::Anchor:
+        return n.anchor == PatternNode::Anchor::WordBoundary ||
+               n.anchor == PatternNode::Anchor::NotWordBoundary;
+    case Kind::Look:
+        return false;
+    default:
+        return allChildren(n, staysWithinLine);
     }
 }
 

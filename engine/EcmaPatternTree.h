@@ -19,6 +19,7 @@ struct CharacterSet {
 
     void add(char32_t first, char32_t last);
     void add(const CharacterSet& other); // `other` as it matches, complemented when negated
+    bool matches(char32_t c) const;
 };
 
 // A pattern read with JavaScript's grammar, every escape resolved to what it means there.
@@ -78,6 +79,11 @@ GroupSpan groupsOf(const PatternNode& n);
 // Whether the subtree can match the empty text, and whether it can match nothing else.
 bool canMatchEmpty(const PatternNode& n);
 bool onlyMatchesEmpty(const PatternNode& n);
+// Whether no match of the subtree can read, or look at, a CR or LF: no ^, $ or lookaround,
+// and no character it matches is a line end. Then a search over many lines finds, within
+// each line, what a search of the line alone finds. (\b and \B see a line end as the edge
+// of the text: neither is a word character.)
+bool staysWithinLine(const PatternNode& n);
 // Whether a repeat may run its child more than once.
 bool repeatsMoreThanOnce(const PatternNode& repeat);
 

@@ -44,6 +44,8 @@ EcmaRegex::EcmaRegex(std::string_view pattern, MatchBudget budget)
                         error.cause + " at position " + std::to_string(error.position));
     }
     groupCount_ = parsed.groupCount;
+    staysWithinLine_ = morlevant::staysWithinLine(parsed.root);
+    canMatchEmpty_ = morlevant::canMatchEmpty(parsed.root);
     for (int group = 1; group <= parsed.groupCount; ++group)
         if (!parsed.groupNames[group - 1].empty())
             groupNames_.emplace_back(parsed.groupNames[group - 1], group);
@@ -119,21 +121,44 @@ int EcmaRegex::groupNumber(std::string_view name) const {
     return 0;
 }
 
-void EcmaRegex::setSubject(std::string_view subject) {
-    subject_ = subject;
-    // A line of ASCII reads the same byte by byte, and the byte compile matches it faster: its
-    // classes need no test for characters beyond ASCII.
+EcmaRegex::Reading EcmaRegex::readingOf(std::string_view subject) {
     const std::size_t asciiPrefix = asciiPrefixLength(subject);
-    const bool ascii = asciiPrefix == subject.size();
+    if (asciiPrefix == subject.size())
+        return Reading::Ascii;
     // The ASCII prefix ends between characters: only the rest needs its encoding checked.
-    subjectIsUtf_ = ascii || isValidUtf8(subject.substr(asciiPrefix));
-    if (!subjectIsUtf_ && byteCode_ == nullptr)
+    return isValidUtf8(subject.substr(asciiPrefix)) ? Reading::Utf8 : Reading::Invalid;
+}
+
+void EcmaRegex::setSubject(std::string_view subject) {
+    const Reading reading = readingOf(subject);
+    if (reading == Reading::Invalid && byteCode_ == nullptr)
         throw TaskError(
             "The regular expression \"" + pattern_ +
             "\" cannot be matched against a line that is not valid UTF-8: " + byteCodeError_);
-    const bool bytes = (ascii || !subjectIsUtf_) && byteCode_ != nullptr;
+    use(subject, reading, subject.size() > budgetedFrom);
+}
+
+bool EcmaRegex::setLines(std::string_view lines) {
+    const Reading reading = readingOf(lines);
+    if (reading == Reading::Invalid)
+        return false;
+    // Lines are given many at once only when each is shorter than a block of the reader and
+    // the pattern has no lookaround: a search over such a line ends in seconds even when its
+    // work grows with the square of the line (the budget is for lines of megabytes), and one
+    // that backtracks without end meets PCRE2's match limit. Unbudgeted, the searches are
+    // spared a callout at every start position.
+    use(lines, reading, false);
+    return true;
+}
+
+void EcmaRegex::use(std::string_view subject, Reading reading, bool budgeted) {
+    subject_ = subject;
+    subjectIsUtf_ = reading != Reading::Invalid;
+    // A line of ASCII reads the same byte by byte, and the byte compile matches it faster: its
+    // classes need no test for characters beyond ASCII.
+    const bool bytes = reading != Reading::Utf8 && byteCode_ != nullptr;
     const pcre2_code* code = nullptr;
-    if (subject.size() > budgetedFrom) {
+    if (budgeted) {
         code = bytes ? byteBudgetedCode_ : utfBudgetedCode_;
         // Only the budgeted compiles look at the clock: a short line need not read it.
         deadline_ = std::chrono::steady_clock::now() + budget_.fixed +

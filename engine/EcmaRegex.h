@@ -41,8 +41,17 @@ public:
     int groupNumber(std::string_view name) const;
     bool hasNamedGroups() const { return !groupNames_.empty(); }
 
+    // Whether a search over many lines finds, within each line, what a search of that line
+    // alone finds: no match reads or looks at a line end.
+    bool staysWithinLine() const { return staysWithinLine_; }
+    bool canMatchEmpty() const { return canMatchEmpty_; }
+
     // Makes `subject` the text that find() searches; it must outlive the searches.
     void setSubject(std::string_view subject);
+    // Makes whole lines with their ends the subject, for a pattern that stays within a line, or
+    // returns false, changing nothing, when they are not all valid UTF-8: a line that is not is
+    // matched byte by byte on its own. No line may be longer than a block of LineReader.
+    bool setLines(std::string_view lines);
     // Looks for the next match that starts at or after byte `start`. Throws TaskError when the
     // match exceeds the engine's limits or the subject's budget.
     bool find(std::size_t start);
@@ -54,6 +63,10 @@ public:
     std::size_t characterLength(std::size_t pos) const;
 
 private:
+    // How a subject's bytes are read: ASCII and invalid UTF-8 by the byte compile.
+    enum class Reading { Ascii, Utf8, Invalid };
+    static Reading readingOf(std::string_view subject);
+    void use(std::string_view subject, Reading reading, bool budgeted);
     pcre2_code* compile(std::string_view pattern, bool utf, std::string* error);
     // Called by PCRE2 at every position a match is tried from: stops the search once the
     // subject's budget is spent.
@@ -70,6 +83,8 @@ private:
     pcre2_jit_stack* jitStack_ = nullptr;
     const PCRE2_SIZE* ovector_ = nullptr;
     int groupCount_ = 0;
+    bool staysWithinLine_ = false;
+    bool canMatchEmpty_ = true;
     std::vector<std::pair<std::string, int>> groupNames_;
 
     std::string_view subject_;

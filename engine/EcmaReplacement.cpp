@@ -2,6 +2,8 @@
 
 #include "engine/EcmaRegex.h"
 
+#include <algorithm>
+
 namespace morlevant {
 
 namespace {
@@ -64,6 +66,12 @@ void EcmaReplacement::addLiteral(std::size_t offset, std::size_t length) {
         return;
     }
     parts_.push_back({Kind::Literal, offset, length, 0});
+}
+
+bool EcmaReplacement::readsAroundMatch() const {
+    return std::any_of(parts_.begin(), parts_.end(), [](const Part& part) {
+        return part.kind == Kind::Before || part.kind == Kind::After;
+    });
 }
 
 void EcmaReplacement::expand(const EcmaRegex& regex, std::string_view subject,

@@ -19,6 +19,8 @@ public:
 
     // Appends the replacement for the regex's last match in its subject.
     void expand(const EcmaRegex& regex, std::string_view subject, std::string& out) const;
+    // Whether it holds $` or $': text of the subject outside the match.
+    bool readsAroundMatch() const;
 
 private:
     enum class Kind { Literal, Group, Match, Before, After };

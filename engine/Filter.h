@@ -19,8 +19,18 @@ public:
 
     // Throws TaskError when a match exceeds the regular-expression engine's limits.
     void FilterLine(std::string_view line, std::string& out);
+    // Whether FilterLines can work many lines at once: the matches are replaced or deleted,
+    // never read or look at a line end, and, where a replacement is put in, are never empty (an
+    // empty match at the LF of a CR LF end is one that the line alone does not have).
+    bool takesManyLines() const;
+    // Whole lines with their ends filtered at once, as FilterLine gives them one by one, their
+    // ends kept; false, with nothing done, when they must go one by one.
+    bool FilterLines(std::string_view lines, std::string& out);
 
 private:
+    // Filters the regex's current subject.
+    void filterSubject(std::string_view text, std::string& out);
+
     int kind_;
     EcmaRegex regex_;
     EcmaReplacement replaceWith_;

@@ -5,6 +5,7 @@
 #include "engine/ResultPlaces.h"
 #include "engine/RowRanges.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/TextLines.h"
 
 namespace morlevant {
 
@@ -23,11 +24,12 @@ void LinePage::process(const std::string& source) {
     while (true) {
         // A block's whole lines are worked at once, and the line that goes on into the next
         // block by itself. The routine keeps the line ends, so what holds for the ends read
-        // holds for those written. Only a routine that never throws takes many lines: an error
-        // would name the block's last line.
+        // holds for those written.
         if (bool allCrLf = false; manyLines && reader.nextLines(line, allCrLf)) {
-            apply(source, reader.lineNumber(), line);
-            writer.writeLines(out_, allCrLf);
+            if (applyToLines(line))
+                writer.writeLines(out_, allCrLf);
+            else
+                applyOneByOne(source, reader.lineNumber(), line, writer);
             continue;
         }
         if (!reader.next(line))
@@ -44,6 +46,26 @@ void LinePage::process(const std::string& source) {
         writer.writeLine(out_);
     }
     writer.close();
+}
+
+bool LinePage::applyToLines(std::string_view lines) {
+    // A failure is met again line by line, where its message names its line. (It may also not
+    // be met there: one search over many lines may exceed a limit that each line keeps within.)
+    try {
+        return routine_->manyLines(lines, out_);
+    } catch (const TaskError&) {
+        return false;
+    }
+}
+
+void LinePage::applyOneByOne(const std::string& source, std::size_t lastLineNumber,
+                             std::string_view lines, LineWriter& writer) {
+    const std::vector<std::string_view> split = textLines(lines);
+    std::size_t lineNumber = lastLineNumber - split.size();
+    for (const std::string_view line : split) {
+        apply(source, ++lineNumber, line);
+        writer.writeLine(out_);
+    }
 }
 
 void LinePage::apply(const std::string& source, std::size_t lineNumber, std::string_view line) {

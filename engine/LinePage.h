@@ -6,6 +6,8 @@
 
 namespace morlevant {
 
+class LineWriter;
+
 // Calculate, Find and Replace and Filter: one line of F.modify for each line of the source
 // (for each selected row when the ranges are taken out).
 class LinePage final : public FilePage {
@@ -15,6 +17,10 @@ public:
     void process(const std::string& source) override;
 
 private:
+    // Works a block of whole lines at once; false when they must go one by one.
+    bool applyToLines(std::string_view lines);
+    void applyOneByOne(const std::string& source, std::size_t lastLineNumber,
+                       std::string_view lines, LineWriter& writer);
     void apply(const std::string& source, std::size_t lineNumber, std::string_view line);
 
     const RunContext& context_;

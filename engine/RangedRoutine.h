@@ -16,6 +16,10 @@ namespace morlevant {
 // A failure (division by zero, a regular expression that exceeds its limits) throws
 // TaskError; the runner adds the file and line to the message.
 using TextRoutine = std::function<void(std::string_view text, std::string& out)>;
+// A page's routine on a block of whole lines with their ends: gives the lines it would give one
+// by one, their ends kept, and returns true; or returns false when these lines must go one by
+// one. A failure may be thrown as by the routine on one line.
+using LinesRoutine = std::function<bool(std::string_view lines, std::string& out)>;
 // Makes a range's result up to the range's width, for a page whose results line up in columns.
 using WidthFitting = std::function<void(std::string& result, std::size_t width)>;
 
@@ -31,10 +35,10 @@ public:
                   PastLineEnd pastLineEnd = PastLineEnd::RestOfLine);
 
     void wholeLine(std::string_view line, std::string& out) { routine_(line, out); }
-    // Whether the routine, given many whole lines with their ends, gives the lines it would give
-    // one by one, their ends kept: then a block of lines can be worked at once.
-    bool takesManyLines() const { return takesManyLines_; }
-    void setTakesManyLines(bool takesManyLines) { takesManyLines_ = takesManyLines; }
+    // Whether a block of whole lines can be worked at once, and the routine that does it.
+    bool takesManyLines() const { return static_cast<bool>(linesRoutine_); }
+    bool manyLines(std::string_view lines, std::string& out) { return linesRoutine_(lines, out); }
+    void setLinesRoutine(LinesRoutine routine) { linesRoutine_ = std::move(routine); }
     // Each range's text replaced by its fitted result, the rest of the line kept. A range
     // that starts past the end of the line changes nothing; one that runs past the end covers
     // the rest of the line.
@@ -50,8 +54,8 @@ private:
     TextRoutine routine_;
     WidthFitting fitToWidth_;
     PastLineEnd pastLineEnd_;
-    bool takesManyLines_ = false;
-    std::string piece_; // one range's result
+    LinesRoutine linesRoutine_; // empty when lines go one by one
+    std::string piece_;         // one range's result
 };
 
 // The routines of the three pages. Each throws TaskError for settings that cannot work (a

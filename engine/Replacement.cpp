@@ -164,7 +164,11 @@ std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings)
             replacement->ReplaceLine(line, out);
         },
         WidthFitting(), PastLineEnd::Nothing);
-    routine->setTakesManyLines(replacement->keepsLineEnds());
+    if (replacement->keepsLineEnds())
+        routine->setLinesRoutine([replacement](std::string_view lines, std::string& out) {
+            replacement->ReplaceLine(lines, out);
+            return true;
+        });
     return routine;
 }
 
