@@ -110,15 +110,13 @@ TEST_F(Window, ToolbarFileButtonsRunTheFileCommands) {
 }
 
 TEST_F(Window, ToggleButtonsAndOptionsFollowEachOther) {
-    const QString page = makeFile("page.htm", "<b>old</b>");
     start();
     click(ToolbarButton::strictDrag); // pressed at start: now released
     EXPECT_FALSE(menus().mnuSun->isChecked());
     menus().mnuSun->trigger();
     EXPECT_TRUE(toolbar().isPressed(ToolbarButton::strictDrag));
 
-    window->model().appendNode(node({"My Batch Task"}), "page", page, treeImage::html);
-    select({"My Batch Task", "page"});
+    const QString page = showFile("page", "page.htm", "<b>old</b>", treeImage::html);
     menus().mnuHtml->trigger();
     EXPECT_FALSE(toolbar().isPressed(ToolbarButton::showHtml));
     testing::writeBytes(page.toStdString(), "<b>new</b>");
@@ -135,10 +133,8 @@ TEST_F(Window, ToggleButtonsAndOptionsFollowEachOther) {
 }
 
 TEST_F(Window, SetToTitleTakesTheFirstFiftySelectedCharacters) {
-    const QString file = makeFile("long.txt", std::string(60, 'x') + "y");
     start();
-    window->model().appendNode(node({"My Batch Task"}), "long", file, treeImage::text);
-    select({"My Batch Task", "long"});
+    showFile("long", "long.txt", std::string(60, 'x') + "y");
     click(ToolbarButton::setTitle); // nothing selected: nothing happens
     EXPECT_EQ(window->selectedNode()->text(), "long");
     EXPECT_FALSE(window->state().TaskDirty);
@@ -212,23 +208,6 @@ TEST_F(Window, HistoryReopensASavedWorkspace) {
     menus().mLastFile[0]->trigger();
     EXPECT_EQ(tree(), "My Batch Task My Batch Task 1");
     EXPECT_EQ(window->windowTitle(), productTitle() + " - " + homeFile("one.tsk"));
-}
-
-TEST_F(Window, LinksAndLaterCommandsGoWhereTheyShould) {
-    start();
-    menus().mnuHomepage->trigger();
-    window->findChild<QLabel*>("Feedback")->linkActivated("feedback");
-    EXPECT_EQ(shell.opened,
-              QStringList({"url https://morlevant.example.org",
-                           "url mailto:feedback@morlevant.example.org?subject=Morlevant "
-                           "Feedback"}));
-    for (QAction* later : {menus().mnuMatch, menus().mnuClearLink}) {
-        prompts.asked.clear();
-        later->setEnabled(true);
-        later->trigger();
-        EXPECT_EQ(prompts.asked,
-                  QStringList{"information|Morlevant|对不起，本功能将在2.8版中提供，请稍等"});
-    }
 }
 
 } // namespace
