@@ -66,15 +66,24 @@ TEST_F(UserSettingsTest, ReadsBackWhatItWroteUnderOtherSpellings) {
     EXPECT_EQ(loaded(), saved);
 }
 
-TEST_F(UserSettingsTest, AcceptsBooleansAsWordsOrNumbers) {
+TEST_F(UserSettingsTest, AcceptsBooleansAsWordsOrNumbersAndNeverStartsMinimised) {
     const struct {
         const char* text;
         bool value;
-    } cases[] = {{"True", true}, {"false", false}, {"-1", true},
-                 {"0", false},   {" 2.5 ", true},  {"0.0", false}};
-    for (const auto& c : cases) {
+    } booleans[] = {{"True", true}, {"false", false}, {"-1", true},
+                    {"0", false},   {" 2.5 ", true},  {"0.0", false}};
+    for (const auto& c : booleans) {
         store.setValue("AFSon", c.text);
         EXPECT_EQ(loaded().addFileInSub, c.value) << c.text;
+    }
+    const struct {
+        const char* stored;
+        int state;
+    } windowStates[] = {
+        {"0", UserSettings::Normal}, {"1", UserSettings::Normal}, {"2", UserSettings::Maximised}};
+    for (const auto& c : windowStates) {
+        store.setValue("WndStyle", c.stored);
+        EXPECT_EQ(loaded().windowState, c.state) << c.stored;
     }
 }
 
@@ -107,18 +116,6 @@ TEST(SettingsStore, KeysWrittenByHandInAnyCaseMeanTheSameAndAreWrittenBackOnce) 
         QFile written(ini);
         ASSERT_TRUE(written.open(QIODevice::ReadOnly));
         EXPECT_EQ(written.readAll().toLower().count("afson"), 1) << line;
-    }
-}
-
-TEST_F(UserSettingsTest, NeverStartsMinimised) {
-    const struct {
-        const char* stored;
-        int state;
-    } cases[] = {
-        {"0", UserSettings::Normal}, {"1", UserSettings::Normal}, {"2", UserSettings::Maximised}};
-    for (const auto& c : cases) {
-        store.setValue("WndStyle", c.stored);
-        EXPECT_EQ(loaded().windowState, c.state) << c.stored;
     }
 }
 
