@@ -5,7 +5,6 @@
 #include "tests/support/TempDir.h"
 
 #include <QDir>
-#include <QFile>
 #include <gtest/gtest.h>
 
 namespace morlevant {
@@ -102,20 +101,16 @@ TEST_F(UserSettingsTest, KeepsThePreviousValueForABadOneAndGoesOn) {
 
 TEST(SettingsStore, KeysWrittenByHandInAnyCaseMeanTheSameAndAreWrittenBackOnce) {
     testing::TempDir dir;
-    const QString ini = QString::fromStdString(dir.file("settings.ini"));
+    const std::string ini = dir.file("settings.ini");
     for (const char* line : {"AFSon=False", "afson=False", "AFSON=False"}) {
-        QFile file(ini);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(QByteArray("[Setting]\n") + line + "\nFontName=Mono\n");
-        file.close();
+        testing::writeBytes(ini, std::string("[Setting]\n") + line + "\nFontName=Mono\n");
         {
-            SettingsStore store(ini);
+            SettingsStore store(QString::fromStdString(ini));
             EXPECT_EQ(store.value("AFson"), "False") << line;
             EXPECT_EQ(store.value("fontname"), "Mono") << line;
         }
-        QFile written(ini);
-        ASSERT_TRUE(written.open(QIODevice::ReadOnly));
-        EXPECT_EQ(written.readAll().toLower().count("afson"), 1) << line;
+        EXPECT_EQ(QByteArray::fromStdString(testing::readBytes(ini)).toLower().count("afson"), 1)
+            << line;
     }
 }
 
