@@ -79,39 +79,33 @@ TEST_F(RunCommandTest, HelpPrintsTheUsage) {
     EXPECT_EQ(out.str(), RunCommand::usage);
 }
 
-struct FailureCase {
-    const char* name;
-    std::vector<std::string> arguments;
-    std::string mentions;
-};
-
-class RunCommandFailures : public RunCommandTest,
-                           public ::testing::WithParamInterface<FailureCase> {};
-
-TEST_P(RunCommandFailures, OneLineOnTheErrorStreamAndExitCodeOne) {
+TEST_F(RunCommandTest, AFailureIsOneLineOnTheErrorStreamAndExitCodeOne) {
     morlevant::testing::writeBytes(taskSettingsPath(home(), "Cancelled"), "");
     std::filesystem::create_directories(taskFileListPath(home(), "Folder"));
-    EXPECT_EQ(run(GetParam().arguments), 1);
-    EXPECT_EQ(out.str(), "");
-    const std::string message = err.str();
-    EXPECT_EQ(message.rfind("morlevant-run: ", 0), 0u) << message;
-    EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 1) << message;
-    EXPECT_NE(message.find(GetParam().mentions), std::string::npos) << message;
+    const struct {
+        std::vector<std::string> arguments;
+        const char* mentions;
+    } cases[] = {
+        {{"--home", "HOME"}, "no task"},
+        {{"--fast", "x"}, "--fast"},
+        {{"--home", "HOME", "Nope"}, "Nope.edt"},
+        {{"--home", "HOME", "Cancelled"}, "edit"},
+        {{"--home", "HOME", "x/y"}, "x/y"},
+        {{"--home", "HOME", "Folder"}, "Folder.edt cannot be read: it is a folder"},
+        {{"--home=", "T"}, "--home is empty"},
+        {{"--home", "/nonexistent/m", "T"}, "/nonexistent"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.mentions);
+        out.str("");
+        err.str("");
+        EXPECT_EQ(run(c.arguments), 1);
+        EXPECT_EQ(out.str(), "");
+        const std::string message = err.str();
+        EXPECT_EQ(message.rfind("morlevant-run: ", 0), 0u) << message;
+        EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 1) << message;
+        EXPECT_NE(message.find(c.mentions), std::string::npos) << message;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cli, RunCommandFailures,
-    ::testing::Values(FailureCase{"NoTask", {"--home", "HOME"}, "no task"},
-                      FailureCase{"UnknownOption", {"--fast", "x"}, "--fast"},
-                      FailureCase{"UnknownTask", {"--home", "HOME", "Nope"}, "Nope.edt"},
-                      FailureCase{"NotEdited", {"--home", "HOME", "Cancelled"}, "edit"},
-                      FailureCase{"SeparatorInName", {"--home", "HOME", "x/y"}, "x/y"},
-                      FailureCase{"ListIsAFolder",
-                                  {"--home", "HOME", "Folder"},
-                                  "Folder.edt cannot be read: it is a folder"},
-                      FailureCase{"EmptyHome", {"--home=", "T"}, "--home is empty"},
-                      FailureCase{
-                          "MissingHome", {"--home", "/nonexistent/m", "T"}, "/nonexistent"}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 } // namespace

@@ -145,7 +145,7 @@ protected:
     ViewerLoader loader{viewer, search, prompts};
 };
 
-TEST_F(LoadText, FilesOfNonTextKindsShowACard) {
+TEST_F(LoadText, ShowsACardForNonTextKindsAndHtmlWithoutTagsOnlyWhenAsked) {
     // Which paths are of those kinds is pinned by the open rules (ExternalPrograms).
     loader.loadtext(tag("sound", "/nowhere/a.wav"), true);
     EXPECT_EQ(viewer.toPlainText(),
@@ -153,10 +153,7 @@ TEST_F(LoadText, FilesOfNonTextKindsShowACard) {
     EXPECT_EQ(viewer.shownFile(), "/nowhere/a.wav");
     EXPECT_EQ(loader.remark(), "sound" + QString(QChar(0)));
     EXPECT_EQ(loader.path(), "/nowhere/a.wav");
-    EXPECT_TRUE(prompts.asked.isEmpty());
-}
 
-TEST_F(LoadText, HtmlIsShownWithoutTagsOnlyWhenAsked) {
     const QString page = file("site.html.d/page.HTML", "<p>Hi\n<a\nhref=x>there</a>\n\n</p>");
     loader.loadtext(tag("", page), true);
     EXPECT_EQ(viewer.toPlainText(), "Hi\n\nthere\n\n\n");
@@ -167,6 +164,7 @@ TEST_F(LoadText, HtmlIsShownWithoutTagsOnlyWhenAsked) {
     const QString notes = file("site.html.d/notes.txt", "<b>bold</b>");
     loader.loadtext(tag("", notes), true);
     EXPECT_EQ(viewer.toPlainText(), "bold\n");
+    EXPECT_TRUE(prompts.asked.isEmpty());
 }
 
 TEST_F(LoadText, WhatIsNotARegularFileIsRefusedWithOneMessage) {

@@ -23,13 +23,6 @@ protected:
         return window->sbMain()->findChild<QLabel*>(QStringLiteral("sbCaret"))->text();
     }
 
-    // Starts the window with one file node holding text, shown in the viewer.
-    void showFile(const std::string& text) {
-        const QString file = makeFile("in/text.txt", text);
-        start();
-        window->model().appendNode(node({"My Batch Task"}), "text", file, treeImage::text);
-        select({"My Batch Task", "text"});
-    }
     void selectInViewer(int start, int length) const {
         QTextCursor cursor = viewer().textCursor();
         cursor.setPosition(start);
@@ -49,7 +42,8 @@ protected:
 // Where each search lands is pinned by the viewer search's table; here the dialog and the
 // commands drive it.
 TEST_F(Find, TheDialogStartsFromTheSelectionAndFindNextGoesOnUntilNoneIsLeft) {
-    showFile("abc xyz ABC abc");
+    start();
+    showFile("text", "in/text.txt", "abc xyz ABC abc");
     selectInViewer(4, 3);
     menus().mnuFind->trigger();
     ASSERT_NE(window->findDialog(), nullptr);
@@ -86,7 +80,8 @@ TEST_F(Find, TheDialogStartsFromTheSelectionAndFindNextGoesOnUntilNoneIsLeft) {
 }
 
 TEST_F(Find, FindNextWithoutATextOpensTheDialogAndALoadStartsAfresh) {
-    showFile("one two one");
+    start();
+    showFile("text", "in/text.txt", "one two one");
     menus().mnuFindNext->trigger();
     ASSERT_NE(window->findDialog(), nullptr);
     EXPECT_EQ(dialog().Text1->text(), "");
@@ -96,9 +91,7 @@ TEST_F(Find, FindNextWithoutATextOpensTheDialogAndALoadStartsAfresh) {
     dialog().cmdFind->click();
     EXPECT_EQ(selection(), "8+3");
 
-    window->model().appendNode(node({"My Batch Task"}), "other", makeFile("in/other.txt", "one"),
-                               treeImage::text);
-    select({"My Batch Task", "other"});
+    showFile("other", "in/other.txt", "one");
     menus().mnuFindNext->trigger();
     EXPECT_EQ(selection(), "0+3");
 }
@@ -106,8 +99,7 @@ TEST_F(Find, FindNextWithoutATextOpensTheDialogAndALoadStartsAfresh) {
 // Which files the group holds is pinned by the file search's tests.
 TEST_F(Find, FindInAllFilesAsksForTheTextAndShowsItsGroup) {
     start();
-    window->model().appendNode(node({"My Batch Task"}), "a", makeFile("in/a.txt", "needle"),
-                               treeImage::text);
+    showFile("a", "in/a.txt", "needle");
     prompts.inputs.enqueue("");
     menus().mnuSearch->trigger();
     EXPECT_EQ(tree(), "My Batch Task[a]");
@@ -126,16 +118,15 @@ TEST_F(Find, TheStatusBarFollowsTheCaretInRowsAndCharacters) {
     std::string text;
     for (int line = 1; line <= 1300; ++line)
         text += (line == 1234 ? "äö𝄞xy" : "line") + std::string("\r\n");
-    showFile(text);
+    start();
+    showFile("text", "in/text.txt", text);
     // Each line before the 1,234th takes five characters with its line end. The musical symbol
     // is one character in two UTF-16 units.
     selectInViewer(1233 * 5 + 5, 0);
     EXPECT_EQ(caret(), "row: 1,234  column:5");
     selectInViewer(5, 2); // the caret is the selection's end
     EXPECT_EQ(caret(), "row: 2  column:3");
-    window->model().appendNode(node({"My Batch Task"}), "other", makeFile("in/b.txt", "b"),
-                               treeImage::text);
-    select({"My Batch Task", "other"});
+    showFile("other", "in/b.txt", "b");
     EXPECT_EQ(caret(), "row: 1  column:1"); // a load puts the caret first
     select({"My Batch Task", "text"});
     selectInViewer(5, 2);

@@ -47,7 +47,7 @@ TEST_F(Window, StartsWithOneTaskAndOnlyTheCommandsThatSuitIt) {
     EXPECT_FALSE(menus().mLastFile[1]->isVisible());
 }
 
-TEST_F(Window, OpensTheWorkspaceNamedOnTheCommandLineAndShowsItsFirstNode) {
+TEST_F(Window, OpensTheWorkspaceNamedOnTheCommandLineAndHistoryReopensItSaved) {
     const QString text = makeFile("files/a.txt", "first line\r\nsecond\r\n");
     const QString workspace =
         makeFile("My Work.tsk", "\"K 0\",\"a\",\"\xff"
@@ -61,6 +61,16 @@ TEST_F(Window, OpensTheWorkspaceNamedOnTheCommandLineAndShowsItsFirstNode) {
     EXPECT_EQ(window->txtMain()->toPlainText(), "first line\nsecond\n");
     EXPECT_TRUE(menus().mnuExec->isEnabled());
     EXPECT_EQ(menus().mLastFile[0]->text(), "no history"); // the command line is no History entry
+
+    prompts.fileNames.enqueue({homeFile("one.tsk")});
+    menus().mnuSaveAs->trigger();
+    EXPECT_EQ(window->windowTitle(), productTitle() + " - " + homeFile("one.tsk"));
+    EXPECT_EQ(menus().mLastFile[0]->text(), "&1 " + homeFile("one.tsk"));
+    menus().mnuNew->trigger();
+    EXPECT_EQ(tree(), "My Batch Task");
+    menus().mLastFile[0]->trigger();
+    EXPECT_EQ(tree(), "a Job");
+    EXPECT_EQ(window->windowTitle(), productTitle() + " - " + homeFile("one.tsk"));
 }
 
 TEST_F(Window, ToolbarButtonsInTheirDisabledLookExplainWhy) {
@@ -94,31 +104,14 @@ TEST_F(Window, ToolbarButtonsInTheirDisabledLookExplainWhy) {
     EXPECT_EQ(tree(), "My Batch Task[a] Lonely");
 }
 
-TEST_F(Window, ToolbarFileButtonsRunTheFileCommands) {
-    start();
-    window->state().TaskDirty = true;
-    prompts.answers.enqueue(Answer::Cancel);
-    click(ToolbarButton::newTask);
-    prompts.answers.enqueue(Answer::Cancel);
-    click(ToolbarButton::openTask);
-    prompts.fileNames.enqueue({});
-    click(ToolbarButton::saveTask);
-    EXPECT_EQ(prompts.asked,
-              QStringList({"yesnocancel|Open task|Save the task？",
-                           "yesnocancel|Open task|Save the task？",
-                           "save file|Save “Morlevant” Task file As|Task File (*.tsk)"}));
-}
-
 TEST_F(Window, ToggleButtonsAndOptionsFollowEachOther) {
-    const QString page = makeFile("page.htm", "<b>old</b>");
     start();
     click(ToolbarButton::strictDrag); // pressed at start: now released
     EXPECT_FALSE(menus().mnuSun->isChecked());
     menus().mnuSun->trigger();
     EXPECT_TRUE(toolbar().isPressed(ToolbarButton::strictDrag));
 
-    window->model().appendNode(node({"My Batch Task"}), "page", page, treeImage::html);
-    select({"My Batch Task", "page"});
+    const QString page = showFile("page", "page.htm", "<b>old</b>", treeImage::html);
     menus().mnuHtml->trigger();
     EXPECT_FALSE(toolbar().isPressed(ToolbarButton::showHtml));
     testing::writeBytes(page.toStdString(), "<b>new</b>");
@@ -135,10 +128,8 @@ TEST_F(Window, ToggleButtonsAndOptionsFollowEachOther) {
 }
 
 TEST_F(Window, SetToTitleTakesTheFirstFiftySelectedCharacters) {
-    const QString file = makeFile("long.txt", std::string(60, 'x') + "y");
     start();
-    window->model().appendNode(node({"My Batch Task"}), "long", file, treeImage::text);
-    select({"My Batch Task", "long"});
+    showFile("long", "long.txt", std::string(60, 'x') + "y");
     click(ToolbarButton::setTitle); // nothing selected: nothing happens
     EXPECT_EQ(window->selectedNode()->text(), "long");
     EXPECT_FALSE(window->state().TaskDirty);
@@ -176,7 +167,7 @@ TEST_F(Window, SplitterStaysWithinItsLimitsAndMovesPanesLiveOnlyWithDrag) {
     release();
 }
 
-TEST_F(Window, ClosingAsksAboutChangesAfterKeepingTheSettings) {
+TEST_F(Window, FileButtonsAndClosingAskAboutChangesAndClosingKeepsTheSettingsFirst) {
     start();
     window->close();
     EXPECT_FALSE(window->isVisible()); // nothing changed: no question
@@ -186,9 +177,19 @@ TEST_F(Window, ClosingAsksAboutChangesAfterKeepingTheSettings) {
     menus().mnuDrag->trigger();
     window->state().TaskDirty = true;
     prompts.answers.enqueue(Answer::Cancel);
+    click(ToolbarButton::newTask);
+    prompts.answers.enqueue(Answer::Cancel);
+    click(ToolbarButton::openTask);
+    prompts.fileNames.enqueue({});
+    click(ToolbarButton::saveTask);
+    prompts.answers.enqueue(Answer::Cancel);
     window->close();
     EXPECT_TRUE(window->isVisible());
-    EXPECT_EQ(prompts.asked.last(), "yesnocancel|EXIT|Do you want save task？");
+    EXPECT_EQ(prompts.asked,
+              QStringList({"yesnocancel|Open task|Save the task？",
+                           "yesnocancel|Open task|Save the task？",
+                           "save file|Save “Morlevant” Task file As|Task File (*.tsk)",
+                           "yesnocancel|EXIT|Do you want save task？"}));
     EXPECT_EQ(store.value("Drag"), "True"); // written although the window stays
     EXPECT_EQ(tree(), "My Batch Task");
 
@@ -197,38 +198,6 @@ TEST_F(Window, ClosingAsksAboutChangesAfterKeepingTheSettings) {
     window->close();
     EXPECT_FALSE(window->isVisible());
     EXPECT_TRUE(QFileInfo::exists(homeFile("closing.tsk")));
-}
-
-TEST_F(Window, HistoryReopensASavedWorkspace) {
-    start();
-    menus().mnuAddPoint->trigger();
-    prompts.fileNames.enqueue({homeFile("one.tsk")});
-    menus().mnuSaveAs->trigger();
-    EXPECT_EQ(window->windowTitle(), productTitle() + " - " + homeFile("one.tsk"));
-    EXPECT_EQ(menus().mLastFile[0]->text(), "&1 " + homeFile("one.tsk"));
-
-    menus().mnuNew->trigger();
-    EXPECT_EQ(tree(), "My Batch Task");
-    menus().mLastFile[0]->trigger();
-    EXPECT_EQ(tree(), "My Batch Task My Batch Task 1");
-    EXPECT_EQ(window->windowTitle(), productTitle() + " - " + homeFile("one.tsk"));
-}
-
-TEST_F(Window, LinksAndLaterCommandsGoWhereTheyShould) {
-    start();
-    menus().mnuHomepage->trigger();
-    window->findChild<QLabel*>("Feedback")->linkActivated("feedback");
-    EXPECT_EQ(shell.opened,
-              QStringList({"url https://morlevant.example.org",
-                           "url mailto:feedback@morlevant.example.org?subject=Morlevant "
-                           "Feedback"}));
-    for (QAction* later : {menus().mnuMatch, menus().mnuClearLink}) {
-        prompts.asked.clear();
-        later->setEnabled(true);
-        later->trigger();
-        EXPECT_EQ(prompts.asked,
-                  QStringList{"information|Morlevant|对不起，本功能将在2.8版中提供，请稍等"});
-    }
 }
 
 } // namespace

@@ -43,18 +43,5 @@ TEST_F(TaskEditing, EachPageEditedInTheEditorRunsToItsResult) {
     }
 }
 
-TEST_F(TaskEditing, CancelLeavesTheTaskToBeEditedAgain) {
-    start();
-    window->model().appendNode(node({"My Batch Task"}), "a", makeFile("in/a.txt", "a\n"),
-                               treeImage::text);
-    select({"My Batch Task"});
-    editorScript = [](const testing::EditorDriver& editor) {
-        editor.perform({"Check4", "Text1=a", "cancel"});
-    };
-    menus().mnuEditCap->trigger();
-    EXPECT_EQ(testing::readBytes(home.file("task/My Batch Task.ttp")), "");
-    EXPECT_FALSE(menus().RunTask->isEnabled());
-}
-
 } // namespace
 } // namespace morlevant

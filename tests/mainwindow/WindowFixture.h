@@ -48,6 +48,15 @@ protected:
         writeBytes(home.file(name), bytes);
         return homeFile(name);
     }
+    // A file under the program folder with the given bytes, as a node of the start-up task,
+    // selected and so shown.
+    QString showFile(const QString& caption, const std::string& name, const std::string& bytes,
+                     treeImage::Index image = treeImage::text) const {
+        const QString path = makeFile(name, bytes);
+        window->model().appendNode(node({"My Batch Task"}), caption, path, image);
+        select({"My Batch Task", caption});
+        return path;
+    }
     MainMenus& menus() const { return window->menus(); }
     MainToolBar& toolbar() const { return *window->tbMain(); }
     QString tree() const { return treeText(window->model()); }

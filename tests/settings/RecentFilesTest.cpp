@@ -33,15 +33,12 @@ protected:
     RecentFiles recent{store};
 };
 
-TEST_F(RecentFilesTest, KeepsTheFourNewestOfFiveNewestFirst) {
-    EXPECT_EQ(shown(openInTurn({"/a.tsk", "/b.tsk", "/c.tsk", "/d.tsk", "/e.tsk"})),
-              "&1 /e.tsk | &2 /d.tsk | &3 /c.tsk | &4 /b.tsk");
+TEST_F(RecentFilesTest, KeepsTheFourNewestAndMovesAReopenedOneToTheFront) {
+    const QStringList five = {"/a.tsk", "/b.tsk", "/c.tsk", "/d.tsk", "/e.tsk"};
+    EXPECT_EQ(shown(openInTurn(five)), "&1 /e.tsk | &2 /d.tsk | &3 /c.tsk | &4 /b.tsk");
     EXPECT_EQ(recent.FindRecentFile("/a.tsk"), RecentFiles::notFound);
     EXPECT_EQ(recent.FindRecentFile("/c.tsk"), 2);
     EXPECT_EQ(recent.FindRecentFile("/C.tsk"), RecentFiles::notFound);
-}
-
-TEST_F(RecentFilesTest, MovesAReopenedEntryToTheFront) {
     const struct {
         int position;
         const char* menu;
@@ -54,24 +51,23 @@ TEST_F(RecentFilesTest, MovesAReopenedEntryToTheFront) {
     for (const auto& c : cases) {
         for (const char* key : {"FirstFile", "0File", "1File", "2File", "3File"})
             store.remove(key);
-        openInTurn({"/a.tsk", "/b.tsk", "/c.tsk", "/d.tsk", "/e.tsk"});
+        openInTurn(five);
         EXPECT_EQ(shown(recent.UpdateRecentFiles(c.position)), c.menu) << c.position;
         EXPECT_EQ(shown(recent.ShowRecentFiles()), c.menu);
     }
 }
 
-TEST_F(RecentFilesTest, MovesEntriesOfARingNotYetFull) {
-    EXPECT_EQ(shown(openInTurn({"/a.tsk", "/b.tsk", "/a.tsk"})), "&1 /a.tsk | &2 /b.tsk");
-    EXPECT_EQ(shown(openInTurn({"/c.tsk", "/b.tsk"})), "&1 /b.tsk | &2 /c.tsk | &3 /a.tsk");
-    EXPECT_EQ(shown(recent.UpdateRecentFiles(2)), "&1 /a.tsk | &2 /b.tsk | &3 /c.tsk");
-}
-
-TEST_F(RecentFilesTest, ShowsOneEntryAfterOpeningIntoAnEmptyHistory) {
+TEST_F(RecentFilesTest, FillsAnEmptyHistoryAndMovesEntriesOfARingNotYetFull) {
     EXPECT_EQ(shown(recent.ShowRecentFiles()), "[no history]");
     EXPECT_EQ(shown(recent.AddRecentFile("   ")), "[no history]");
     const RecentMenu menu = recent.enterRecentFile("/my work/x.tsk");
     EXPECT_EQ(shown(menu), "&1 /my work/x.tsk");
     EXPECT_EQ(RecentFiles::pathOfCaption(menu[0].caption), "/my work/x.tsk");
+
+    EXPECT_EQ(shown(openInTurn({"/a.tsk", "/b.tsk", "/a.tsk"})),
+              "&1 /a.tsk | &2 /b.tsk | &3 /my work/x.tsk");
+    EXPECT_EQ(shown(openInTurn({"/my work/x.tsk"})), "&1 /my work/x.tsk | &2 /a.tsk | &3 /b.tsk");
+    EXPECT_EQ(shown(recent.UpdateRecentFiles(2)), "&1 /b.tsk | &2 /my work/x.tsk | &3 /a.tsk");
 }
 
 TEST_F(RecentFilesTest, StopsAtAHoleInTheRing) {

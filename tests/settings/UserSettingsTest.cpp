@@ -5,7 +5,6 @@
 #include "tests/support/TempDir.h"
 
 #include <QDir>
-#include <QFile>
 #include <gtest/gtest.h>
 
 namespace morlevant {
@@ -66,15 +65,24 @@ TEST_F(UserSettingsTest, ReadsBackWhatItWroteUnderOtherSpellings) {
     EXPECT_EQ(loaded(), saved);
 }
 
-TEST_F(UserSettingsTest, AcceptsBooleansAsWordsOrNumbers) {
+TEST_F(UserSettingsTest, AcceptsBooleansAsWordsOrNumbersAndNeverStartsMinimised) {
     const struct {
         const char* text;
         bool value;
-    } cases[] = {{"True", true}, {"false", false}, {"-1", true},
-                 {"0", false},   {" 2.5 ", true},  {"0.0", false}};
-    for (const auto& c : cases) {
+    } booleans[] = {{"True", true}, {"false", false}, {"-1", true},
+                    {"0", false},   {" 2.5 ", true},  {"0.0", false}};
+    for (const auto& c : booleans) {
         store.setValue("AFSon", c.text);
         EXPECT_EQ(loaded().addFileInSub, c.value) << c.text;
+    }
+    const struct {
+        const char* stored;
+        int state;
+    } windowStates[] = {
+        {"0", UserSettings::Normal}, {"1", UserSettings::Normal}, {"2", UserSettings::Maximised}};
+    for (const auto& c : windowStates) {
+        store.setValue("WndStyle", c.stored);
+        EXPECT_EQ(loaded().windowState, c.state) << c.stored;
     }
 }
 
@@ -93,32 +101,16 @@ TEST_F(UserSettingsTest, KeepsThePreviousValueForABadOneAndGoesOn) {
 
 TEST(SettingsStore, KeysWrittenByHandInAnyCaseMeanTheSameAndAreWrittenBackOnce) {
     testing::TempDir dir;
-    const QString ini = QString::fromStdString(dir.file("settings.ini"));
+    const std::string ini = dir.file("settings.ini");
     for (const char* line : {"AFSon=False", "afson=False", "AFSON=False"}) {
-        QFile file(ini);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(QByteArray("[Setting]\n") + line + "\nFontName=Mono\n");
-        file.close();
+        testing::writeBytes(ini, std::string("[Setting]\n") + line + "\nFontName=Mono\n");
         {
-            SettingsStore store(ini);
+            SettingsStore store(QString::fromStdString(ini));
             EXPECT_EQ(store.value("AFson"), "False") << line;
             EXPECT_EQ(store.value("fontname"), "Mono") << line;
         }
-        QFile written(ini);
-        ASSERT_TRUE(written.open(QIODevice::ReadOnly));
-        EXPECT_EQ(written.readAll().toLower().count("afson"), 1) << line;
-    }
-}
-
-TEST_F(UserSettingsTest, NeverStartsMinimised) {
-    const struct {
-        const char* stored;
-        int state;
-    } cases[] = {
-        {"0", UserSettings::Normal}, {"1", UserSettings::Normal}, {"2", UserSettings::Maximised}};
-    for (const auto& c : cases) {
-        store.setValue("WndStyle", c.stored);
-        EXPECT_EQ(loaded().windowState, c.state) << c.stored;
+        EXPECT_EQ(QByteArray::fromStdString(testing::readBytes(ini)).toLower().count("afson"), 1)
+            << line;
     }
 }
 
