@@ -1,4 +1,3 @@
-// Merges across several files and runs, the progress reported, and the piece names.
 #include "engine/PieceNames.h"
 #include "tests/support/RunnerFixture.h"
 
