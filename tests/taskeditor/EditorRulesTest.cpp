@@ -18,15 +18,13 @@ QString tabStates(QTabWidget* tabs) {
     return states;
 }
 
-TEST_F(EditorRules, OpensOnTheDefaultsWithEveryPageUnchosen) {
+// A page box disables the other operation tabs and enables its own controls while ticked.
+TEST_F(EditorRules, OpensWithEveryPageUnchosenAndAPageBoxChoosesItsPage) {
     // The values of the boxes are checked through the file "ok" writes (EditorSettings).
     EXPECT_EQ(tabStates(tabs()), "11111");
     EXPECT_EQ(enabled({"Text_cal(7)", "Text1", "Command_id", "ListView_id", "Check_dm(0)"}),
               "00000");
     EXPECT_EQ(enabled({"Check3", "Check4", "Check5", "Check6"}), "1111");
-}
-
-TEST_F(EditorRules, APageBoxDisablesTheOtherOperationTabsAndEnablesItsOwnControls) {
     const struct {
         const char* box;
         const char* control;
