@@ -12,95 +12,67 @@ using morlevant::testing::TempDir;
 
 namespace {
 
-std::vector<std::string> readLines(const std::string& path) {
-    LineReader reader(path);
-    std::vector<std::string> lines;
-    std::string_view line;
-    while (reader.next(line))
-        lines.emplace_back(line);
-    return lines;
-}
-
 using Lines = std::vector<std::string>;
 
-struct LineEndCase {
-    std::string bytes;
-    Lines expected;
-};
-
-class LineEnds : public ::testing::TestWithParam<LineEndCase> {};
-
-TEST_P(LineEnds, SplitsAtCrLfLfAndLoneCr) {
+// Reading the file gives the lines; copying them, in counts that stop at any line, gives each
+// line ended by CR LF.
+void expectLines(const std::string& bytes, const Lines& lines) {
     TempDir dir;
-    morlevant::testing::writeBytes(dir.file("in.txt"), GetParam().bytes);
-    EXPECT_EQ(readLines(dir.file("in.txt")), GetParam().expected);
-}
+    morlevant::testing::writeBytes(dir.file("in.txt"), bytes);
+    Lines read;
+    LineReader reader(dir.file("in.txt"));
+    for (std::string_view line; reader.next(line);)
+        read.emplace_back(line);
+    EXPECT_EQ(read, lines);
 
-INSTANTIATE_TEST_SUITE_P(
-    Reader, LineEnds,
-    ::testing::Values(LineEndCase{"", {}}, LineEndCase{"a", {"a"}},
-                      LineEndCase{"a\r\nb\r\n", {"a", "b"}}, LineEndCase{"a\nb", {"a", "b"}},
-                      LineEndCase{"a\rb\r", {"a", "b"}}, LineEndCase{"\n\n", {"", ""}},
-                      LineEndCase{"a\r\rb", {"a", "", "b"}}, LineEndCase{"a\n\rb", {"a", "", "b"}},
-                      LineEndCase{"a\r\r\n\nb", {"a", "", "", "b"}},
-                      LineEndCase{"a\nb\nc\rd\r\ne\nf", {"a", "b", "c", "d", "e", "f"}},
-                      LineEndCase{"\xff\xfe\r\n\x80", {"\xff\xfe", "\x80"}},
-                      // Ends before, at and after eight-byte steps of the search for them.
-                      LineEndCase{
-                          "abcdefgh\r\nabcdefghi\nabcdefghijklmno\rabcdefghijklmnop\r\nq",
-                          {"abcdefgh", "abcdefghi", "abcdefghijklmno", "abcdefghijklmnop", "q"}},
-                      LineEndCase{"abcdefg\n\rabcdefghij\r\nabcdefghijklmnopqrstuvw\nxyz\r",
-                                  {"abcdefg", "", "abcdefghij", "abcdefghijklmnopqrstuvw", "xyz"}},
-                      LineEndCase{"abcdefghijkl\nmnopqrstuvwx\nabcdefghijklmnopq\rrs\n",
-                                  {"abcdefghijkl", "mnopqrstuvwx", "abcdefghijklmnopq", "rs"}}));
-
-// Copying lines gives the bytes of writing each line read, in counts that stop at any line.
-std::string copiedInCounts(const std::string& path, std::size_t count, std::size_t& lines) {
-    TempDir out;
-    {
-        LineReader reader(path);
-        LineWriter writer(out.file("copy.txt"), LineWriter::Mode::Truncate);
-        while (reader.copyLines(count, writer) == count)
-            ;
-        lines = reader.lineNumber();
-        writer.close();
-    }
-    return morlevant::testing::readBytes(out.file("copy.txt"));
-}
-
-std::string eachLineWritten(const Lines& lines) {
-    std::string bytes;
+    std::string eachLineWritten;
     for (const std::string& line : lines)
-        bytes += line + "\r\n";
-    return bytes;
+        eachLineWritten += line + "\r\n";
+    for (const std::size_t count :
+         {std::size_t{1}, std::size_t{2}, std::size_t{3}, std::size_t{1000}}) {
+        LineReader copied(dir.file("in.txt"));
+        LineWriter writer(dir.file("copy.txt"), LineWriter::Mode::Truncate);
+        while (copied.copyLines(count, writer) == count)
+            ;
+        EXPECT_EQ(copied.lineNumber(), lines.size()) << count;
+        writer.close();
+        EXPECT_EQ(morlevant::testing::readBytes(dir.file("copy.txt")), eachLineWritten) << count;
+    }
 }
 
-TEST_P(LineEnds, CopiedLinesEndInCrLf) {
-    TempDir dir;
-    morlevant::testing::writeBytes(dir.file("in.txt"), GetParam().bytes);
-    for (const std::size_t count : {std::size_t{1}, std::size_t{2}, std::size_t{1000}}) {
-        std::size_t lines = 0;
-        EXPECT_EQ(copiedInCounts(dir.file("in.txt"), count, lines),
-                  eachLineWritten(GetParam().expected))
-            << count;
-        EXPECT_EQ(lines, GetParam().expected.size());
+TEST(Reader, SplitsAtCrLfLfAndLoneCr) {
+    const struct {
+        std::string bytes;
+        Lines expected;
+    } cases[] = {
+        {"", {}},
+        {"a", {"a"}},
+        {"a\r\nb\r\n", {"a", "b"}},
+        {"a\nb", {"a", "b"}},
+        {"a\rb\r", {"a", "b"}},
+        {"\n\n", {"", ""}},
+        {"a\r\rb", {"a", "", "b"}},
+        {"a\n\rb", {"a", "", "b"}},
+        {"a\r\r\n\nb", {"a", "", "", "b"}},
+        {"a\nb\nc\rd\r\ne\nf", {"a", "b", "c", "d", "e", "f"}},
+        {"\xff\xfe\r\n\x80", {"\xff\xfe", "\x80"}},
+        // Ends before, at and after eight-byte steps of the search for them.
+        {"abcdefgh\r\nabcdefghi\nabcdefghijklmno\rabcdefghijklmnop\r\nq",
+         {"abcdefgh", "abcdefghi", "abcdefghijklmno", "abcdefghijklmnop", "q"}},
+        {"abcdefg\n\rabcdefghij\r\nabcdefghijklmnopqrstuvw\nxyz\r",
+         {"abcdefg", "", "abcdefghij", "abcdefghijklmnopqrstuvw", "xyz"}},
+        {"abcdefghijkl\nmnopqrstuvwx\nabcdefghijklmnopq\rrs\n",
+         {"abcdefghijkl", "mnopqrstuvwx", "abcdefghijklmnopq", "rs"}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(::testing::PrintToString(c.bytes));
+        expectLines(c.bytes, c.expected);
     }
 }
 
 TEST(Reader, LinesAcrossBlockBoundaries) {
-    // Lines longer than a block, and a CR LF split between two blocks.
-    TempDir dir;
-    const std::string longLine(2 * LineReader::blockSize + 5, 'x');
-    // Its CR ends the first block, its LF starts the next.
-    const std::string shortLine(LineReader::blockSize - 1, 'y');
-    morlevant::testing::writeBytes(dir.file("in.txt"), shortLine + "\r\n" + longLine + "\r\nend");
-    EXPECT_EQ(readLines(dir.file("in.txt")), (Lines{shortLine, longLine, "end"}));
-}
-
-TEST(Reader, CopiesLinesAcrossBlockBoundaries) {
-    // Every kind of line end just before, on and after the end of a block, a line longer than
-    // a block, and a file without a final line end.
-    TempDir dir;
+    // Every kind of line end just before, on and after the end of a block (a CR LF split
+    // between two blocks among them), lines longer than a block, and no final line end.
     Lines lines;
     std::string bytes;
     const std::size_t block = LineReader::blockSize;
@@ -115,12 +87,7 @@ TEST(Reader, CopiesLinesAcrossBlockBoundaries) {
     }
     lines.push_back("last");
     bytes += "last";
-    morlevant::testing::writeBytes(dir.file("in.txt"), bytes);
-    for (const std::size_t count : {std::size_t{1}, std::size_t{3}, std::size_t{100}}) {
-        std::size_t copied = 0;
-        EXPECT_EQ(copiedInCounts(dir.file("in.txt"), count, copied), eachLineWritten(lines));
-        EXPECT_EQ(copied, lines.size());
-    }
+    expectLines(bytes, lines);
 }
 
 TEST(Reader, ReadsOnWhereTheCopyStopped) {

@@ -33,88 +33,84 @@ std::map<std::string, std::string> snapshot(const fs::path& folder) {
     return files;
 }
 
+using Prepare = std::function<void(RunnerFixture&)>;
+
+// Writes the named files below "files/" before the run.
+Prepare writes(const std::vector<std::pair<std::string, std::string>>& files) {
+    return [files](RunnerFixture& f) {
+        for (const auto& [name, bytes] : files)
+            f.writeSource(name, bytes);
+    };
+}
+
 struct HostileCase {
     const char* name;
     Lines lines;
     std::vector<std::string> list;
-    std::function<void(RunnerFixture&)> prepare;
-    const char* failure;              // part of the message, or nullptr when the run succeeds
-    std::vector<std::string> written; // below "files/" when the run succeeds
+    Prepare prepare;
+    const char* failure;                   // part of the message, or nullptr when the run succeeds
+    std::vector<std::string> written = {}; // below "files/" when the run succeeds
 };
 
 const HostileCase hostileCases[] = {
     {"DottedNameDividesIntoAFolderOfItsOwn",
      divideByRow + Lines{{29, ".notes"}},
      {".notes"},
-     [](RunnerFixture& f) { f.writeSource(".notes", "1\n2\n3\n"); },
+     writes({{".notes", "1\n2\n3\n"}}),
      nullptr,
      {".notes pieces/.notes"}},
     {"OnlyDotsBeforeTheExtension",
      divideByRow,
      {"...txt"},
-     [](RunnerFixture& f) { f.writeSource("...txt", "1\n"); },
+     writes({{"...txt", "1\n"}}),
      nullptr,
      {"...txt pieces/p(001).txt"}},
     {"ResultLinkedToItsSource",
      replaceAtoB,
      {"a.txt"},
      [](RunnerFixture& f) { fs::create_symlink(f.source("a.txt"), f.source("a.txt.modify")); },
-     "source file of the task",
-     {}},
+     "source file of the task"},
     {"ResultHardLinkedToItsSource",
      replaceAtoB,
      {"a.txt"},
      [](RunnerFixture& f) { fs::create_hard_link(f.source("a.txt"), f.source("a.txt.modify")); },
-     "source file of the task",
-     {}},
+     "source file of the task"},
     {"ResultOfOneSourceIsAnother",
      replaceAtoB,
      {"b.txt", "a.txt", "a.txt.modify"},
-     [](RunnerFixture& f) { f.writeSource("a.txt.modify", "old"); },
-     "a.txt.modify",
-     {}},
+     writes({{"a.txt.modify", "old"}}),
+     "a.txt.modify"},
     {"MergeResultListedAfterAnotherSource",
      mergeAll,
      {"a.txt", "../outcome/merge/merge-application-file.txt"},
-     [](RunnerFixture& f) {
-         morlevant::testing::writeBytes(f.home.file("outcome/merge/merge-application-file.txt"),
-                                        "kept");
-     },
-     "merge result",
-     {}},
+     writes({{"../outcome/merge/merge-application-file.txt", "kept"}}),
+     "merge result"},
     {"PieceWouldReplaceASource",
      divideByRow,
      {"a.txt", "a/p(001).txt"},
-     [](RunnerFixture& f) { f.writeSource("a/p(001).txt", "kept"); },
-     "a piece",
-     {}},
+     writes({{"a/p(001).txt", "kept"}}),
+     "a piece"},
     {"FolderListedAsASource",
      replaceAtoB,
      {"a.txt", "dir"},
      [](RunnerFixture& f) { fs::create_directories(f.source("dir")); },
-     "it is a folder",
-     {}},
+     "it is a folder"},
     {"MissingSourceStopsBeforeAnyFolderIsMade",
      divideByColumn,
      {"a.txt", "gone.txt"},
      {},
-     "gone.txt",
-     {}},
+     "gone.txt"},
     {"ColumnsOutLeaveUnrelatedFilesAlone",
      divideByColumn + rangesOut,
      {"a.txt", "noext"},
-     [](RunnerFixture& f) {
-         f.writeSource("a.txtmodify", "unrelated");
-         f.writeSource("noext", "abcdef\n");
-     },
+     writes({{"a.txtmodify", "unrelated"}, {"noext", "abcdef\n"}}),
      nullptr,
      {"a/p(001).txt", "a/p(002).txt", "noext pieces/p(001).txt", "noext pieces/p(002).txt"}},
     {"DivideFolderBlockedByAFile",
      divideByRow,
      {"b.txt", "a.txt"},
-     [](RunnerFixture& f) { f.writeSource("a", "a file"); },
-     "in the way",
-     {}},
+     writes({{"a", "a file"}}),
+     "in the way"},
 };
 
 class HostileLists : public ::testing::TestWithParam<HostileCase> {};

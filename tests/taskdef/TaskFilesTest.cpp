@@ -1,4 +1,3 @@
-// The task file list, the preparation for editing, and the program folder.
 #include "taskdef/TaskFiles.h"
 
 #include "taskdef/InstallLayout.h"

@@ -12,16 +12,25 @@ using morlevant::testing::writeBytes;
 
 namespace {
 
-TaskPageSettings numbered() {
+// Lines "1", "2", ... up to `count`, each followed by `end`.
+std::string numberedLines(int count, const std::string& end) {
+    std::string text;
+    for (int n = 1; n <= count; ++n)
+        text += std::to_string(n) + end;
+    return text;
+}
+
+TEST(TaskPageSettingsFile, ReadsEachFieldFromItsLine) {
+    TempDir dir;
+    writeBytes(dir.file("lf.ttp"), numberedLines(30, "\n") + "31");
+    const TaskPageSettings lf = readTaskPageSettings(dir.file("lf.ttp"));
+    EXPECT_EQ(lf.rangeMode, "1");
+    EXPECT_EQ(lf.divideNumberTo, "31");
+
+    // A value holding a line end moves every later field down.
     TaskPageSettings settings;
     for (int n = 1; n <= TaskPageSettings::lineCount; ++n)
         settings.line(n) = "v" + std::to_string(n);
-    return settings;
-}
-
-TEST(TaskPageSettingsFile, MultiLineValueShiftsLaterFields) {
-    TempDir dir;
-    TaskPageSettings settings = numbered();
     settings.find4 = "first\r\nsecond";
     writeTaskPageSettings(dir.file("t.ttp"), settings);
     const TaskPageSettings back = readTaskPageSettings(dir.file("t.ttp"));
@@ -30,69 +39,47 @@ TEST(TaskPageSettingsFile, MultiLineValueShiftsLaterFields) {
     EXPECT_EQ(back.insertAction, "v18");
 }
 
-TEST(TaskPageSettingsFile, AcceptsLfAndMissingLastLineEnd) {
-    TempDir dir;
-    std::string text;
-    for (int n = 1; n <= 31; ++n)
-        text += std::to_string(n) + (n < 31 ? "\n" : "");
-    writeBytes(dir.file("t.ttp"), text);
-    const TaskPageSettings back = readTaskPageSettings(dir.file("t.ttp"));
-    EXPECT_EQ(back.rangeMode, "1");
-    EXPECT_EQ(back.divideNumberTo, "31");
-}
-
-TEST(TaskPageSettingsFile, MissingEmptyOrShortFilesAreClearErrors) {
-    TempDir dir;
-    writeBytes(dir.file("empty.ttp"), "");
-    writeBytes(dir.file("short.ttp"), "1\r\n2\r\n");
-    for (const auto& [name, says] : {std::pair{"absent.ttp", "missing"},
-                                     {"empty.ttp", "empty"},
-                                     {"short.ttp", "only 2 of its 31"}}) {
-        try {
-            readTaskPageSettings(dir.file(name));
-            ADD_FAILURE() << name;
-        } catch (const TaskError& error) {
-            EXPECT_NE(std::string(error.what()).find(says), std::string::npos) << error.what();
-        }
+// The message the reader refuses the file with, or "" when it reads it.
+std::string refusal(const std::string& path) {
+    try {
+        readTaskPageSettings(path);
+    } catch (const TaskError& error) {
+        return error.what();
     }
+    return "";
 }
 
-// The window asks this on every click on a task: it must agree with the reader a run uses.
+// The window asks whether a task is complete on every click on it: the answer must agree with
+// the reader a run uses.
 TEST(TaskPageSettingsFile, TheCompletenessCheckAgreesWithTheReader) {
-    const auto lines = [](int count, const std::string& end) {
-        std::string text;
-        for (int n = 1; n <= count; ++n)
-            text += std::to_string(n) + end;
-        return text;
-    };
     const struct {
         const char* name;
         std::string text;
-        bool complete;
+        const char* refused; // part of the reader's message, or nullptr when it reads the file
     } cases[] = {
-        {"empty", "", false},
-        {"thirty lines", lines(30, "\r\n"), false},
-        {"thirty-one lines", lines(31, "\r\n"), true},
-        {"last line unended", lines(30, "\n") + "31", true},
-        {"CR LF counts once", lines(20, "\r\n"), false},
-        {"a lone CR ends a line", lines(30, "\r") + "\r", true},
-        {"LF CR is two ends", lines(29, "\n") + "\n\r", true},
-        {"only line ends", std::string(31, '\n'), true},
-        {"only CR LF pairs", std::string(30, '\r') + "\n", false},
-        {"more than needed", lines(40, "\r\n"), true},
+        {"empty", "", "is empty"},
+        {"thirty lines", numberedLines(30, "\r\n"), "has only 30 of its 31 lines"},
+        {"thirty-one lines", numberedLines(31, "\r\n"), nullptr},
+        {"last line unended", numberedLines(30, "\n") + "31", nullptr},
+        {"CR LF counts once", numberedLines(20, "\r\n"), "has only 20 of its 31 lines"},
+        {"a lone CR ends a line", numberedLines(30, "\r") + "\r", nullptr},
+        {"LF CR is two ends", numberedLines(29, "\n") + "\n\r", nullptr},
+        {"only line ends", std::string(31, '\n'), nullptr},
+        {"only CR LF pairs", std::string(30, '\r') + "\n", "has only 30 of its 31 lines"},
+        {"more than needed", numberedLines(40, "\r\n"), nullptr},
     };
     TempDir dir;
     for (const auto& c : cases) {
         writeBytes(dir.file("t.ttp"), c.text);
-        bool readable = true;
-        try {
-            readTaskPageSettings(dir.file("t.ttp"));
-        } catch (const TaskError&) {
-            readable = false;
+        const std::string message = refusal(dir.file("t.ttp"));
+        if (c.refused == nullptr) {
+            EXPECT_EQ(message, "") << c.name;
+        } else {
+            EXPECT_NE(message.find(c.refused), std::string::npos) << c.name << ": " << message;
         }
-        EXPECT_EQ(readable, c.complete) << c.name;
-        EXPECT_EQ(hasCompleteTaskPageSettings(dir.file("t.ttp")), c.complete) << c.name;
+        EXPECT_EQ(hasCompleteTaskPageSettings(dir.file("t.ttp")), c.refused == nullptr) << c.name;
     }
+    EXPECT_NE(refusal(dir.file("absent.ttp")).find("missing"), std::string::npos);
     EXPECT_FALSE(hasCompleteTaskPageSettings(dir.file("absent.ttp")));
     EXPECT_FALSE(hasCompleteTaskPageSettings(dir.path().string()));
     ASSERT_TRUE(morlevant::testing::makeFifo(dir.file("pipe.ttp")));

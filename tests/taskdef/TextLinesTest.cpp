@@ -1,4 +1,3 @@
-// Splitting the files read whole into lines, and range texts into their items.
 #include "taskdef/TextLines.h"
 
 #include "taskdef/RangePairs.h"

@@ -1,4 +1,3 @@
-// What the editor enables and disables as the user clicks, and what its boxes accept.
 #include "tests/support/QStringPrinter.h"
 #include "tests/taskeditor/EditorFixture.h"
 
@@ -19,16 +18,13 @@ QString tabStates(QTabWidget* tabs) {
     return states;
 }
 
-TEST_F(EditorRules, OpensOnTheDefaultsWithEveryPageUnchosen) {
+// A page box disables the other operation tabs and enables its own controls while ticked.
+TEST_F(EditorRules, OpensWithEveryPageUnchosenAndAPageBoxChoosesItsPage) {
     // The values of the boxes are checked through the file "ok" writes (EditorSettings).
     EXPECT_EQ(tabStates(tabs()), "11111");
-    EXPECT_EQ(enabled({"Text_row", "Text_column", "check1(0)", "check1(1)", "Check2"}), "00000");
     EXPECT_EQ(enabled({"Text_cal(7)", "Text1", "Command_id", "ListView_id", "Check_dm(0)"}),
               "00000");
     EXPECT_EQ(enabled({"Check3", "Check4", "Check5", "Check6"}), "1111");
-}
-
-TEST_F(EditorRules, APageBoxDisablesTheOtherOperationTabsAndEnablesItsOwnControls) {
     const struct {
         const char* box;
         const char* control;
@@ -50,6 +46,7 @@ TEST_F(EditorRules, APageBoxDisablesTheOtherOperationTabsAndEnablesItsOwnControl
 TEST_F(EditorRules, RangeBoxesAndTakingOutOnlyWithARowAndColumnSelection) {
     const QStringList rangeControls = {"Text_row", "Text_column", "check1(0)", "check1(1)",
                                        "Check2"};
+    EXPECT_EQ(enabled(rangeControls), "00000");
     click("Option1(1)");
     EXPECT_EQ(enabled(rangeControls), "11111");
     click("Check2");
@@ -163,33 +160,19 @@ TEST_F(EditorRules, EnterMovesOnThroughTheBoxes) {
     EXPECT_EQ(tabs()->currentIndex(), 0);
 }
 
+// How a text is tidied and checked is pinned by RangeText's tables; these are the boxes' wiring.
 TEST_F(EditorRules, RangeBoxesAreTidiedAndCheckedWhenLeft) {
-    const struct {
-        const char* box;
-        const char* typed;
-        const char* tidied;
-        const char* message;
-    } cases[] = {
-        // How a text is tidied and checked is pinned by RangeText's tables.
-        {"Text_row", "1--5,,,7-,-9", "1-5,7,9", nullptr},
-        {"Text_column", "1-10,5-20", "1-10,5-20", "column range error:10 was bigger than 5"},
-    };
-    for (const auto& box : cases) {
-        prompts.asked.clear();
-        reopen();
-        click("Option1(1)");
-        type(box.box, box.typed);
-        control("Check2")->setFocus(Qt::TabFocusReason);
-        EXPECT_EQ(text(box.box), box.tidied) << box.typed;
-        control("Option1(0)")->setFocus(Qt::TabFocusReason); // leaving again says it once
-        QApplication::processEvents(); // the message comes once the focus has settled
-        if (box.message == nullptr) {
-            EXPECT_TRUE(prompts.asked.isEmpty()) << box.typed;
-        } else {
-            EXPECT_EQ(prompts.asked, QStringList{QString("information|Morlevant|") + box.message});
-            EXPECT_EQ(QApplication::focusWidget(), control(box.box)) << box.typed;
-        }
-    }
+    click("Option1(1)");
+    type("Text_row", "1--5,,,7-,-9");
+    type("Text_column", "1-10,5-20");
+    EXPECT_EQ(text("Text_row"), "1-5,7,9");
+    control("Check2")->setFocus(Qt::TabFocusReason);
+    control("Option1(0)")->setFocus(Qt::TabFocusReason); // leaving again says it once
+    QApplication::processEvents(); // the message comes once the focus has settled
+    EXPECT_EQ(text("Text_column"), "1-10,5-20");
+    EXPECT_EQ(prompts.asked,
+              QStringList{"information|Morlevant|column range error:10 was bigger than 5"});
+    EXPECT_EQ(QApplication::focusWidget(), control("Text_column"));
 }
 
 } // namespace

@@ -1,4 +1,3 @@
-// What "ok" refuses, what it writes, the step builder and the template lists.
 #include "tests/support/QStringPrinter.h"
 #include "tests/taskeditor/EditorFixture.h"
 

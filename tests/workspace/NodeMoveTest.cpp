@@ -50,28 +50,24 @@ TEST(NodeMove, MovesByTheDragRules) {
     }
 }
 
-TEST(NodeMove, DropOnNodeWithoutIconGivesItTheOpenFolder) {
+// A drop on a node without an icon gives it the open folder but leaves its selected image; a
+// node dropped beside a top-level node is made anew there with its tag and images.
+TEST(NodeMove, DropsKeepTagsAndImages) {
     TaskTreeModel model;
-    buildTree(model, "A[a.txt] B");
+    buildTree(model, "A[a.txt b.txt] B");
     QStandardItem* target = find(model, {"B"});
     TaskTreeModel::setSelectedImage(target, treeImage::archive);
+    QStandardItem* file = find(model, {"A", "b.txt"});
+    TaskTreeModel::setTag(file, QString("note") + QChar(0) + "/data/b.txt");
+    TaskTreeModel::setSelectedImage(file, treeImage::openFolder);
     WorkspaceState state;
     NodeMove::drop(model, find(model, {"A", "a.txt"}), target, false, state);
     EXPECT_EQ(TaskTreeModel::image(target), treeImage::openFolder);
-    EXPECT_EQ(TaskTreeModel::selectedImage(target),
-              treeImage::archive); // the selected image is left alone
-}
+    EXPECT_EQ(TaskTreeModel::selectedImage(target), treeImage::archive);
 
-TEST(NodeMove, RecreatedTopLevelNodeKeepsTagAndImages) {
-    TaskTreeModel model;
-    buildTree(model, "A[a.txt] B");
-    QStandardItem* file = find(model, {"A", "a.txt"});
-    TaskTreeModel::setTag(file, QString("note") + QChar(0) + "/data/a.txt");
-    TaskTreeModel::setSelectedImage(file, treeImage::openFolder);
-    WorkspaceState state;
-    const auto result = NodeMove::drop(model, file, find(model, {"B"}), true, state);
+    const auto result = NodeMove::drop(model, file, target, true, state);
     ASSERT_TRUE(TaskTreeModel::isTopLevel(result.moved));
-    EXPECT_EQ(TaskTreeModel::tag(result.moved), QString("note") + QChar(0) + "/data/a.txt");
+    EXPECT_EQ(TaskTreeModel::tag(result.moved), QString("note") + QChar(0) + "/data/b.txt");
     EXPECT_EQ(TaskTreeModel::image(result.moved), treeImage::text);
     EXPECT_EQ(TaskTreeModel::selectedImage(result.moved), treeImage::openFolder);
 }

@@ -46,9 +46,16 @@ TEST_F(TreeCommandsTest, AddTaskIsNumberedByAllNodesAndPlacedAfterTheSelection) 
 }
 
 TEST_F(TreeCommandsTest, ImportedFilesGoUnderOrBesideTheSelectionOrIntoANewTask) {
-    const QStringList paths{"/in/zeta.txt", "/in/alpha.data.txt", "/in/readme"};
     buildTree(model, "A[a.txt] B");
-    commands.addFiles(find(model, {"A"}), paths, true);
+    prompts.fileNames.enqueue({});
+    EXPECT_EQ(commands.importFiles(find(model, {"A"}), true), nullptr);
+    EXPECT_EQ(treeText(model), "A[a.txt] B");
+    EXPECT_FALSE(state.TaskDirty);
+    EXPECT_EQ(prompts.dialogs.at(0).title, "Select File");
+
+    prompts.fileNames.enqueue({"/in/zeta.txt", "/in/alpha.data.txt", "/in/readme"});
+    EXPECT_EQ(commands.importFiles(find(model, {"A"}), true)->text(), "readme");
+    EXPECT_EQ(commands.lastDirectory(), "/in");
     EXPECT_EQ(treeText(model), "A[a.txt zeta alpha.data readme] B");
     commands.addFiles(find(model, {"A", "a.txt"}), {"/in/x.txt", "/in/y.txt"}, false);
     EXPECT_EQ(treeText(model), "A[a.txt x y zeta alpha.data readme] B");
@@ -61,19 +68,6 @@ TEST_F(TreeCommandsTest, ImportedFilesGoUnderOrBesideTheSelectionOrIntoANewTask)
     model.clear(); // into an empty tree: a task is made for the files
     commands.addFiles(nullptr, {"/in/a.txt"}, false);
     EXPECT_EQ(treeText(model), "My Batch Task[a]");
-}
-
-TEST_F(TreeCommandsTest, ImportAsksForFilesAndCancelChangesNothing) {
-    buildTree(model, "A");
-    prompts.fileNames.enqueue({});
-    EXPECT_EQ(commands.importFiles(find(model, {"A"}), true), nullptr);
-    EXPECT_EQ(treeText(model), "A");
-    EXPECT_FALSE(state.TaskDirty);
-    EXPECT_EQ(prompts.dialogs.at(0).title, "Select File");
-
-    prompts.fileNames.enqueue({"/in/b.txt", "/in/c.txt"});
-    EXPECT_EQ(commands.importFiles(find(model, {"A"}), true)->text(), "c");
-    EXPECT_EQ(commands.lastDirectory(), "/in");
 }
 
 TEST_F(TreeCommandsTest, DeleteAsksOnlyForNodesWithChildren) {

@@ -86,15 +86,23 @@ TEST_F(WorkspaceSessionTest, SaveAsThatDoesNotSaveKeepsTheOldName) {
     }
 }
 
-TEST_F(WorkspaceSessionTest, OpenLoadsTheChosenFileAndCancelLeavesAllAsItWas) {
+// Opening asks for a file; a cancelled dialog or a workspace that is a folder leaves all as it
+// was, the folder reported once. A History entry asks its own question about changes.
+TEST_F(WorkspaceSessionTest, OpenLoadsTheChosenFileAndOtherwiseChangesNothing) {
     buildTree(model, "Saved[a.txt]");
     prompts.fileNames.enqueue({path("saved.tsk")});
     session.mnuSaveAs();
     session.mnuNew();
 
-    prompts.fileNames.enqueue({});
-    EXPECT_FALSE(session.mnuOpen());
-    EXPECT_EQ(treeText(model), "My Batch Task");
+    std::filesystem::create_directories(folder.path() / "dir.tsk");
+    for (const QString& name : {QString(), path("dir.tsk")}) {
+        prompts.fileNames.enqueue({name});
+        EXPECT_FALSE(session.mnuOpen());
+        EXPECT_EQ(treeText(model), "My Batch Task");
+    }
+    ASSERT_EQ(prompts.messages().size(), 1);
+    EXPECT_TRUE(prompts.messages().at(0).contains("dir.tsk"));
+    EXPECT_EQ(chosen, QStringList{path("saved.tsk")});
 
     prompts.fileNames.enqueue({path("saved.tsk")});
     EXPECT_TRUE(session.mnuOpen());
@@ -102,27 +110,10 @@ TEST_F(WorkspaceSessionTest, OpenLoadsTheChosenFileAndCancelLeavesAllAsItWas) {
     EXPECT_EQ(state.TaskFileName, path("saved.tsk"));
     EXPECT_EQ(prompts.dialogs.last().title, "Open “Morlevant” Task File");
     EXPECT_EQ(session.lastDirectory(), QString::fromStdString(folder.path().string()));
-}
-
-TEST_F(WorkspaceSessionTest, AWorkspaceThatIsAFolderIsReportedOnceAndChangesNothing) {
-    buildTree(model, "A");
-    std::filesystem::create_directories(folder.path() / "dir.tsk");
-    prompts.fileNames.enqueue({path("dir.tsk")});
-    EXPECT_FALSE(session.mnuOpen());
-    ASSERT_EQ(prompts.messages().size(), 1);
-    EXPECT_TRUE(prompts.messages().at(0).contains("dir.tsk"));
-    EXPECT_EQ(treeText(model), "A");
-    EXPECT_TRUE(chosen.isEmpty());
-}
-
-TEST_F(WorkspaceSessionTest, HistoryAsksItsOwnQuestion) {
-    buildTree(model, "A");
-    prompts.fileNames.enqueue({path("a.tsk")});
-    session.mnuSaveAs();
 
     state.TaskDirty = true;
     prompts.answers.enqueue(Answer::Cancel);
-    EXPECT_FALSE(session.openRecent(path("a.tsk")));
+    EXPECT_FALSE(session.openRecent(path("saved.tsk")));
     EXPECT_EQ(prompts.asked.last(), "yesnocancel|Open Task|Save the Task？");
     EXPECT_TRUE(state.TaskDirty);
 }
