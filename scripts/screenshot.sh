@@ -1,0 +1,41 @@
+#!/usr/bin/env bash
+# Takes the README's picture, docs/screenshot.png: builds the window program (Release, in build/,
+# as scripts/run.sh does), lays out the example program folder build/home, starts the window on
+# the example workspace under a virtual X display and grabs the window once it shows.
+# A developer's tool: it needs xvfb-run (xvfb, xauth), xwininfo (x11-utils) and ImageMagick's
+# import, which scripts/install-deps.sh does not install.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+cmake -S . -B build -DCMAKE_BUILD_TYPE=Release -DMORLEVANT_TESTS=OFF >/dev/null
+cmake --build build --target morlevant -j"$(nproc)"
+home="$PWD/build/home"
+examples/prepare-home.sh "$home" >/dev/null
+
+# Run on the virtual display: waits up to 20 seconds for the window titled after the workspace,
+# gives it a second to paint, and grabs the screen cut to the window.
+grab=$(
+    cat <<'EOF'
+set -euo pipefail
+build/app/morlevant "$MORLEVANT_HOME/Example.tsk" &
+trap 'kill $!' EXIT
+for _ in $(seq 1 100); do
+    window=$(xwininfo -root -tree |
+        awk -v title="$MORLEVANT_HOME/Example.tsk\"" 'index($0, title) { print $1; exit }')
+    if [ -n "$window" ]; then
+        sleep 1
+        geometry=$(xwininfo -id "$window" | awk '
+            /Absolute upper-left X/ { x = $NF } /Absolute upper-left Y/ { y = $NF }
+            /Width:/ { w = $NF } /Height:/ { h = $NF }
+            END { print w "x" h "+" x "+" y }')
+        import -window root -crop "$geometry" docs/screenshot.png
+        exit 0
+    fi
+    sleep 0.2
+done
+echo "screenshot: no window showing the example workspace appeared" >&2
+exit 1
+EOF
+)
+MORLEVANT_HOME="$home" QT_QPA_PLATFORM=xcb xvfb-run -a -s "-screen 0 1280x800x24" bash -c "$grab"
+echo "screenshot: wrote docs/screenshot.png"
