@@ -1,5 +1,6 @@
 #include "mainwindow/ExternalPrograms.h"
 
+#include "taskdef/InstallLayout.h"
 #include "tests/support/QStringPrinter.h"
 #include "tests/support/RecordingShell.h"
 #include "tests/support/ScriptedPrompts.h"
@@ -73,6 +74,23 @@ TEST_F(Outside, ChoosesOnlyAProgramAndKeepsTheOldOneOtherwise) {
                                               "/usr/bin/old.",
                                           "open file|select browser |executable file(*)"}));
     EXPECT_EQ(prompts.dialogs.at(0).directory, "/usr/bin");
+}
+
+TEST(HelpPage, IsFoundBesideTheProgramAndWhereTheInstallPutsIt) {
+    testing::TempDir dir;
+    const QString buildTree = QString::fromStdString(dir.file("build/app"));
+    testing::writeBytes(dir.file("build/app/help/index.html"), "<html/>");
+    EXPECT_EQ(ExternalPrograms::findHelpPage(buildTree), buildTree + "/help/index.html");
+
+    const std::string bin = dir.file("prefix/bin");
+    std::filesystem::create_directories(bin);
+    EXPECT_EQ(ExternalPrograms::findHelpPage(QString::fromStdString(bin)), QString());
+    EXPECT_FALSE(isInstalledProgram(bin));
+    const std::string installed = installedDataFolder(bin) + "/help/index.html";
+    testing::writeBytes(installed, "<html/>");
+    EXPECT_EQ(ExternalPrograms::findHelpPage(QString::fromStdString(bin)),
+              QString::fromStdString(installed));
+    EXPECT_TRUE(installed.starts_with(dir.file("prefix/")));
 }
 
 } // namespace

@@ -6,13 +6,8 @@
 #include "tests/support/RecordingShell.h"
 #include "tests/support/ScriptedPrompts.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QProcess>
-#include <QXmlStreamReader>
 #include <gtest/gtest.h>
-#include <utility>
 
 namespace morlevant {
 namespace {
@@ -24,43 +19,6 @@ using testing::ScriptedPrompts;
 QString readAll(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
-// The value of `key` in the [Desktop Entry] group of a desktop entry's text.
-QString entryValue(const QString& entry, const QString& key) {
-    for (const QString& line : entry.split(u'\n'))
-        if (line.startsWith(key + u'='))
-            return line.mid(key.size() + 1);
-    return {};
-}
-
-// The arguments an Exec value stands for with `file` in place of %f, read as a desktop does:
-// the value's own escapes first, then the quoting, then the field codes.
-QStringList execArguments(const QString& exec, const QString& file) {
-    QString value;
-    for (qsizetype i = 0; i < exec.size(); ++i) {
-        const bool escaped = exec[i] == u'\\' && i + 1 < exec.size();
-        const QChar c = escaped ? exec[++i] : exec[i];
-        value += escaped && c == u's' ? QChar(u' ') : c;
-    }
-    QStringList arguments;
-    bool quoted = false;
-    bool between = true; // the next character starts an argument
-    for (qsizetype i = 0; i < value.size(); ++i) {
-        if (!quoted && value[i] == u' ') {
-            between = true;
-            continue;
-        }
-        if (std::exchange(between, false))
-            arguments.append(QString());
-        if (value[i] == u'"')
-            quoted = !quoted;
-        else
-            arguments.last() += quoted && value[i] == u'\\' ? value[++i] : value[i];
-    }
-    for (QString& argument : arguments)
-        argument = argument == "%f" ? file : argument.replace("%%", "%");
-    return arguments;
 }
 
 class Association : public ::testing::Test {
@@ -77,7 +35,7 @@ protected:
     DesktopFolders folders;
     ScriptedPrompts prompts;
     RecordingShell shell;
-    QString program = folders.path("my programs/morlevant");
+    const QString program = folders.path("my programs/morlevant");
 };
 
 TEST_F(Association, AssociatingTwiceLeavesTheFirstRecordsAndRemovingTwiceSaysThereIsNone) {
@@ -119,27 +77,6 @@ TEST_F(Association, WritesTheTypeTheEntryThatOpensItAndMakesItTheDefault) {
     EXPECT_EQ(readAll(mimeApps()), "[Default Applications]\ntext/plain=editor.desktop;\n");
 }
 
-TEST_F(Association, TheEntrysCommandLineStartsTheProgramOnTheWorkspace) {
-    // A program and a workspace whose paths hold characters the command line must quote.
-    program = folders.path("my \"programs\" $HOME 100%/morlevant");
-    QDir().mkpath(QFileInfo(program).absolutePath());
-    ASSERT_TRUE(QFile::copy(ARGUMENT_RECORDER, program));
-    associateAndRemove(1, false);
-    const QString workspace = folders.path("my work/plan 'a'.tsk");
-    const QStringList command = execArguments(
-        entryValue(readAll(data("applications/morlevant.desktop")), "Exec"), workspace);
-    ASSERT_EQ(command.size(), 2);
-
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("RECORD_ARGUMENTS_TO", folders.path("arguments"));
-    process.setProcessEnvironment(environment);
-    process.start(command[0], command.mid(1));
-    ASSERT_TRUE(process.waitForFinished(10000)) << process.errorString().toStdString();
-    EXPECT_EQ(process.exitCode(), 0);
-    EXPECT_EQ(readAll(folders.path("arguments")), workspace + "\n");
-}
-
 TEST_F(Association, AFolderThatCannotBeWrittenIsNamedAndNothingIsClaimed) {
     // The data folder's place is taken by a file, so nothing can be created below it.
     testing::writeBytes(folders.path("data").toStdString(), "");
@@ -151,36 +88,6 @@ TEST_F(Association, AFolderThatCannotBeWrittenIsNamedAndNothingIsClaimed) {
     EXPECT_TRUE(shell.tools.isEmpty());
 }
 
-// The install puts the same type and entry in place for every user; only the program's path
-// differs, found there through PATH.
-TEST(InstalledFiles, DescribeTheTypeAndTheEntryAsTheAssociationDoes) {
-    RecordingShell shell;
-    const FileAssociation association(shell, "/opt/morlevant/bin/morlevant");
-    EXPECT_EQ(readAll(MORLEVANT_SOURCE "/desktop/morlevant.xml"), FileAssociation::mimePackage());
-    QString installed = readAll(MORLEVANT_SOURCE "/desktop/morlevant.desktop");
-    installed.replace("Exec=morlevant %f", "Exec=/opt/morlevant/bin/morlevant %f");
-    EXPECT_EQ(installed, association.desktopEntry());
-
-    QXmlStreamReader mime(FileAssociation::mimePackage());
-    QStringList seen;
-    while (!mime.atEnd()) {
-        if (mime.readNext() != QXmlStreamReader::StartElement)
-            continue;
-        const QString name = mime.name().toString();
-        if (name == "mime-type")
-            seen.append("type " + mime.attributes().value("type").toString());
-        else if (name == "glob")
-            seen.append("glob " + mime.attributes().value("pattern").toString());
-        else if (name == "comment")
-            seen.append("comment " + mime.readElementText());
-    }
-    EXPECT_FALSE(mime.hasError()) << mime.errorString().toStdString();
-    EXPECT_EQ(seen, QStringList({"type application/x-corvellum", "comment Corvellum Document",
-                                 "glob *.tsk"}));
-    EXPECT_EQ(entryValue(association.desktopEntry(), "Type"), "Application");
-    EXPECT_EQ(entryValue(association.desktopEntry(), "MimeType"), "application/x-corvellum;");
-}
-
 TEST(DefaultApplication, IsSetAndTakenOutWithoutDisturbingOtherTypes) {
     const QString ours = "application/x-corvellum=morlevant.desktop;";
     struct Case {
@@ -190,8 +97,6 @@ TEST(DefaultApplication, IsSetAndTakenOutWithoutDisturbingOtherTypes) {
     };
     const Case cases[] = {
         {"", "morlevant.desktop", "[Default Applications]\n" + ours + "\n"},
-        {"[Added Associations]\nx/y=a.desktop;\n", "morlevant.desktop",
-         "[Added Associations]\nx/y=a.desktop;\n[Default Applications]\n" + ours + "\n"},
         {"[Default Applications]\napplication/x-corvellum=other.desktop;\n[Other]\nk=v\n",
          "morlevant.desktop", "[Default Applications]\n" + ours + "\n[Other]\nk=v\n"},
         {"[Default Applications]\nx/y=a.desktop;\napplication/x-corvellum=morlevant.desktop;\n", "",
