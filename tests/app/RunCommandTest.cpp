@@ -52,18 +52,6 @@ TEST_F(RunCommandTest, RunsATaskAndSaysVellDown) {
     EXPECT_EQ(err.str(), "") << "no bar when the error stream is not a terminal";
 }
 
-TEST_F(RunCommandTest, ProgressBarAndMessagesGoToTheErrorStream) {
-    fixture.settings.divideAction = "2"; // "abcdefgh" ends inside its third piece of 3 columns
-    EXPECT_EQ(run({"--home=" + home(), "My Batch Task"}, true), 0);
-    EXPECT_EQ(out.str(), "Vell down!\n");
-    const std::string shown = err.str();
-    EXPECT_EQ(shown.rfind("3\n\r[", 0), 0u) << "the columns-per-piece message, then the bar";
-    EXPECT_NE(shown.find("] 1/2 files\r[##############################] 2/2 files\n"),
-              std::string::npos)
-        << shown;
-    EXPECT_EQ(fixture.result("a/p3.txt"), "\r\ngh\r\n");
-}
-
 TEST_F(RunCommandTest, FailureAfterSomeFilesKeepsThemAndEndsTheBarLine) {
     fixture.set({{5, "3"}, {6, "0"}, {10, "/0"}}); // fails on the first line of a file
     fixture.writeSource("a.txt", "");
@@ -72,11 +60,6 @@ TEST_F(RunCommandTest, FailureAfterSomeFilesKeepsThemAndEndsTheBarLine) {
     EXPECT_FALSE(std::filesystem::exists(fixture.source("b.txt.modify")));
     EXPECT_NE(err.str().find("1/2 files\nmorlevant-run: "), std::string::npos) << err.str();
     EXPECT_NE(err.str().find("b.txt"), std::string::npos);
-}
-
-TEST_F(RunCommandTest, HelpPrintsTheUsage) {
-    EXPECT_EQ(run({"--help"}), 0);
-    EXPECT_EQ(out.str(), RunCommand::usage);
 }
 
 TEST_F(RunCommandTest, AFailureIsOneLineOnTheErrorStreamAndExitCodeOne) {
