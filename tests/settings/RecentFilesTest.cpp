@@ -44,7 +44,6 @@ TEST_F(RecentFilesTest, KeepsTheFourNewestAndMovesAReopenedOneToTheFront) {
         const char* menu;
     } cases[] = {
         {0, "&1 /e.tsk | &2 /d.tsk | &3 /c.tsk | &4 /b.tsk"},
-        {1, "&1 /d.tsk | &2 /e.tsk | &3 /c.tsk | &4 /b.tsk"},
         {2, "&1 /c.tsk | &2 /e.tsk | &3 /d.tsk | &4 /b.tsk"},
         {3, "&1 /b.tsk | &2 /e.tsk | &3 /d.tsk | &4 /c.tsk"},
     };
