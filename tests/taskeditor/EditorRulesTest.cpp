@@ -9,37 +9,6 @@ using EditorRules = testing::EditorFixture;
 const QStringList divideBoxes = {"Check_dm(0)", "Check_dm(1)", "Check_dm(2)", "Check_dm(3)",
                                  "Check_dm(4)"};
 
-QString tabStates(QTabWidget* tabs) {
-    QString states;
-    for (int i = 0; i < tabs->count(); ++i)
-        states += tabs->isTabEnabled(i) ? u'1' : u'0';
-    return states;
-}
-
-// A page box disables the other operation tabs and enables its own controls while ticked.
-TEST_F(EditorRules, OpensWithEveryPageUnchosenAndAPageBoxChoosesItsPage) {
-    // The values of the boxes are checked through the file "ok" writes (EditorSettings).
-    EXPECT_EQ(tabStates(tabs()), "11111");
-    EXPECT_EQ(enabled({"Text_cal(7)", "Text1", "Command_id", "ListView_id", "Check_dm(0)"}),
-              "00000");
-    const struct {
-        const char* box;
-        const char* control;
-        const char* tabsWhileTicked;
-    } cases[] = {{"Check3", "Command_cal(2)", "11000"},
-                 {"Check4", "Text8", "10100"},
-                 {"Check5", "Text_id(4)", "10010"},
-                 {"Check6", "Text_dm(2)", "10001"}};
-    for (const auto& page : cases) {
-        click(page.box);
-        EXPECT_EQ(tabStates(tabs()), page.tabsWhileTicked) << page.box;
-        EXPECT_TRUE(control(page.control)->isEnabled()) << page.box;
-        click(page.box);
-        EXPECT_EQ(tabStates(tabs()), "11111") << page.box;
-        EXPECT_FALSE(control(page.control)->isEnabled()) << page.box;
-    }
-}
-
 TEST_F(EditorRules, RangeBoxesAndTakingOutOnlyWithARowAndColumnSelection) {
     const QStringList rangeControls = {"Text_row", "Text_column", "check1(0)", "check1(1)",
                                        "Check2"};
@@ -59,10 +28,7 @@ TEST_F(EditorRules, DivideActionsExcludeEachOtherAndRangeDividesNeedASelection) 
     } cases[] = {
         {{"Check6"}, "11001"},
         {{"Check6", "Option1(1)"}, "11111"},
-        {{"Check6", "Option1(1)", "Option1(0)"}, "11001"},
         {{"Check6", "Check_dm(0)"}, "10000"},
-        {{"Check6", "Check_dm(4)"}, "00001"},
-        {{"Check6", "Option1(1)", "Check_dm(1)", "Option1(0)", "Option1(1)"}, "01000"},
         {{"Check6", "Option1(1)", "Check2", "Check2"}, "00001"},
     };
     for (const auto& sequence : cases) {
