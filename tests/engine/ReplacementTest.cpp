@@ -54,14 +54,11 @@ INSTANTIATE_TEST_SUITE_P(
         ReplaceCase{pair("a", "aa"), "", Mode::Whole, "aa", "aaaa"}, // no rescanning
         ReplaceCase{pair("Abc", "X"), "", Mode::Whole, "abc", "abc"},
         ReplaceCase{pair("", "X"), "", Mode::Whole, "abc", "abc"},
-        ReplaceCase{pair("a", ""), "", Mode::Whole, "banana", "bnn"},
         ReplaceCase{pair(".*", "$1"), "", Mode::Whole, "a.*b", "a$1b"}, // nothing special
         // Characters are compared: a lone byte never matches inside a multi-byte character.
         ReplaceCase{pair("\xac", "X"), "", Mode::Whole, "\xe2\x82\xac\xac", "\xe2\x82\xacX"},
         ReplaceCase{pair("\xe2\x82", "X"), "", Mode::Whole, "\xe2\x82\xac\xe2\x82",
                     "\xe2\x82\xacX"},
-        ReplaceCase{pair("\xac\xac", "X"), "", Mode::Whole, "\xac\xe2\x82\xac\xac\xac",
-                    "\xac\xe2\x82\xacX"},
 
         ReplaceCase{pair("a", "X"), "1-3,5-6", Mode::Out, "abcdefaa", "Xbcef"},
 
@@ -70,9 +67,7 @@ INSTANTIATE_TEST_SUITE_P(
         ReplaceCase{pair("a", "X"), "", Mode::Out, "aba", "XbX"},
         // Ranges that are all empty select nothing; only a blank text means the whole line.
         ReplaceCase{pair("a", "X"), "3-2", Mode::Out, "abcdea", ""},
-        ReplaceCase{pair("a", "X"), "3-2,9-1", Mode::InPlace, "abcdea", "abcdea"},
         ReplaceCase{pair("a", "X"), "1-3", Mode::InPlace, "aaaaa", "XXXaa"},
-        ReplaceCase{pair("a", "X"), "4-9", Mode::InPlace, "aaaaa", "aaaXX"},
         ReplaceCase{pair("a", "XY"), "3-3,1-1", Mode::InPlace, "aaaa", "XYaXYa"},
         ReplaceCase{pair("a", "X"), "2-3,1-2", Mode::InPlace, "aaaaa", "XXaaa"},
         ReplaceCase{pair("\xc3\xa9", "e"), "2-2", Mode::InPlace, "\xc3\xa9\xc3\xa9",

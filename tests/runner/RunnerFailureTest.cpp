@@ -27,7 +27,6 @@ const FailureCase failureCases[] = {
     {"TemplateNamingAFolder", divideByRow + Lines{{29, "../p(*).txt"}}, "may not name a folder"},
     {"PieceNumberWiderThanTemplate", divideByRow + Lines{{30, "9"}}, "10 is wider"},
     {"UnpairedRowRanges", {{1, "2"}, {2, "1-2,5"}}, "row ranges \"1-2,5\""},
-    {"UnpairedColumnRanges", {{1, "2"}, {4, "1"}, {3, "3"}}, "column ranges"},
     {"MissingInsertionFile", {{19, "3"}, {22, "/nonexistent/ins.txt"}}, "/nonexistent/ins.txt"},
     {"InsertingTheResultIntoItself", {{19, "3"}, {22, "in.txt.modify"}}, "result being written"},
     {"DivisionByZeroNamesFileAndLine", {{5, "3"}, {6, "0"}, {10, "/0"}}, "in.txt, line 1: "},

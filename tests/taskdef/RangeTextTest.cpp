@@ -19,17 +19,14 @@ TEST_P(NormaliseTable, TidiesInAFixedOrder) {
 INSTANTIATE_TEST_SUITE_P(
     Steps, NormaliseTable,
     ::testing::Values(NormaliseCase{"", ""}, NormaliseCase{"1--5,,,7-,-9", "1-5,7,9"},
-                      NormaliseCase{",3-8,", "3-8"}, NormaliseCase{"0-5", "1-5"},
-                      NormaliseCase{"05-9", "15-9"}, NormaliseCase{"1-0,0-5", "1-0,0-5"},
+                      NormaliseCase{"0-5", "1-5"}, NormaliseCase{"05-9", "15-9"},
+                      NormaliseCase{"1-0,0-5", "1-0,0-5"},
 
                       NormaliseCase{"0-5,0-3", "1-5,0-3"}, // only the text's first zero
                       NormaliseCase{"12a-b5", "12a-b5"},   // letters are not removed
                       // Line starts count for the anchors; control characters go last.
                       NormaliseCase{"1-2,\n,3-4\t", "1-23-4"},
                       NormaliseCase{"1-2\r\n0-4", "1-21-4"},
-                      NormaliseCase{"1\x0b"
-                                    "2\f",
-                                    "12"},
                       NormaliseCase{"1-2\xc3\x85", "1-2\xc3\x85"})); // not a vertical space
 
 struct OrderCase {
@@ -53,7 +50,6 @@ INSTANTIATE_TEST_SUITE_P(
         OrderCase{"5-3", RangeBox::Row, "row range error:5 was bigger than 3"},
         OrderCase{"1-10,10-20", RangeBox::Row, std::nullopt},
         OrderCase{"1-10,5-20", RangeBox::Row, "row range error:10 was bigger than 5"},
-        OrderCase{"1-3,5", RangeBox::Row, std::nullopt},
         OrderCase{"1-3,2", RangeBox::Row, "row range error:3 was bigger than 2"},
         // A start is checked against every later item before the end of its range is.
         OrderCase{"9-20,30-40,8-50", RangeBox::Row, "row range error:9 was bigger than 8"},

@@ -1,6 +1,5 @@
 #include "taskdef/TaskFiles.h"
 
-#include "taskdef/InstallLayout.h"
 #include "taskdef/TaskError.h"
 #include "tests/support/TempDir.h"
 
@@ -34,45 +33,6 @@ TEST(PrepareTask, FailsClearlyWhereNothingMayBeWritten) {
         EXPECT_THROW(prepareTaskForEditing(folder, name, {"/in/1.txt"}), TaskError) << name;
     EXPECT_THROW(prepareTaskForEditing(home.file("absent"), "T", {"/in/1.txt"}), TaskError);
     EXPECT_TRUE(std::filesystem::is_empty(home.path()));
-}
-
-TEST(TaskEdited, OnlyACompleteSettingsFileOfAUsableNameCounts) {
-    TempDir home;
-    const std::string folder = home.path().string();
-    std::filesystem::create_directories(home.path() / "task");
-    writeBytes(taskSettingsPath(folder, "Done"), std::string(31, '\n'));
-    writeBytes(taskSettingsPath(folder, "Emptied"), "");
-    std::filesystem::create_directories(home.path() / "task" / "a");
-    writeBytes(home.file("task/a/b.ttp"), std::string(31, '\n')); // yet "a/b" names no task
-    for (const auto& [name, edited] :
-         {std::pair{"Done", true}, std::pair{"Emptied", false}, std::pair{"Never", false},
-          std::pair{"a/b", false}, std::pair{"", false}})
-        EXPECT_EQ(isTaskEdited(folder, name), edited) << name;
-}
-
-TEST(ProgramFolder, HomeVariableThenWritableProgramFolderThenUserData) {
-    TempDir dir;
-    const std::string writable = dir.file("prefix/bin");
-    std::filesystem::create_directories(writable);
-    EXPECT_EQ(resolveProgramFolder({"/home/set", writable, "/data"}), "/home/set");
-    EXPECT_EQ(resolveProgramFolder({"", writable, "/data"}), writable);
-    EXPECT_EQ(resolveProgramFolder({"", dir.file("absent"), "/data"}), "/data");
-    EXPECT_TRUE(std::filesystem::is_empty(writable)) << "the write probe is removed";
-    // An installed program keeps its tasks in the user's data folder, though its own is writable.
-    writeBytes(installedDataFolder(writable) + "/help/index.html", "<html/>");
-    EXPECT_EQ(resolveProgramFolder({"", writable, "/data"}), "/data");
-    EXPECT_EQ(resolveProgramFolder({"/home/set", writable, "/data"}), "/home/set");
-}
-
-TEST(ProgramFolder, TheMergeFolderIsMadeWithTheFoldersAboveIt) {
-    TempDir dir;
-    const std::string firstStart = dir.file("data/Morlevant");
-    EXPECT_FALSE(createMergeFolder(firstStart));
-    EXPECT_TRUE(std::filesystem::is_directory(mergeFolder(firstStart)));
-    EXPECT_FALSE(createMergeFolder(firstStart)) << "a second start finds it made";
-
-    writeBytes(dir.file("blocked/outcome"), "a file where the folder goes");
-    EXPECT_TRUE(createMergeFolder(dir.file("blocked")));
 }
 
 } // namespace

