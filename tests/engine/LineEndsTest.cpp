@@ -12,14 +12,13 @@ namespace {
 LineEndCount countOneByOne(const std::string& text) {
     LineEndCount count;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\n' && i > 0 && text[i - 1] == '\r')
-            continue;
         if (text[i] != '\r' && text[i] != '\n')
             continue;
+        const bool crLf = text.compare(i, 2, "\r\n") == 0;
         ++count.lines;
-        const bool crLf = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
         count.allCrLf = count.allCrLf && crLf;
         count.loneCr = count.loneCr || (text[i] == '\r' && !crLf);
+        i += crLf ? 1 : 0;
     }
     return count;
 }

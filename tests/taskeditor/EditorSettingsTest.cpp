@@ -106,6 +106,26 @@ TEST_F(EditorSettings, AnUnwritableSettingsFileIsReportedAndTheEditorStaysOpen) 
     EXPECT_EQ(text("Text1"), "x");
 }
 
+TEST_F(EditorSettings, TemplateLibraryAddsSamplesOnEveryOpeningAndNeverCrashes) {
+    auto* library = control<QTreeWidget>("list_temp");
+    auto* selected = control<QTreeWidget>("list_select");
+    EXPECT_FALSE(control("frame_temp")->isVisible());
+    click("Opent");
+    click("Opent");
+    EXPECT_TRUE(control("frame_temp")->isVisible());
+    ASSERT_EQ(library->topLevelItemCount(), 6);
+
+    library->setCurrentItem(library->topLevelItem(0), 0, QItemSelectionModel::NoUpdate);
+    click("cmd_delete"); // the current row, but nothing selected
+    EXPECT_EQ(library->topLevelItemCount(), 6);
+    library->setCurrentItem(library->topLevelItem(2));
+    click("cmd_add");
+    ASSERT_EQ(selected->topLevelItemCount(), 1);
+    EXPECT_EQ(selected->topLevelItem(0)->text(1), "reverse");
+    click("cmd_delete");
+    EXPECT_EQ(library->topLevelItemCount(), 5);
+}
+
 TEST_F(EditorSettings, FilterTemplatesSupplyThePattern) {
     auto* list = control<QTreeWidget>("ListView_id");
     ASSERT_EQ(list->topLevelItemCount(), 12);
