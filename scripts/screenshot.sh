@@ -2,8 +2,8 @@
 # Takes the README's picture, docs/screenshot.png: builds the window program (Release, in build/,
 # as scripts/run.sh does), lays out the example program folder build/home, starts the window on
 # the example workspace under a virtual X display and grabs the window once it shows.
-# A developer's tool: it needs xvfb-run (xvfb, xauth), xwininfo (x11-utils) and ImageMagick's
-# import, which scripts/install-deps.sh does not install.
+# A developer's tool: it needs xvfb-run (xvfb, xauth), xwininfo (x11-utils), xdotool and
+# ImageMagick's import, which scripts/install-deps.sh does not install.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -23,6 +23,10 @@ for _ in $(seq 1 100); do
     window=$(xwininfo -root -tree |
         awk -v title="$MORLEVANT_HOME/Example.tsk\"" 'index($0, title) { print $1; exit }')
     if [ -n "$window" ]; then
+        sleep 1
+        # Every task opened and the first file shown, as the user sees it after a few clicks.
+        xdotool windowfocus --sync "$window" key Down Down Right Down Down Right Down Down Down \
+            Right Home Down
         sleep 1
         geometry=$(xwininfo -id "$window" | awk '
             /Absolute upper-left X/ { x = $NF } /Absolute upper-left Y/ { y = $NF }
