@@ -160,6 +160,17 @@ bool staysWithinLine(const PatternNode& n) {
     }
 }
 
+bool matchesOnlyAscii(const PatternNode& n) {
+    switch (n.kind) {
+    case Kind::Character:
+        return n.character < 0x80;
+    case Kind::Set:
+        return !n.set.negated && (n.set.ranges.empty() || n.set.ranges.back().last < 0x80);
+    default:
+        return allChildren(n, matchesOnlyAscii);
+    }
+}
+
 bool repeatsMoreThanOnce(const PatternNode& repeat) {
     return repeat.max == PatternNode::unbounded || repeat.max > 1;
 }

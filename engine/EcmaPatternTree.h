@@ -84,6 +84,10 @@ bool onlyMatchesEmpty(const PatternNode& n);
 // each line, what a search of the line alone finds. (\b and \B see a line end as the edge
 // of the text: neither is a word character.)
 bool staysWithinLine(const PatternNode& n);
+// Whether every character the subtree can match, or look at, is ASCII. A match of such a pattern
+// that is not empty starts and ends between characters, and is the same whether UTF-8 text is
+// read character by character or byte by byte.
+bool matchesOnlyAscii(const PatternNode& n);
 // Whether a repeat may run its child more than once.
 bool repeatsMoreThanOnce(const PatternNode& repeat);
 

@@ -71,6 +71,9 @@ EcmaRegex::EcmaRegex(std::string_view pattern, MatchBudget budget)
         pcre2_code_free(byteCode_);
         byteCode_ = nullptr;
     }
+    // An empty match is followed by a step of one character, which byte by byte could end
+    // inside one: only patterns that never match the empty text read bytes alike.
+    readsBytesAlike_ = byteCode_ != nullptr && !canMatchEmpty_ && matchesOnlyAscii(parsed.root);
 
     matchData_ = pcre2_match_data_create_from_pattern(utfCode_, nullptr);
     ovector_ = pcre2_get_ovector_pointer(matchData_);
@@ -121,7 +124,9 @@ int EcmaRegex::groupNumber(std::string_view name) const {
     return 0;
 }
 
-EcmaRegex::Reading EcmaRegex::readingOf(std::string_view subject) {
+EcmaRegex::Reading EcmaRegex::readingOf(std::string_view subject) const {
+    if (readsBytesAlike_)
+        return Reading::Ascii;
     const std::size_t asciiPrefix = asciiPrefixLength(subject);
     if (asciiPrefix == subject.size())
         return Reading::Ascii;

@@ -65,7 +65,7 @@ public:
 private:
     // How a subject's bytes are read: ASCII and invalid UTF-8 by the byte compile.
     enum class Reading { Ascii, Utf8, Invalid };
-    static Reading readingOf(std::string_view subject);
+    Reading readingOf(std::string_view subject) const;
     void use(std::string_view subject, Reading reading, bool budgeted);
     pcre2_code* compile(std::string_view pattern, bool utf, std::string* error);
     // Called by PCRE2 at every position a match is tried from: stops the search once the
@@ -84,6 +84,9 @@ private:
     const PCRE2_SIZE* ovector_ = nullptr;
     int groupCount_ = 0;
     bool staysWithinLine_ = false;
+    // Its matches are the same read byte by byte as read character by character: no subject
+    // needs its encoding checked, and the faster byte compile matches every one.
+    bool readsBytesAlike_ = false;
     bool canMatchEmpty_ = true;
     std::vector<std::pair<std::string, int>> groupNames_;
 

@@ -53,6 +53,9 @@ const fixed = [
     ['(?<1>x)', '', 'x'], ['a)', '', 'a'], ['(a', '', 'a'], ['[a', '', 'a'], ['\\', '', 'a'],
     ['*a', '', 'a'], ['a**', '', 'a'], ['^*', '', 'a'], ['\\b+', '', 'a'], ['{1}', '', 'a'],
     ['(?<a>x)\\k', '', 'xk'], ['(?<a>x)[\\k]', '', 'xk'],
+    // ASCII patterns over characters of several bytes: matches start and end between characters
+    ['a*', '-', 'caf\u00e9\u20aca'], ['\\d+|\\B', '-', '1\u00e92\u20ac'],
+    ['(?<![a-z])\\d\\b', '<$&>', '\u00e91 x2\u00e9'], ['\\w+', '[$&]', 'ab\u00e9cd\u00ff'],
     // compatibility escapes and plain characters
     ['\\u{41}', '-', 'u'.repeat(41) + 'A'], ['\\G', '-', 'aGc'],
     ['\\A\\Z\\z\\h\\e\\a', '-', 'AZzhea'], ['\\A\\Z\\h\\e\\R\\K\\Q', '-', 'AZheRKQ'],
