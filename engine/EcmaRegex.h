@@ -25,7 +25,7 @@ struct MatchBudget {
 // translated into an equivalent PCRE2 pattern, compiled once and matched against one subject
 // at a time. Lines that are valid UTF-8 are matched character by character; other
 // lines by a second compile of the same pattern in which every byte is a character, so that
-// they can still be filtered.
+// they can still be filtered. A pattern for which the two readings agree uses the second alone.
 class EcmaRegex final {
 public:
     // Throws TaskError naming the pattern, the position and the cause when JavaScript would
