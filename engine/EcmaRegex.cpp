@@ -125,7 +125,7 @@ int EcmaRegex::groupNumber(std::string_view name) const {
 }
 
 EcmaRegex::Reading EcmaRegex::readingOf(std::string_view subject) const {
-    if (readsBytesAlike_)
+    if (readsBytesAlike_) // read byte by byte, as ASCII is, whatever its encoding
         return Reading::Ascii;
     const std::size_t asciiPrefix = asciiPrefixLength(subject);
     if (asciiPrefix == subject.size())
