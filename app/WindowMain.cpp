@@ -1,11 +1,11 @@
 // morlevant: the window program. The whole command line is one workspace path.
 #include "MorlevantVersion.h"
 #include "app/ProgramSurroundingsFromQt.h"
-#include "mainwindow/DesktopShell.h"
+#include "editor/TaskEditorDialog.h"
 #include "mainwindow/QtPrompts.h"
+#include "mainwindow/desktop/DesktopShell.h"
 #include "mainwindow/frmCorvellum.h"
-#include "mainwindow/settings/SettingsStore.h"
-#include "taskdef/editor/TaskEditorDialog.h"
+#include "settings/SettingsStore.h"
 
 #include <QApplication>
 

@@ -5,8 +5,8 @@
 //
 // The file has lines of 20 to 100 characters, or with --one-line no line end at all; 50 MB
 // unless told. Runs offscreen unless a display is chosen.
-#include "mainwindow/BlockLoading.h"
-#include "mainwindow/TextViewer.h"
+#include "mainwindow/viewer/BlockLoading.h"
+#include "mainwindow/viewer/TextViewer.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

@@ -1,6 +1,6 @@
 // morlevant-icons: writes the program's icon as PNG files in the hicolor theme's layout
 // (OUT/NxN/apps/morlevant.png), rendered from the same drawing the window uses.
-#include "mainwindow/ToolbarImageList.h"
+#include "mainwindow/icons/ToolbarImageList.h"
 
 #include <QDir>
 #include <QGuiApplication>

@@ -1,6 +1,6 @@
 #include "engine/TaskRunner.h"
 
-#include "engine/FilePage.h"
+#include "engine/pages/FilePage.h"
 #include "taskdef/TaskError.h"
 #include "taskdef/TaskFiles.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/FileIdentity.h"
+#include "engine/io/FileIdentity.h"
 
 #include <set>
 #include <string>

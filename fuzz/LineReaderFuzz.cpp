@@ -1,5 +1,5 @@
 // The line reader over any bytes: the lines and their ends account for every byte.
-#include "engine/LineReader.h"
+#include "engine/io/LineReader.h"
 #include "fuzz/FuzzInput.h"
 
 #include <cstdlib>

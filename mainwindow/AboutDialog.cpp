@@ -2,7 +2,7 @@
 
 #include "MorlevantVersion.h"
 #include "mainwindow/MakerLinks.h"
-#include "mainwindow/ToolbarImageList.h"
+#include "mainwindow/icons/ToolbarImageList.h"
 #include "platform/Shell.h"
 
 #include <QDialogButtonBox>

@@ -2,8 +2,8 @@
 
 #include "mainwindow/SplitBar.h"
 #include "mainwindow/TaskTreeView.h"
-#include "mainwindow/TextViewer.h"
 #include "mainwindow/Twips.h"
+#include "mainwindow/viewer/TextViewer.h"
 
 #include <QLabel>
 

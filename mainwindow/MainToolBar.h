@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mainwindow/ToolbarImageList.h"
+#include "mainwindow/icons/ToolbarImageList.h"
 
 #include <QToolBar>
 #include <array>

@@ -1,4 +1,4 @@
-#include "mainwindow/ExternalPrograms.h"
+#include "mainwindow/desktop/ExternalPrograms.h"
 
 #include "taskdef/InstallLayout.h"
 #include "tests/support/QStringPrinter.h"

@@ -1,6 +1,6 @@
-#include "mainwindow/FileAssociation.h"
+#include "mainwindow/desktop/FileAssociation.h"
 
-#include "mainwindow/ExternalPrograms.h"
+#include "mainwindow/desktop/ExternalPrograms.h"
 #include "tests/support/DesktopFolders.h"
 #include "tests/support/QStringPrinter.h"
 #include "tests/support/RecordingShell.h"

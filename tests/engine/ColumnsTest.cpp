@@ -1,5 +1,5 @@
-#include "engine/LineColumns.h"
-#include "engine/TakeRangesOut.h"
+#include "engine/ranges/TakeRangesOut.h"
+#include "engine/text/LineColumns.h"
 #include "taskdef/RangePairs.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "engine/EcmaRegex.h"
+#include "engine/regex/EcmaRegex.h"
 #include "tests/engine/RangedRoutineRun.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "engine/LineEnds.h"
+#include "engine/text/LineEnds.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

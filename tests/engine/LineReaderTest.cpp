@@ -1,6 +1,6 @@
-#include "engine/LineReader.h"
+#include "engine/io/LineReader.h"
 
-#include "engine/LineWriter.h"
+#include "engine/io/LineWriter.h"
 #include "tests/support/TempDir.h"
 
 #include <gtest/gtest.h>

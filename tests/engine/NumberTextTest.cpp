@@ -1,4 +1,4 @@
-#include "engine/NumberText.h"
+#include "engine/text/NumberText.h"
 
 #include "taskdef/LeadingNumber.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/RangedRoutine.h"
+#include "engine/routines/RangedRoutine.h"
 #include "taskdef/TaskError.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
-#include "mainwindow/FileSearch.h"
+#include "mainwindow/find/FileSearch.h"
 
-#include "mainwindow/FindInAllFiles.h"
+#include "mainwindow/find/FindInAllFiles.h"
 #include "tests/support/NonRegularFiles.h"
 #include "tests/support/TempDir.h"
 #include "tests/support/TreeText.h"

@@ -1,4 +1,4 @@
-#include "mainwindow/ViewerSearch.h"
+#include "mainwindow/find/ViewerSearch.h"
 
 #include "tests/support/QStringPrinter.h"
 

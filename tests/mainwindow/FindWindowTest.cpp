@@ -1,6 +1,6 @@
 #include "mainwindow/TaskTreeView.h"
-#include "mainwindow/TextViewer.h"
-#include "mainwindow/frmFind.h"
+#include "mainwindow/find/frmFind.h"
+#include "mainwindow/viewer/TextViewer.h"
 #include "tests/mainwindow/WindowFixture.h"
 
 #include <QCheckBox>

@@ -1,5 +1,5 @@
 #include "MorlevantVersion.h"
-#include "mainwindow/TextViewer.h"
+#include "mainwindow/viewer/TextViewer.h"
 #include "tests/mainwindow/WindowFixture.h"
 
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #include "mainwindow/MainStatusBar.h"
 #include "mainwindow/TaskTreeView.h"
-#include "mainwindow/TextViewer.h"
+#include "mainwindow/viewer/TextViewer.h"
 #include "taskdef/TaskFiles.h"
 #include "taskdef/TaskPageSettings.h"
 #include "tests/mainwindow/WindowFixture.h"

@@ -3,7 +3,7 @@
 #include "mainwindow/MainMenus.h"
 #include "mainwindow/MainToolBar.h"
 #include "mainwindow/frmCorvellum.h"
-#include "mainwindow/settings/SettingsStore.h"
+#include "settings/SettingsStore.h"
 #include "taskdef/InstallLayout.h"
 #include "tests/support/EditorDriver.h"
 #include "tests/support/RecordingShell.h"

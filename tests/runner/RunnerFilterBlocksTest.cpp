@@ -1,8 +1,8 @@
 // Filter over a file many blocks long: where the lines are filtered a block at a time, the
 // result is what filtering each line alone gives; where a pattern or replacement could tell
 // the difference, the lines go one by one.
-#include "engine/Filter.h"
-#include "engine/LineReader.h"
+#include "engine/io/LineReader.h"
+#include "engine/routines/Filter.h"
 #include "taskdef/TextLines.h"
 #include "tests/support/RunnerFixture.h"
 

@@ -1,4 +1,4 @@
-#include "engine/PieceNames.h"
+#include "engine/pages/PieceNames.h"
 #include "tests/support/RunnerFixture.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // Find and Replace over a file many blocks long: lines that are replaced a block at a time
 // give what replacing each line alone gives, wherever the blocks of the file are cut.
-#include "engine/LineReader.h"
+#include "engine/io/LineReader.h"
 #include "tests/support/RunnerFixture.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // Whatever the names, links and order of a task's list, no source is ever changed and every
 // result lands beside its source, in its divide folder, or in the merge folder.
-#include "engine/ResultPlaces.h"
+#include "engine/pages/ResultPlaces.h"
 #include "tests/support/RunnerFixture.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "mainwindow/settings/RecentFiles.h"
+#include "settings/RecentFiles.h"
 
-#include "mainwindow/settings/SettingsStore.h"
+#include "settings/SettingsStore.h"
 #include "tests/support/QStringPrinter.h"
 #include "tests/support/TempDir.h"
 

@@ -1,6 +1,6 @@
-#include "mainwindow/settings/UserSettings.h"
+#include "settings/UserSettings.h"
 
-#include "mainwindow/settings/SettingsStore.h"
+#include "settings/SettingsStore.h"
 #include "tests/support/QStringPrinter.h"
 #include "tests/support/TempDir.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "taskdef/editor/TaskEditorDialog.h"
+#include "editor/TaskEditorDialog.h"
 
 #include <QAbstractButton>
 #include <QApplication>

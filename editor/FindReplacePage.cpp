@@ -1,0 +1,80 @@
+#include "editor/FindReplacePage.h"
+
+#include "editor/EditorWidgets.h"
+#include "editor/KeyFilter.h"
+#include "taskdef/TaskPageSettings.h"
+
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QVBoxLayout>
+
+namespace morlevant {
+
+namespace {
+
+// A line break in the large boxes is written as the settings file's own line end; the file
+// has no escaping, so every later line moves down by one.
+std::string withFileLineEnds(const QString& text) {
+    QString written = text;
+    written.replace(u'\n', QStringLiteral("\r\n"));
+    return written.toStdString();
+}
+
+} // namespace
+
+FindReplacePage::FindReplacePage(QWidget* parent)
+    : OperationPage(QStringLiteral("Frame_replace"), 4, parent),
+      find4_(named<QPlainTextEdit>(QStringLiteral("Text7"))),
+      replace4_(named<QPlainTextEdit>(QStringLiteral("Text8"))) {
+    auto* grid = new QGridLayout;
+    for (int i = 0; i < 6; ++i) {
+        auto* box = named<QLineEdit>(QStringLiteral("Text") + QString::number(i + 1));
+        lineBoxes_[static_cast<std::size_t>(i)] = box;
+        const int row = i / 2;
+        const int column = (i % 2) * 2;
+        grid->addWidget(plainLabel(i % 2 == 0 ? QStringLiteral("text  to  find:")
+                                              : QStringLiteral("raplace with:")),
+                        row, column);
+        grid->addWidget(box, row, column + 1);
+    }
+    grid->addWidget(plainLabel(QStringLiteral("text  to  find:")), 3, 0, Qt::AlignTop);
+    grid->addWidget(find4_, 3, 1);
+    grid->addWidget(plainLabel(QStringLiteral("raplace with:")), 3, 2, Qt::AlignTop);
+    grid->addWidget(replace4_, 3, 3);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+    grid->setRowStretch(3, 1);
+    // Enter moves through the boxes in order, Text6 on to the large box Text7.
+    for (int i = 0; i < 6; ++i) {
+        QWidget* next =
+            i < 5 ? static_cast<QWidget*>(lineBoxes_[static_cast<std::size_t>(i + 1)]) : find4_;
+        KeyFilter::install(lineBoxes_[static_cast<std::size_t>(i)], &KeyFilter::notEnter, next);
+    }
+    // Tab leaves the large boxes rather than typing a tab into them.
+    find4_->setTabChangesFocus(true);
+    replace4_->setTabChangesFocus(true);
+
+    auto* layout = new QVBoxLayout(controls());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(grid, 1);
+    layout->addWidget(plainLabel(QStringLiteral("Following Replacement Can Work At The Same Time!"),
+                                 QStringLiteral("Label4")));
+}
+
+void FindReplacePage::store(TaskPageSettings& settings) const {
+    std::string* lines[] = {&settings.find1,    &settings.replace1, &settings.find2,
+                            &settings.replace2, &settings.find3,    &settings.replace3};
+    for (std::size_t i = 0; i < lineBoxes_.size(); ++i)
+        *lines[i] = lineBoxes_[i]->text().toStdString();
+    settings.find4 = withFileLineEnds(find4_->toPlainText());
+    settings.replace4 = withFileLineEnds(replace4_->toPlainText());
+}
+
+QString FindReplacePage::missingInput() const {
+    const bool nothingToFind = lineBoxes_[0]->text().isEmpty() && lineBoxes_[2]->text().isEmpty() &&
+                               lineBoxes_[4]->text().isEmpty() && find4_->toPlainText().isEmpty();
+    return nothingToFind ? QStringLiteral("What string do you want to find") : QString();
+}
+
+} // namespace morlevant

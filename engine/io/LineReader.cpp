@@ -1,0 +1,213 @@
+#include "engine/io/LineReader.h"
+
+#include "engine/io/LineWriter.h"
+#include "engine/text/LineEnds.h"
+#include "taskdef/FilePath.h"
+#include "taskdef/TaskError.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+
+namespace morlevant {
+
+namespace {
+
+std::FILE* openForReading(const std::string& path) {
+#ifdef _WIN32
+    return _wfopen(toFsPath(path).c_str(), L"rb");
+#else
+    return std::fopen(path.c_str(), "rb");
+#endif
+}
+
+constexpr std::size_t lastLfSearch = 4096;
+
+} // namespace
+
+LineReader::LineReader(const std::string& path)
+    : path_(path), file_(openForReading(path), &std::fclose),
+      buffer_(std::make_unique_for_overwrite<char[]>(blockSize)) {
+    if (!file_)
+        throw TaskError("Cannot open " + path + ": " + std::strerror(errno));
+}
+
+bool LineReader::fill() {
+    if (eof_)
+        return false;
+    end_ = std::fread(buffer_.get(), 1, blockSize, file_.get());
+    begin_ = 0;
+    crKnown_ = false;
+    blockRefused_ = false;
+    if (end_ < blockSize) {
+        if (std::ferror(file_.get()))
+            throw TaskError("Cannot read " + path_ + ": " + std::strerror(errno));
+        eof_ = true;
+    }
+    if (skipLeadingLf_ && end_ > 0 && buffer_[0] == '\n')
+        begin_ = 1;
+    skipLeadingLf_ = false;
+    return begin_ < end_;
+}
+
+// The first LF or CR from `from` on, or end_ when the rest of the block holds neither.
+std::size_t LineReader::findLineEnd(std::size_t from) {
+    const char* data = buffer_.get();
+    if (!crKnown_ || nextCr_ < from) {
+        const std::size_t stop = from + findCrOrLf({data + from, end_ - from});
+        if (stop < end_ && data[stop] == '\n') {
+            // Lines that end in LF follow, likely: the next CR is looked for once for them all.
+            const void* cr = std::memchr(data + stop, '\r', end_ - stop);
+            nextCr_ = cr ? static_cast<std::size_t>(static_cast<const char*>(cr) - data) : end_;
+        } else {
+            nextCr_ = stop;
+        }
+        crKnown_ = true;
+        return stop;
+    }
+    // An LF can only end the line when it comes before the next CR.
+    if (const void* lf = std::memchr(data + from, '\n', nextCr_ - from))
+        return static_cast<std::size_t>(static_cast<const char*>(lf) - data);
+    return nextCr_;
+}
+
+// Appends to the line being gathered. Its buffer grows eightfold rather than twofold: moving
+// it to a larger one holds both at once, and where pages are given on first write (Linux) the
+// larger one's unwritten part costs address space, not memory, so fewer moves keep the peak
+// lower. Where memory is committed when reserved (Windows) this trades peak for fewer copies.
+void LineReader::gather(const char* data, std::size_t size) {
+    const std::size_t needed = longLine_.size() + size;
+    if (needed > longLine_.capacity())
+        longLine_.reserve(std::max(needed, 8 * longLine_.capacity()));
+    longLine_.append(data, size);
+}
+
+bool LineReader::next(std::string_view& line) {
+    longLine_.clear();
+    bool gathering = false;
+    while (true) {
+        if (begin_ == end_ && !fill()) {
+            if (!gathering)
+                return false;
+            line = longLine_;
+            ++lineNumber_;
+            return true;
+        }
+        const char* start = buffer_.get() + begin_;
+        const std::size_t available = end_ - begin_;
+        const std::size_t stopAt = findLineEnd(begin_);
+        if (stopAt == end_) {
+            gather(start, available);
+            gathering = true;
+            begin_ = end_;
+            continue;
+        }
+        const std::size_t length = stopAt - begin_;
+        std::size_t consumed = length + 1;
+        if (buffer_[stopAt] == '\r') {
+            if (begin_ + consumed < end_) {
+                if (buffer_[begin_ + consumed] == '\n')
+                    ++consumed;
+            } else {
+                skipLeadingLf_ = true;
+            }
+        }
+        if (gathering) {
+            gather(start, length);
+            line = longLine_;
+        } else {
+            line = std::string_view(start, length);
+        }
+        begin_ += consumed;
+        ++lineNumber_;
+        return true;
+    }
+}
+
+bool LineReader::nextLines(std::string_view& lines, bool& allCrLf) {
+    if ((begin_ == end_ && !fill()) || blockRefused_)
+        return false;
+    const char* data = buffer_.get();
+    std::size_t stop = end_; // just past the block's last line end
+    while (stop > begin_ && data[stop - 1] != '\n' && data[stop - 1] != '\r')
+        --stop;
+    if (stop == begin_)
+        return false;
+    const std::string_view found(data + begin_, stop - begin_);
+    // A CR that ends the block counts as lone here, its LF being in the next block, if any.
+    const LineEndCount ends = countLineEnds(found);
+    if (ends.loneCr) {
+        blockRefused_ = true;
+        return false;
+    }
+    lines = found;
+    lineNumber_ += ends.lines;
+    allCrLf = ends.allCrLf;
+    begin_ = stop;
+    return true;
+}
+
+std::size_t LineReader::copyLines(std::size_t maxLines, LineWriter& writer) {
+    std::size_t copied = 0;
+    bool inLine = false; // part of an unfinished line has been written
+    while (copied < maxLines) {
+        if (begin_ == end_ && !fill()) {
+            if (inLine) {
+                writer.writeBytes("\r\n");
+                ++copied;
+            }
+            break;
+        }
+        const char* data = buffer_.get();
+        // The lines up to the block's last LF go out as they are when they all end in CR LF.
+        // The LF is looked for near the end only: a block within a long line has none.
+        std::size_t lastLf = end_;
+        const std::size_t searchFrom = end_ - std::min(end_ - begin_, lastLfSearch);
+        while (lastLf > searchFrom && data[lastLf - 1] != '\n')
+            --lastLf;
+        if (lastLf == searchFrom)
+            lastLf = begin_;
+        if (!blockRefused_) {
+            const LineEndCount ends = countLineEnds({data + begin_, lastLf - begin_});
+            if (ends.allCrLf && ends.lines <= maxLines - copied) {
+                writer.writeBytes({data + begin_, lastLf - begin_});
+                copied += ends.lines;
+                inLine = inLine && ends.lines == 0;
+                begin_ = lastLf;
+            } else {
+                blockRefused_ = true;
+            }
+        }
+        std::size_t unwritten = begin_; // lines that end in CR LF are written together
+        while (copied < maxLines && begin_ < end_) {
+            const std::size_t stop = findLineEnd(begin_);
+            if (stop == end_) { // the line goes on in the next block
+                inLine = true;
+                begin_ = end_;
+                break;
+            }
+            std::size_t next = stop + 1;
+            if (data[stop] == '\n') {
+                writer.writeLine({data + unwritten, stop - unwritten});
+                unwritten = next;
+            } else if (next < end_ && data[next] == '\n') {
+                ++next; // already CR LF
+            } else {
+                // A lone CR, or one that ends the block: an LF that starts the next belongs to it.
+                skipLeadingLf_ = next == end_;
+                writer.writeBytes({data + unwritten, next - unwritten});
+                writer.writeBytes("\n");
+                unwritten = next;
+            }
+            begin_ = next;
+            inLine = false;
+            ++copied;
+        }
+        writer.writeBytes({data + unwritten, begin_ - unwritten});
+    }
+    lineNumber_ += copied;
+    return copied;
+}
+
+} // namespace morlevant

@@ -1,0 +1,105 @@
+#include "engine/pages/InsertPage.h"
+
+#include "engine/io/LineReader.h"
+#include "engine/io/LineWriter.h"
+#include "engine/pages/ResultPlaces.h"
+#include "engine/ranges/InsertInRanges.h"
+#include "engine/ranges/RowRanges.h"
+#include "engine/ranges/TakeRangesOut.h"
+#include "taskdef/FilePath.h"
+#include "taskdef/TaskError.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace morlevant {
+
+InsertPage::InsertPage(const RunContext& context, int action)
+    : context_(context), fromFile_(action == 3),
+      insertionColumns_(insertionColumns(context.columns)) {
+    if (action == 1)
+        text_ = context.settings.dateTimeFormat;
+    else if (action == 2)
+        text_ = context.settings.insertString;
+    if (fromFile_ && context.settings.insertFile.empty())
+        throw TaskError("The task names no text file to insert: edit the task and choose one");
+}
+
+void InsertPage::checkResults(const std::string& source) const {
+    checkResultFile(context_.sources, modifiedPath(source), "the result");
+}
+
+void InsertPage::process(const std::string& source) {
+    LineReader reader(source);
+    const std::string result = modifiedPath(source);
+    LineWriter writer(result, LineWriter::Mode::Truncate);
+    if (fromFile_) {
+        checkInsertFileIsNot(result);
+        // Read once per source file rather than once per row: the text is the same unless the
+        // file changes while the run lasts.
+        if (context_.mode == RangeMode::InPlace)
+            text_ = joinedInsertFile();
+    }
+
+    std::string_view line;
+    while (reader.next(line)) {
+        const double row = static_cast<double>(reader.lineNumber());
+        switch (context_.mode) {
+        case RangeMode::WholeText:
+            writer.writeLine(line);
+            break;
+        case RangeMode::InPlace:
+            if (RowIsInsertPoint(context_.rows, row))
+                writer.writeLine(text_);
+            if (!rowSelected(context_.rows, row)) {
+                writer.writeLine(line);
+                break;
+            }
+            columns_.assign(line);
+            InsertInRanges(insertionColumns_, columns_, text_, out_);
+            writer.writeLine(out_);
+            break;
+        case RangeMode::RangesOut:
+            if (!rowSelected(context_.rows, row))
+                break;
+            columns_.assign(line);
+            TakeRangesOut(context_.columns, columns_, out_);
+            writer.writeLine(out_);
+            break;
+        }
+    }
+    if (context_.mode != RangeMode::InPlace)
+        appendInsertion(writer);
+    writer.close();
+}
+
+void InsertPage::appendInsertion(LineWriter& writer) const {
+    if (!fromFile_) {
+        writer.writeLine(text_);
+        return;
+    }
+    LineReader insert(context_.settings.insertFile);
+    std::string_view line;
+    while (insert.next(line))
+        writer.writeLine(line);
+}
+
+std::string InsertPage::joinedInsertFile() const {
+    LineReader insert(context_.settings.insertFile);
+    std::string joined;
+    std::string_view line;
+    while (insert.next(line))
+        joined.append(line);
+    return joined;
+}
+
+// Inserting F.modify into itself would read what is being written and never end.
+void InsertPage::checkInsertFileIsNot(const std::string& result) const {
+    std::error_code error;
+    if (std::filesystem::equivalent(toFsPath(context_.settings.insertFile), toFsPath(result),
+                                    error))
+        throw TaskError("The file to insert " + context_.settings.insertFile +
+                        " is the result being written; choose another file to insert");
+}
+
+} // namespace morlevant

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "engine/pages/FilePage.h"
+#include "engine/text/LineColumns.h"
+
+namespace morlevant {
+
+class LineReader;
+class LineWriter;
+
+// Merge (line 26 "5"): every file of the task, in list order, into
+// outcome/merge/merge-application-file.txt of the program folder. The first file merged in a
+// run empties it; after the file whose count equals the number of files of the task, the
+// outcome folder is shown.
+class MergePage final : public FilePage {
+public:
+    explicit MergePage(const RunContext& context);
+    void checkResults(const std::string& source) const override;
+    void process(const std::string& source) override;
+
+    static constexpr const char* resultName = "merge-application-file.txt";
+
+private:
+    void appendSelectedRows(LineReader& reader, LineWriter& writer);
+
+    const RunContext& context_;
+    // The whole-text and in-place merges count in one counter, the merge with the ranges taken
+    // out in its own; each starts at 1 and is the number of files merged so far plus one.
+    int mergeCount_ = 1;
+    int rangesOutMergeCount_ = 1;
+    LineColumns columns_;
+    std::string out_;
+};
+
+} // namespace morlevant

@@ -1,0 +1,15 @@
+#include "engine/ranges/TakeRangesOut.h"
+
+namespace morlevant {
+
+void TakeRangesOut(const RangePairs& columns, const LineColumns& line, std::string& out) {
+    out.clear();
+    if (columns.empty()) {
+        out.append(line.line());
+        return;
+    }
+    for (const RangePair& range : columns.pairs())
+        out.append(line.slice(columnPosition(range.low), columnPosition(range.high)));
+}
+
+} // namespace morlevant

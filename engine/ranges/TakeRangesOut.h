@@ -1,0 +1,15 @@
+#pragma once
+
+#include "engine/text/LineColumns.h"
+#include "taskdef/RangePairs.h"
+
+#include <string>
+
+namespace morlevant {
+
+// The column ranges of the line joined in their written order: a range that runs past the end
+// of the line gives the rest of the line, one that starts past it gives nothing. With no column
+// ranges the line comes back unchanged. `out` is replaced.
+void TakeRangesOut(const RangePairs& columns, const LineColumns& line, std::string& out);
+
+} // namespace morlevant

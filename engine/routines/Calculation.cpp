@@ -1,0 +1,177 @@
+#include "engine/routines/Calculation.h"
+
+#include "engine/routines/RangedRoutine.h"
+#include "engine/text/NumberText.h"
+#include "engine/text/Utf8.h"
+#include "taskdef/LeadingNumber.h"
+#include "taskdef/TaskError.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace morlevant {
+
+namespace {
+
+// More decimals than a double can carry meaning in; larger counts are refused, not padded.
+constexpr int maxDecimals = 340;
+// A column range wider than this cannot hold an aligned result: padding to it would only fill
+// memory with blanks.
+constexpr std::size_t maxAlignedWidth = std::size_t{1} << 24;
+
+bool isOperator(char c) {
+    return c == '+' || c == '-' || c == '*' || c == '/' || c == '^' || c == '%';
+}
+
+std::string trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t");
+    if (first == std::string_view::npos)
+        return {};
+    return std::string(text.substr(first, text.find_last_not_of(" \t") - first + 1));
+}
+
+} // namespace
+
+Calculation::Calculation(const TaskPageSettings& settings, const ColumnRanges& columns)
+    : alignLeft_(settings.alignment == "Left") {
+    std::string_view steps = settings.calculateSteps;
+    while (true) {
+        const std::size_t comma = steps.find(',');
+        const std::string_view text = steps.substr(0, comma);
+        if (!text.empty() && isOperator(text.front()))
+            steps_.push_back({std::string(text), text.front(), LeadingNumber(text.substr(1))});
+        if (comma == std::string_view::npos)
+            break;
+        steps = steps.substr(comma + 1);
+    }
+
+    // "0" rounds to whole numbers half to even. Any other text gives the format "#0." followed
+    // by n zeros, n its leading whole number: n decimals rounded half away from zero. A blank
+    // line 6, or one without a number, is 0 decimals of that kind ("00" too). With none, the
+    // point of "#0." is not written: it would only end the number, and a result such as "3."
+    // is not read back the same way by every program that reads the file.
+    const std::string decimals = trimmed(settings.decimalNumber);
+    if (decimals == "0") {
+        rounding_ = Rounding::WholeHalfEven;
+    } else {
+        const std::size_t digits =
+            std::min(decimals.find_first_not_of("0123456789"), decimals.size());
+        const auto [end, error] =
+            std::from_chars(decimals.data(), decimals.data() + digits, decimals_);
+        if (error == std::errc::result_out_of_range || decimals_ > maxDecimals)
+            throw TaskError("The number of decimals " + decimals + " is too large; at most " +
+                            std::to_string(maxDecimals) + " decimals can be written");
+        rounding_ = Rounding::Decimals;
+    }
+
+    // Every range's result is made up to the range's width, so their widths together are the
+    // least a row of the ranges taken out can be: a cap keeps one row from growing unbounded.
+    std::size_t total = 0;
+    for (const ColumnRanges::Range& range : columns.written()) {
+        total += std::min(range.width(), maxAlignedWidth + 1);
+        if (total > maxAlignedWidth)
+            throw TaskError("The column ranges from " + std::to_string(range.first) + "-" +
+                            std::to_string(range.last) + " on are too wide to align calculated " +
+                            "results in: together they may span at most " +
+                            std::to_string(maxAlignedWidth) + " columns");
+    }
+}
+
+double Calculation::apply(const Step& step, double value) const {
+    const auto fail = [&](const std::string& what) {
+        return TaskError("The calculation step \"" + step.text + "\" " + what);
+    };
+    double result = 0;
+    switch (step.op) {
+    case '+':
+        result = value + step.operand;
+        break;
+    case '-':
+        result = value - step.operand;
+        break;
+    case '*':
+        result = value * step.operand;
+        break;
+    case '/':
+        if (step.operand == 0)
+            throw fail("divides by zero");
+        result = value / step.operand;
+        break;
+    case '^':
+        result = std::pow(value, step.operand);
+        break;
+    case '%': {
+        // Both sides are first made whole numbers, half to even, and the remainder takes the
+        // sign of the value.
+        const double divisor = std::nearbyint(step.operand);
+        if (divisor == 0)
+            throw fail("divides by zero (its operand rounds to 0)");
+        result = std::fmod(std::nearbyint(value), divisor);
+        break;
+    }
+    }
+    if (std::isnan(result)) {
+        std::string number;
+        appendShortestNumber(value, number);
+        throw fail("has no result for the value " + number);
+    }
+    if (std::isinf(result))
+        throw fail("overflows: the result is too large for a number");
+    return result;
+}
+
+void Calculation::CalculateLine(std::string_view line, std::string& out) {
+    // The current text carries from step to step, so each step reads the number that the
+    // previous one wrote as text; shortestNumberValue gives that number without the text.
+    // A line without steps to apply comes back unchanged, unrounded.
+    if (steps_.empty()) {
+        out.assign(line);
+        return;
+    }
+    double value = readLeadingNumber(line);
+    const std::size_t last = steps_.size() - 1;
+    for (std::size_t i = 0; i < last; ++i)
+        value = shortestNumberValue(apply(steps_[i], value));
+    value = apply(steps_[last], value);
+    out.clear();
+    // Fixed decimals are made from the 15 significant digits of the value, which the value they
+    // read back as has too: the last result is written without being rounded first, unless
+    // its digits could read back as more than a double holds.
+    if (rounding_ == Rounding::Decimals && std::fabs(value) < 1e15) {
+        appendFixedNumber(value, decimals_, out);
+        return;
+    }
+    // The value rounded is that of the 15-digit text, as the text is what the steps hand on.
+    value = shortestNumberValue(value);
+    if (rounding_ == Rounding::WholeHalfEven)
+        appendShortestNumber(std::nearbyint(value), out);
+    else
+        appendFixedNumber(value, decimals_, out);
+}
+
+void Calculation::fitToWidth(std::string& result, std::size_t width) const {
+    // Blanks make up a short result to the range's width; a longer one is kept whole.
+    const std::size_t length = utf8CharCount(result);
+    if (length >= width)
+        return;
+    if (alignLeft_)
+        result.append(width - length, ' ');
+    else
+        result.insert(0, width - length, ' ');
+}
+
+std::unique_ptr<RangedRoutine> makeCalculation(const TaskPageSettings& settings) {
+    ColumnRanges columns(settings.columnRange);
+    const auto calculation = std::make_shared<Calculation>(settings, columns);
+    return std::make_unique<RangedRoutine>(
+        std::move(columns),
+        [calculation](std::string_view line, std::string& out) {
+            calculation->CalculateLine(line, out);
+        },
+        [calculation](std::string& result, std::size_t width) {
+            calculation->fitToWidth(result, width);
+        });
+}
+
+} // namespace morlevant

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "engine/ranges/ColumnRanges.h"
+#include "taskdef/TaskPageSettings.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace morlevant {
+
+// The Calculate page: the steps of line 10 applied to the number of a line or of a column
+// range, the result rounded by line 6 and, in columns, aligned by line 7.
+class Calculation final {
+public:
+    // Throws TaskError for a number of decimals or column ranges that cannot be honoured.
+    Calculation(const TaskPageSettings& settings, const ColumnRanges& columns);
+
+    // Throws TaskError naming the step when it divides by zero or overflows.
+    void CalculateLine(std::string_view line, std::string& out);
+    // Aligns a range's result by line 7.
+    void fitToWidth(std::string& result, std::size_t width) const;
+
+private:
+    struct Step {
+        std::string text; // as written, for messages
+        char op = 0;
+        double operand = 0;
+    };
+
+    double apply(const Step& step, double value) const;
+
+    std::vector<Step> steps_;
+    // Whole numbers rounded half to even (line 6 "0") or n decimals rounded half away from zero.
+    enum class Rounding { WholeHalfEven, Decimals } rounding_ = Rounding::Decimals;
+    int decimals_ = 0;
+    bool alignLeft_ = true;
+};
+
+} // namespace morlevant

@@ -1,0 +1,86 @@
+#include "engine/routines/Filter.h"
+
+#include "engine/routines/RangedRoutine.h"
+#include "taskdef/TaskError.h"
+
+namespace morlevant {
+
+namespace {
+
+int checkedKind(int kind) {
+    if (kind < 1 || kind > 3)
+        throw TaskError("Unknown filter kind " + std::to_string(kind) + "; expected 1, 2 or 3");
+    return kind;
+}
+
+} // namespace
+
+Filter::Filter(const TaskPageSettings& settings, int kind)
+    : kind_(checkedKind(kind)), regex_(settings.filterPattern),
+      replaceWith_(settings.filterReplacement, regex_) {}
+
+void Filter::FilterLine(std::string_view line, std::string& out) {
+    regex_.setSubject(line);
+    filterSubject(line, out);
+}
+
+bool Filter::takesManyLines() const {
+    if (kind_ == 3 || !regex_.staysWithinLine())
+        return false;
+    return kind_ == 2 || (!regex_.canMatchEmpty() && !replaceWith_.readsAroundMatch());
+}
+
+bool Filter::FilterLines(std::string_view lines, std::string& out) {
+    if (!regex_.setLines(lines))
+        return false;
+    filterSubject(lines, out);
+    return true;
+}
+
+void Filter::filterSubject(std::string_view text, std::string& out) {
+    out.clear();
+    // Deleting or outputting the matches usually gives no more than the text: one buffer of
+    // that size, rather than one grown by doubling, keeps a long text's memory near twice its
+    // size. A replacement may give more: its buffer is made twice the text's size (where pages
+    // are given on first write only the part written costs memory), so that it is rarely moved.
+    out.reserve(kind_ == 1 ? 2 * text.size() : text.size());
+    bool matched = false;
+    std::size_t copied = 0; // bytes of the text placed in `out` (kinds 1 and 2)
+    std::size_t start = 0;
+    while (start <= text.size() && regex_.find(start)) {
+        matched = true;
+        const std::size_t first = regex_.matchStart();
+        const std::size_t end = regex_.matchEnd();
+        if (kind_ == 3) {
+            out.append(text, first, end - first);
+            out += ' ';
+        } else {
+            out.append(text, copied, first - copied);
+            if (kind_ == 1)
+                replaceWith_.expand(regex_, text, out);
+            copied = end;
+        }
+        // After an empty match the search goes on one character further, as JavaScript's
+        // global replace does; the character itself stays in the text between matches.
+        start = end > first ? end : end + (end < text.size() ? regex_.characterLength(end) : 1);
+    }
+    if (kind_ != 3)
+        out.append(text, copied);
+    else if (!matched)
+        out.assign(text);
+}
+
+std::unique_ptr<RangedRoutine> makeFilter(const TaskPageSettings& settings, int kind) {
+    ColumnRanges columns(settings.columnRange);
+    const auto filter = std::make_shared<Filter>(settings, kind);
+    auto routine = std::make_unique<RangedRoutine>(
+        std::move(columns),
+        [filter](std::string_view line, std::string& out) { filter->FilterLine(line, out); });
+    if (filter->takesManyLines())
+        routine->setLinesRoutine([filter](std::string_view lines, std::string& out) {
+            return filter->FilterLines(lines, out);
+        });
+    return routine;
+}
+
+} // namespace morlevant

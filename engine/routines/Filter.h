@@ -1,0 +1,39 @@
+#pragma once
+
+#include "engine/regex/EcmaRegex.h"
+#include "engine/regex/EcmaReplacement.h"
+#include "taskdef/TaskPageSettings.h"
+
+#include <string>
+#include <string_view>
+
+namespace morlevant {
+
+// The filter half of the Insert Or Filter page: the regular expression of line 24 matched
+// globally against a line, and each match replaced by line 23 (kind 1), deleted (kind 2), or
+// output alone followed by a blank (kind 3).
+class Filter final {
+public:
+    // Throws TaskError when the pattern does not compile or the kind is not 1, 2 or 3.
+    Filter(const TaskPageSettings& settings, int kind);
+
+    // Throws TaskError when a match exceeds the regular-expression engine's limits.
+    void FilterLine(std::string_view line, std::string& out);
+    // Whether FilterLines can work many lines at once: the matches are replaced or deleted,
+    // never read or look at a line end, and, where a replacement is put in, are never empty (an
+    // empty match at the LF of a CR LF end is one that the line alone does not have).
+    bool takesManyLines() const;
+    // Whole lines with their ends filtered at once, as FilterLine gives them one by one, their
+    // ends kept; false, with nothing done, when they must go one by one.
+    bool FilterLines(std::string_view lines, std::string& out);
+
+private:
+    // Filters the regex's current subject.
+    void filterSubject(std::string_view text, std::string& out);
+
+    int kind_;
+    EcmaRegex regex_;
+    EcmaReplacement replaceWith_;
+};
+
+} // namespace morlevant

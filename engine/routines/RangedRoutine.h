@@ -1,0 +1,68 @@
+#pragma once
+
+#include "engine/ranges/ColumnRanges.h"
+#include "engine/text/LineColumns.h"
+#include "taskdef/TaskPageSettings.h"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace morlevant {
+
+// A page's routine on one text, a whole line or the text of one column range: replaces `out`.
+// A failure (division by zero, a regular expression that exceeds its limits) throws
+// TaskError; the runner adds the file and line to the message.
+using TextRoutine = std::function<void(std::string_view text, std::string& out)>;
+// A page's routine on a block of whole lines with their ends: gives the lines it would give one
+// by one, their ends kept, and returns true; or returns false when these lines must go one by
+// one. A failure may be thrown as by the routine on one line.
+using LinesRoutine = std::function<bool(std::string_view lines, std::string& out)>;
+// Makes a range's result up to the range's width, for a page whose results line up in columns.
+using WidthFitting = std::function<void(std::string& result, std::size_t width)>;
+
+// With the ranges taken out, what a range that runs past the end of the line gives.
+enum class PastLineEnd { RestOfLine, Nothing };
+
+// The per-line work of Calculate, Find and Replace and Filter, prepared once per run: the
+// page's routine carried over the whole line, or over the column ranges of line 3 worked in
+// place or taken out. Only the routine (and its width fitting) differs from page to page.
+class RangedRoutine {
+public:
+    RangedRoutine(ColumnRanges columns, TextRoutine routine, WidthFitting fitToWidth = {},
+                  PastLineEnd pastLineEnd = PastLineEnd::RestOfLine);
+
+    void wholeLine(std::string_view line, std::string& out) { routine_(line, out); }
+    // Whether a block of whole lines can be worked at once, and the routine that does it.
+    bool takesManyLines() const { return static_cast<bool>(linesRoutine_); }
+    bool manyLines(std::string_view lines, std::string& out) { return linesRoutine_(lines, out); }
+    void setLinesRoutine(LinesRoutine routine) { linesRoutine_ = std::move(routine); }
+    // Each range's text replaced by its fitted result, the rest of the line kept. A range
+    // that starts past the end of the line changes nothing; one that runs past the end covers
+    // the rest of the line.
+    void inPlace(const LineColumns& line, std::string& out);
+    // The fitted results of the ranges joined in written order; a range that starts past the
+    // end of the line gives nothing.
+    void rangesOut(const LineColumns& line, std::string& out);
+
+private:
+    void applyToRange(std::string_view text, std::size_t width);
+
+    ColumnRanges columns_;
+    TextRoutine routine_;
+    WidthFitting fitToWidth_;
+    PastLineEnd pastLineEnd_;
+    LinesRoutine linesRoutine_; // empty when lines go one by one
+    std::string piece_;         // one range's result
+};
+
+// The routines of the three pages. Each throws TaskError for settings that cannot work (a
+// pattern that does not compile, unpaired ranges) before any file is written.
+std::unique_ptr<RangedRoutine> makeCalculation(const TaskPageSettings& settings);
+std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings);
+// kind 1 replace with line 23, kind 2 delete, kind 3 output the matches.
+std::unique_ptr<RangedRoutine> makeFilter(const TaskPageSettings& settings, int kind);
+
+} // namespace morlevant

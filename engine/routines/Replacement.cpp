@@ -1,0 +1,175 @@
+#include "engine/routines/Replacement.h"
+
+#include "engine/routines/RangedRoutine.h"
+#include "engine/text/Utf8.h"
+
+#include <cstring>
+
+namespace morlevant {
+
+namespace {
+
+// A buffer between two pairs larger than this is let go after its line, so that one long line
+// does not keep its size for the rest of the run.
+constexpr std::size_t shrinkAbove = std::size_t{1} << 20;
+
+// The first occurrence of `find` (not empty) in `text` at or after `from`, or npos. Candidates
+// are found by their first byte and tested by their last before the rest is compared: in text
+// where the first byte is common, most of them fail at that one byte.
+std::size_t findFrom(std::string_view text, std::string_view find, std::size_t from) {
+    if (find.size() > text.size())
+        return std::string_view::npos;
+    const char* const data = text.data();
+    const char* const lastStart = data + (text.size() - find.size());
+    const char first = find.front();
+    const char last = find.back();
+    for (const char* p = data + from; p <= lastStart;) {
+        const void* hit = std::memchr(p, first, static_cast<std::size_t>(lastStart - p) + 1);
+        if (hit == nullptr)
+            break;
+        p = static_cast<const char*>(hit);
+        if (p[find.size() - 1] == last && std::memcmp(p, find.data(), find.size() - 1) == 0)
+            return static_cast<std::size_t>(p - data);
+        ++p;
+    }
+    return std::string_view::npos;
+}
+
+// Calls `match(at)` for every occurrence of `find` (not empty) in `text`, left to right and
+// without overlap, the first of them at `first`. The comparison is byte for byte, so it is exact
+// and case-sensitive. A find text that is valid UTF-8 can only match whole characters; one that is
+// not (a lone byte such as 0xAC) could match inside a character of the text, so then only
+// occurrences that begin and end between characters count. Only bytes after the last occurrence
+// reported are read again.
+template <typename Match>
+void forEachOccurrence(std::string_view text, std::string_view find, bool wholeCharacters,
+                       std::size_t first, Match match) {
+    std::size_t boundary = 0; // start of a character of the text, walked forward
+    std::size_t at = first;
+    while (at != std::string_view::npos) {
+        if (!wholeCharacters) {
+            while (boundary < at)
+                boundary += utf8CharLength(text, boundary);
+            std::size_t end = at;
+            while (boundary == at && end < at + find.size())
+                end += utf8CharLength(text, end);
+            if (boundary != at || end != at + find.size()) {
+                at = findFrom(text, find, at + 1);
+                continue;
+            }
+        }
+        match(at);
+        boundary = at + find.size();
+        at = findFrom(text, find, boundary);
+    }
+}
+
+// Every occurrence of `find` in `text`, the first at `first`, replaced by `replaceWith`; `out`
+// is replaced.
+void replaceAll(std::string_view text, std::string_view find, std::string_view replaceWith,
+                bool wholeCharacters, std::size_t first, std::string& out) {
+    out.clear();
+    // The result is built in one buffer of its final size at most: a line hundreds of
+    // megabytes long must not be copied into a buffer grown by doubling.
+    std::size_t size = text.size();
+    if (replaceWith.size() > find.size())
+        for (std::size_t at = first; at != std::string_view::npos;
+             at = findFrom(text, find, at + find.size()))
+            size += replaceWith.size() - find.size();
+    out.reserve(size);
+    std::size_t from = 0;
+    forEachOccurrence(text, find, wholeCharacters, first, [&](std::size_t at) {
+        out.append(text, from, at - from);
+        out.append(replaceWith);
+        from = at + find.size();
+    });
+    out.append(text, from);
+}
+
+// The same within `text` itself, for a replacement no longer than what it replaces: the result
+// is written over bytes already read, so no second buffer is needed.
+void replaceAllInPlace(std::string& text, std::string_view find, std::string_view replaceWith,
+                       bool wholeCharacters, std::size_t first) {
+    char* const bytes = text.data();
+    std::size_t from = 0;    // first byte not yet moved
+    std::size_t written = 0; // length of the result so far
+    forEachOccurrence(text, find, wholeCharacters, first, [&](std::size_t at) {
+        std::memmove(bytes + written, bytes + from, at - from);
+        written += at - from;
+        std::memcpy(bytes + written, replaceWith.data(), replaceWith.size());
+        written += replaceWith.size();
+        from = at + find.size();
+    });
+    std::memmove(bytes + written, bytes + from, text.size() - from);
+    text.resize(written + text.size() - from);
+}
+
+} // namespace
+
+Replacement::Replacement(const TaskPageSettings& settings)
+    : pairs_{{{settings.find1, settings.replace1},
+              {settings.find2, settings.replace2},
+              {settings.find3, settings.replace3},
+              {settings.find4, settings.replace4}}} {
+    for (Pair& pair : pairs_)
+        pair.wholeCharacters = isValidUtf8(pair.find);
+}
+
+bool Replacement::keepsLineEnds() const {
+    const auto holdsLineEnd = [](std::string_view text) {
+        return text.find_first_of("\r\n") != std::string_view::npos;
+    };
+    for (const Pair& pair : pairs_)
+        if (holdsLineEnd(pair.find) || holdsLineEnd(pair.replaceWith))
+            return false;
+    return true;
+}
+
+void Replacement::ReplaceLine(std::string_view line, std::string& out) {
+    // Each pair works on the result of the one before; the first reads the line itself, so a
+    // line is copied only by the pairs that change it.
+    std::string_view current = line;
+    bool replaced = false;
+    for (const Pair& pair : pairs_) {
+        // An empty find text leaves the line as it is.
+        if (pair.find.empty())
+            continue;
+        const std::size_t first = findFrom(current, pair.find, 0);
+        if (first == std::string_view::npos)
+            continue;
+        if (replaced && pair.replaceWith.size() <= pair.find.size()) {
+            replaceAllInPlace(out, pair.find, pair.replaceWith, pair.wholeCharacters, first);
+        } else {
+            replaceAll(current, pair.find, pair.replaceWith, pair.wholeCharacters, first, pass_);
+            out.swap(pass_);
+            replaced = true;
+        }
+        current = out;
+    }
+    if (!replaced)
+        out.assign(line);
+    // What the earlier passes held is not needed until the next line.
+    if (pass_.capacity() > shrinkAbove)
+        std::string().swap(pass_);
+}
+
+std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings) {
+    ColumnRanges columns(settings.columnRange);
+    const auto replacement = std::make_shared<Replacement>(settings);
+    // Unlike the plain cutting of ranges on the Insert, Divide and Merge pages, the ranges
+    // taken out for replacing take part only when they lie wholly within the line.
+    auto routine = std::make_unique<RangedRoutine>(
+        std::move(columns),
+        [replacement](std::string_view line, std::string& out) {
+            replacement->ReplaceLine(line, out);
+        },
+        WidthFitting(), PastLineEnd::Nothing);
+    if (replacement->keepsLineEnds())
+        routine->setLinesRoutine([replacement](std::string_view lines, std::string& out) {
+            replacement->ReplaceLine(lines, out);
+            return true;
+        });
+    return routine;
+}
+
+} // namespace morlevant

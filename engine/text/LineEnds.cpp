@@ -1,0 +1,91 @@
+#include "engine/text/LineEnds.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
+namespace morlevant {
+
+// One pass for both bytes, sixteen or eight at a time, where two searches would read a line that
+// ends in CR LF twice. A word that holds either is then read byte by byte, so the answer is exact.
+std::size_t findCrOrLf(std::string_view text) {
+    std::size_t pos = 0;
+#ifdef __SSE2__
+    const __m128i cr = _mm_set1_epi8('\r');
+    const __m128i lf = _mm_set1_epi8('\n');
+    for (; text.size() - pos >= 16; pos += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + pos));
+        const int found =
+            _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(bytes, cr), _mm_cmpeq_epi8(bytes, lf)));
+        if (found != 0)
+            return pos + static_cast<std::size_t>(std::countr_zero(static_cast<unsigned>(found)));
+    }
+#endif
+    constexpr std::uint64_t ones = 0x0101010101010101ULL;
+    constexpr std::uint64_t highBits = 0x8080808080808080ULL;
+    const auto hasZeroByte = [](std::uint64_t v) { return (v - ones) & ~v & highBits; };
+    for (; text.size() - pos >= 8; pos += 8) {
+        std::uint64_t word;
+        std::memcpy(&word, text.data() + pos, 8);
+        if (hasZeroByte(word ^ (ones * '\r')) | hasZeroByte(word ^ (ones * '\n')))
+            break;
+    }
+    while (pos < text.size() && text[pos] != '\r' && text[pos] != '\n')
+        ++pos;
+    return pos;
+}
+
+LineEndCount countLineEnds(std::string_view text) {
+    std::size_t lf = 0;
+    std::size_t cr = 0;
+    std::size_t crlf = 0;
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+    std::size_t i = 0;
+    if (!text.empty()) {
+        lf += bytes[0] == '\n';
+        cr += bytes[0] == '\r';
+        i = 1;
+    }
+#ifdef __SSE2__
+    // Sixteen bytes at a time, one count per byte lane (a match compares as -1 and is subtracted),
+    // the lanes summed before a count can pass 255. A CR LF is an LF whose byte before is a CR.
+    const __m128i crs = _mm_set1_epi8('\r');
+    const __m128i lfs = _mm_set1_epi8('\n');
+    const __m128i zero = _mm_setzero_si128();
+    const auto sum = [&](__m128i counts) {
+        const __m128i sums = _mm_sad_epu8(counts, zero); // two lane sums, each below 2^16
+        return static_cast<std::size_t>(_mm_cvtsi128_si32(sums) +
+                                        _mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
+    };
+    while (text.size() - i >= 16) {
+        __m128i lfCounts = zero;
+        __m128i crCounts = zero;
+        __m128i crlfCounts = zero;
+        const std::size_t rounds = std::min<std::size_t>((text.size() - i) / 16, 255);
+        for (std::size_t round = 0; round < rounds; ++round, i += 16) {
+            const __m128i here = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + i));
+            const __m128i before = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + i - 1));
+            const __m128i isLf = _mm_cmpeq_epi8(here, lfs);
+            lfCounts = _mm_sub_epi8(lfCounts, isLf);
+            crCounts = _mm_sub_epi8(crCounts, _mm_cmpeq_epi8(here, crs));
+            crlfCounts = _mm_sub_epi8(crlfCounts, _mm_and_si128(isLf, _mm_cmpeq_epi8(before, crs)));
+        }
+        lf += sum(lfCounts);
+        cr += sum(crCounts);
+        crlf += sum(crlfCounts);
+    }
+#endif
+    for (; i < text.size(); ++i) {
+        lf += bytes[i] == '\n';
+        cr += bytes[i] == '\r';
+        crlf += (bytes[i - 1] == '\r') & (bytes[i] == '\n');
+    }
+    return {lf + cr - crlf, cr == lf && crlf == lf, cr != crlf};
+}
+
+} // namespace morlevant
