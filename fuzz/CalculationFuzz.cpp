@@ -1,5 +1,6 @@
 // Calculation steps and decimals applied to a line: fields are the steps, the decimals and the
 // line.
+#include "engine/routines/Calculation.h"
 #include "engine/routines/RangedRoutine.h"
 #include "fuzz/FuzzInput.h"
 #include "taskdef/TaskError.h"

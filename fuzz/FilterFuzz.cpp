@@ -1,5 +1,6 @@
 // The filter over a line: fields are the kind (first byte), the pattern, the replacement and
 // the line. A pattern is compiled or refused with a clear error; a match never crashes.
+#include "engine/routines/Filter.h"
 #include "engine/routines/RangedRoutine.h"
 #include "fuzz/FuzzInput.h"
 #include "taskdef/TaskError.h"

@@ -6,6 +6,9 @@
 #include "engine/pages/MergePage.h"
 #include "engine/pages/RangeDividePage.h"
 #include "engine/pages/RowDividePage.h"
+#include "engine/routines/Calculation.h"
+#include "engine/routines/Filter.h"
+#include "engine/routines/Replacement.h"
 
 namespace morlevant {
 

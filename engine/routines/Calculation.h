@@ -4,11 +4,14 @@
 #include "taskdef/TaskPageSettings.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace morlevant {
+
+class RangedRoutine;
 
 // The Calculate page: the steps of line 10 applied to the number of a line or of a column
 // range, the result rounded by line 6 and, in columns, aligned by line 7.
@@ -37,5 +40,10 @@ private:
     int decimals_ = 0;
     bool alignLeft_ = true;
 };
+
+// The Calculate page's routine over the whole line or the column ranges of line 3. Throws
+// TaskError for settings that cannot work (unpaired ranges, a bad number of decimals) before
+// any file is written.
+std::unique_ptr<RangedRoutine> makeCalculation(const TaskPageSettings& settings);
 
 } // namespace morlevant

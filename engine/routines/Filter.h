@@ -4,10 +4,13 @@
 #include "engine/regex/EcmaReplacement.h"
 #include "taskdef/TaskPageSettings.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace morlevant {
+
+class RangedRoutine;
 
 // The filter half of the Insert Or Filter page: the regular expression of line 24 matched
 // globally against a line, and each match replaced by line 23 (kind 1), deleted (kind 2), or
@@ -35,5 +38,10 @@ private:
     EcmaRegex regex_;
     EcmaReplacement replaceWith_;
 };
+
+// The filter's routine over the whole line or the column ranges of line 3: kind 1 replaces
+// with line 23, kind 2 deletes, kind 3 outputs the matches. Throws TaskError for a pattern
+// that does not compile or ranges that cannot work, before any file is written.
+std::unique_ptr<RangedRoutine> makeFilter(const TaskPageSettings& settings, int kind);
 
 } // namespace morlevant

@@ -2,11 +2,9 @@
 
 #include "engine/ranges/ColumnRanges.h"
 #include "engine/text/LineColumns.h"
-#include "taskdef/TaskPageSettings.h"
 
 #include <cstddef>
 #include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -57,12 +55,5 @@ private:
     LinesRoutine linesRoutine_; // empty when lines go one by one
     std::string piece_;         // one range's result
 };
-
-// The routines of the three pages. Each throws TaskError for settings that cannot work (a
-// pattern that does not compile, unpaired ranges) before any file is written.
-std::unique_ptr<RangedRoutine> makeCalculation(const TaskPageSettings& settings);
-std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings);
-// kind 1 replace with line 23, kind 2 delete, kind 3 output the matches.
-std::unique_ptr<RangedRoutine> makeFilter(const TaskPageSettings& settings, int kind);
 
 } // namespace morlevant

@@ -3,10 +3,13 @@
 #include "taskdef/TaskPageSettings.h"
 
 #include <array>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace morlevant {
+
+class RangedRoutine;
 
 // The Find and Replace page: four plain find-and-replace pairs (lines 11 to 18), applied in
 // order, each to the result of the one before.
@@ -29,5 +32,9 @@ private:
     std::array<Pair, 4> pairs_;
     std::string pass_; // the text between two pairs
 };
+
+// The Find and Replace page's routine over the whole line or the column ranges of line 3.
+// Throws TaskError for column ranges that cannot work before any file is written.
+std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings);
 
 } // namespace morlevant

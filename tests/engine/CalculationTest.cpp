@@ -1,3 +1,5 @@
+#include "engine/routines/Calculation.h"
+
 #include "tests/engine/RangedRoutineRun.h"
 
 #include <gtest/gtest.h>

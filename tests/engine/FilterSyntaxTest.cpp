@@ -1,3 +1,4 @@
+#include "engine/routines/Filter.h"
 #include "tests/engine/RangedRoutineRun.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+#include "engine/routines/Filter.h"
+
 #include "engine/regex/EcmaRegex.h"
 #include "tests/engine/RangedRoutineRun.h"
 

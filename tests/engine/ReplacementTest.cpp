@@ -1,3 +1,5 @@
+#include "engine/routines/Replacement.h"
+
 #include "tests/engine/RangedRoutineRun.h"
 
 #include <array>

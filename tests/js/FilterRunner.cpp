@@ -2,6 +2,7 @@
 // replace-with text and the line, each in hexadecimal UTF-8, separated by tabs. For each case
 // it writes one line: "ok" and the results of kinds 1, 2 and 3, or "invalid" or "unsupported"
 // and the message, every text in hexadecimal. differential.js feeds it and compares.
+#include "engine/routines/Filter.h"
 #include "engine/routines/RangedRoutine.h"
 #include "taskdef/TaskError.h"
 
