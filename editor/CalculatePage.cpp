@@ -24,7 +24,7 @@ QComboBox* choiceBox(int index, const QStringList& items, const QString& selecte
 } // namespace
 
 CalculatePage::CalculatePage(Prompts& prompts, QWidget* parent)
-    : OperationPage(QStringLiteral("Frame_condition"), 3, parent),
+    : OperationPage(QStringLiteral("Frame_condition"), PageCode::Calculate, parent),
       decimalNumber_(named<QLineEdit>(arrayName("Text_cal", 0), QStringLiteral("0"))),
       alignment_(
           choiceBox(1, {QStringLiteral("Left"), QStringLiteral("Right")}, QStringLiteral("Left"))),

@@ -24,7 +24,7 @@ std::string withFileLineEnds(const QString& text) {
 } // namespace
 
 FindReplacePage::FindReplacePage(QWidget* parent)
-    : OperationPage(QStringLiteral("Frame_replace"), 4, parent),
+    : OperationPage(QStringLiteral("Frame_replace"), PageCode::FindAndReplace, parent),
       find4_(named<QPlainTextEdit>(QStringLiteral("Text7"))),
       replace4_(named<QPlainTextEdit>(QStringLiteral("Text8"))) {
     auto* grid = new QGridLayout;

@@ -5,12 +5,12 @@
 
 namespace morlevant {
 
-OperationPage::OperationPage(const QString& frameName, int pageCode, QWidget* parent)
+OperationPage::OperationPage(const QString& frameName, PageCode pageCode, QWidget* parent)
     : QWidget(parent), pageCode_(pageCode),
       pageBox_(new QCheckBox(QStringLiteral("Selected to edit this task page"), this)),
       controls_(new QWidget(this)) {
     setObjectName(frameName);
-    pageBox_->setObjectName(QStringLiteral("Check") + QString::number(pageCode));
+    pageBox_->setObjectName(QStringLiteral("Check") + QString::number(static_cast<int>(pageCode)));
     // Every page starts unchosen, its controls disabled until its box is ticked.
     controls_->setEnabled(false);
     auto* layout = new QVBoxLayout(this);

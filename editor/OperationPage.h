@@ -1,5 +1,7 @@
 #pragma once
 
+#include "taskdef/TaskCodes.h"
+
 #include <QString>
 #include <QWidget>
 #include <span>
@@ -7,8 +9,6 @@
 class QCheckBox;
 
 namespace morlevant {
-
-struct TaskPageSettings;
 
 // One of the four operation tabs (Calculate, Find and Replace, Insert Or Filter, Divide Or
 // Merge): its page box "Selected to edit this task page" on top and, below, the page's
@@ -19,8 +19,8 @@ class OperationPage : public QWidget {
 public:
     QCheckBox* pageBox() const { return pageBox_; }
     bool isChosen() const;
-    // The page code of the settings file: 3 Calculate .. 6 Divide Or Merge.
-    int pageCode() const { return pageCode_; }
+    // The page's code on line 5 of the settings file.
+    PageCode pageCode() const { return pageCode_; }
 
     // Puts the page's values into their lines of the settings; all pages do, chosen or not.
     virtual void store(TaskPageSettings& settings) const = 0;
@@ -32,7 +32,7 @@ signals:
     void pageBoxClicked(bool ticked);
 
 protected:
-    OperationPage(const QString& frameName, int pageCode, QWidget* parent);
+    OperationPage(const QString& frameName, PageCode pageCode, QWidget* parent);
 
     // The parent of every control of the page but the page box.
     QWidget* controls() const { return controls_; }
@@ -46,7 +46,7 @@ protected:
     static QString noActionMessage();
 
 private:
-    int pageCode_;
+    PageCode pageCode_;
     QCheckBox* pageBox_;
     QWidget* controls_;
 };

@@ -113,7 +113,7 @@ TaskPageSettings TaskEditorDialog::settings() const {
     rangePage_->store(settings);
     int pageCode = 0;
     for (const OperationPage* page : operationPages_) {
-        pageCode += page->pageCode() * (page->isChosen() ? 1 : 0);
+        pageCode += static_cast<int>(page->pageCode()) * (page->isChosen() ? 1 : 0);
         page->store(settings);
     }
     settings.operationPage = std::to_string(pageCode);

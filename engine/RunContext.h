@@ -3,12 +3,10 @@
 #include "engine/TaskRunner.h"
 #include "engine/TaskSources.h"
 #include "taskdef/RangePairs.h"
+#include "taskdef/TaskCodes.h"
 #include "taskdef/TaskPageSettings.h"
 
 namespace morlevant {
-
-// Lines 1 and 4 together: the whole text, row ranges worked in place, or ranges taken out.
-enum class RangeMode { WholeText, InPlace, RangesOut };
 
 // What every page of a run shares: the settings, the ranges parsed once per run, and the
 // sources that no result may overwrite.

@@ -8,22 +8,6 @@
 
 namespace morlevant {
 
-namespace {
-
-// Lines 1 and 4; any other combination leaves every file untouched.
-std::optional<RangeMode> rangeModeOf(const TaskPageSettings& settings) {
-    const std::string& out = settings.takeRangesOut;
-    if (settings.rangeMode == "1" && (out == "0" || out == "1"))
-        return RangeMode::WholeText;
-    if (settings.rangeMode == "2" && out == "0")
-        return RangeMode::InPlace;
-    if (settings.rangeMode == "2" && out == "1")
-        return RangeMode::RangesOut;
-    return std::nullopt;
-}
-
-} // namespace
-
 void RunTask(const RunRequest& given, const RunCallbacks& callbacks) {
     // The list first: a task never edited lacks both files, and the list's message says so.
     const std::vector<std::string> files =
@@ -35,7 +19,8 @@ void RunTask(const RunRequest& given, const RunCallbacks& callbacks) {
         request.fileCount = static_cast<int>(files.size());
 
     const TaskSources sources(files);
-    const std::optional<RangeMode> mode = rangeModeOf(settings);
+    const TaskCodes codes = readTaskCodes(settings);
+    const std::optional<RangeMode> mode = codes.rangeMode;
     std::unique_ptr<FilePage> page;
     std::optional<RunContext> context;
     if (mode) {
@@ -45,7 +30,7 @@ void RunTask(const RunRequest& given, const RunCallbacks& callbacks) {
             byRanges ? RangePairs::parse(settings.rowRange, "row ranges") : RangePairs(),
             byRanges ? RangePairs::parse(settings.columnRange, "column ranges") : RangePairs(),
             request, callbacks});
-        page = makeFilePage(*context);
+        page = makeFilePage(*context, codes);
     }
 
     if (page)

@@ -14,44 +14,67 @@ namespace morlevant {
 
 namespace {
 
-// Line 19: "1" to "3" insert, "4" to "6" filter kinds 1 to 3.
-std::unique_ptr<FilePage> insertOrFilterPage(const RunContext& context) {
-    const std::string& action = context.settings.insertAction;
-    if (action == "1" || action == "2" || action == "3")
-        return std::make_unique<InsertPage>(context, action[0] - '0');
-    if (action == "4" || action == "5" || action == "6")
-        return std::make_unique<LinePage>(context, makeFilter(context.settings, action[0] - '3'));
+std::unique_ptr<FilePage> insertOrFilterPage(const RunContext& context, InsertFilterAction action) {
+    const auto filterPage = [&context](int kind) {
+        return std::make_unique<LinePage>(context, makeFilter(context.settings, kind));
+    };
+    switch (action) {
+    case InsertFilterAction::InsertDateTime:
+    case InsertFilterAction::InsertString:
+    case InsertFilterAction::InsertTextFile:
+        return std::make_unique<InsertPage>(context, action);
+    case InsertFilterAction::FilterAndReplace:
+        return filterPage(1);
+    case InsertFilterAction::FilterAndDelete:
+        return filterPage(2);
+    case InsertFilterAction::FilterAndOutput:
+        return filterPage(3);
+    }
     return nullptr;
 }
 
-// Line 26. Dividing by column exists whole-text and with the ranges taken out; dividing by
-// range-row and range-column only with the ranges taken out.
-std::unique_ptr<FilePage> divideOrMergePage(const RunContext& context) {
-    const std::string& action = context.settings.divideAction;
+// Dividing by column exists whole-text and with the ranges taken out; dividing by range-row and
+// range-column only with the ranges taken out.
+std::unique_ptr<FilePage> divideOrMergePage(const RunContext& context, DivideMergeAction action) {
     const bool rangesOut = context.mode == RangeMode::RangesOut;
-    if (action == "1")
+    switch (action) {
+    case DivideMergeAction::DivideByRow:
         return std::make_unique<RowDividePage>(context);
-    if (action == "2" && context.mode != RangeMode::InPlace)
+    case DivideMergeAction::DivideByColumn:
+        if (context.mode == RangeMode::InPlace)
+            return nullptr;
         return std::make_unique<ColumnDividePage>(context);
-    if ((action == "3" || action == "4") && rangesOut)
-        return std::make_unique<RangeDividePage>(context, action == "3");
-    if (action == "5")
+    case DivideMergeAction::DivideByRangeRow:
+    case DivideMergeAction::DivideByRangeColumn:
+        if (!rangesOut)
+            return nullptr;
+        return std::make_unique<RangeDividePage>(context,
+                                                 action == DivideMergeAction::DivideByRangeRow);
+    case DivideMergeAction::Merge:
         return std::make_unique<MergePage>(context);
+    }
     return nullptr;
 }
 
 } // namespace
 
-std::unique_ptr<FilePage> makeFilePage(const RunContext& context) {
-    const std::string& page = context.settings.operationPage;
-    if (page == "3")
+std::unique_ptr<FilePage> makeFilePage(const RunContext& context, const TaskCodes& codes) {
+    if (!codes.page)
+        return nullptr;
+    switch (*codes.page) {
+    case PageCode::Calculate:
         return std::make_unique<LinePage>(context, makeCalculation(context.settings));
-    if (page == "4")
+    case PageCode::FindAndReplace:
         return std::make_unique<LinePage>(context, makeReplacement(context.settings));
-    if (page == "5")
-        return insertOrFilterPage(context);
-    if (page == "6")
-        return divideOrMergePage(context);
+    case PageCode::InsertOrFilter:
+        if (!codes.insertFilterAction)
+            return nullptr;
+        return insertOrFilterPage(context, *codes.insertFilterAction);
+    case PageCode::DivideOrMerge:
+        if (!codes.divideMergeAction)
+            return nullptr;
+        return divideOrMergePage(context, *codes.divideMergeAction);
+    }
     return nullptr;
 }
 

@@ -18,9 +18,9 @@ public:
     virtual void process(const std::string& source) = 0;
 };
 
-// The page that lines 5, 19 and 26 select for the range mode of the context, or nullptr when
-// they select nothing for that mode (the files are then left untouched). Throws TaskError for
-// settings the page cannot work with, before any file is written.
-std::unique_ptr<FilePage> makeFilePage(const RunContext& context);
+// The page that the codes of lines 5, 19 and 26 select for the range mode of the context, or
+// nullptr when they select nothing for that mode (the files are then left untouched). Throws
+// TaskError for settings the page cannot work with, before any file is written.
+std::unique_ptr<FilePage> makeFilePage(const RunContext& context, const TaskCodes& codes);
 
 } // namespace morlevant

@@ -14,12 +14,12 @@
 
 namespace morlevant {
 
-InsertPage::InsertPage(const RunContext& context, int action)
-    : context_(context), fromFile_(action == 3),
+InsertPage::InsertPage(const RunContext& context, InsertFilterAction action)
+    : context_(context), fromFile_(action == InsertFilterAction::InsertTextFile),
       insertionColumns_(insertionColumns(context.columns)) {
-    if (action == 1)
+    if (action == InsertFilterAction::InsertDateTime)
         text_ = context.settings.dateTimeFormat;
-    else if (action == 2)
+    else if (action == InsertFilterAction::InsertString)
         text_ = context.settings.insertString;
     if (fromFile_ && context.settings.insertFile.empty())
         throw TaskError("The task names no text file to insert: edit the task and choose one");

@@ -8,12 +8,13 @@
 
 namespace morlevant {
 
-// Insert a date and time text, a string or a text file (line 19 "1" to "3") into F.modify.
+// Insert a date and time text, a string or a text file (the insert actions of line 19) into
+// F.modify.
 // Whole text and ranges taken out append the insertion after the last row; row ranges worked
 // in place put it before each insertion point and into the column ranges of the rows in range.
 class InsertPage final : public FilePage {
 public:
-    InsertPage(const RunContext& context, int action);
+    InsertPage(const RunContext& context, InsertFilterAction action);
     void checkResults(const std::string& source) const override;
     void process(const std::string& source) override;
 

@@ -101,6 +101,22 @@ const PageCase pageCases[] = {
      Lines{{5, "5"}, {19, "5"}, {24, "[0-9]"}} + rangesOut("1-1", ""),
      "a1b22\r\nc3",
      {{"in.txt.modify", "ab\r\n"}}},
+    // "all range" greys "take the operating ranges out" without unticking it: whole text.
+    {"AllRangeWithRangesOutTickedWorksTheWholeText",
+     Lines{{1, "1"}, {2, "2-2"}, {4, "1"}, {5, "4"}, {11, "r"}, {12, "x"}},
+     "r1\r\nr2",
+     {{"in.txt.modify", "x1\r\nx2\r\n"}}},
+    // Codes that select no page for their range mode leave every file untouched.
+    {"DivideByColumnInPlaceWritesNothing",
+     divide + Lines{{26, "2"}} + inPlace("1-2", ""),
+     fiveRows,
+     {},
+     {"in.txt.modify", "in/p(001).txt"}},
+    {"UnknownPageCodeWritesNothing",
+     Lines{{5, "7"}, {11, "r"}, {12, "x"}},
+     fiveRows,
+     {},
+     {"in.txt.modify"}},
 };
 
 class RunnerPages : public ::testing::TestWithParam<PageCase> {};
