@@ -13,69 +13,58 @@
 
 namespace morlevant {
 
-namespace {
-
-constexpr int rangeRowBox = 2;
-constexpr int rangeColumnBox = 3;
-constexpr int mergeBox = 4;
-
-bool isRangeDivide(int k) {
-    return k == rangeRowBox || k == rangeColumnBox;
-}
-
-} // namespace
-
 DivideMergePage::DivideMergePage(Prompts& prompts, const EditRangePage& ranges, QWidget* parent)
-    : OperationPage(QStringLiteral("Frame_cut"), 6, parent), prompts_(prompts), ranges_(ranges) {
+    : OperationPage(QStringLiteral("Frame_cut"), PageCode::DivideOrMerge, parent),
+      prompts_(prompts), ranges_(ranges) {
     const char* captions[] = {"divide by row:", "divide by column:", "divide by range-row:",
                               "divide by range-column:", "merge:"};
-    for (int k = 0; k < 5; ++k) {
+    for (int k = 0; k < actionBoxCount; ++k) {
         auto* box = named<QCheckBox>(arrayName("Check_dm", k), QString::fromLatin1(captions[k]));
         actions_[static_cast<std::size_t>(k)] = box;
         connect(box, &QCheckBox::clicked, this, [this, k] { actionClicked(k); });
     }
     const char* defaults[] = {"", "", "divided file(*).txt", "00001", "99999"};
-    for (int i = 0; i < 5; ++i)
+    for (int i = 0; i < textBoxCount; ++i)
         texts_[static_cast<std::size_t>(i)] =
             named<QLineEdit>(arrayName("Text_dm", i), QString::fromLatin1(defaults[i]));
 
     auto* actions = new QGridLayout;
-    actions->addWidget(actions_[0], 0, 0);
-    actions->addWidget(texts_[0], 0, 1);
-    actions->addWidget(actions_[1], 1, 0);
-    actions->addWidget(texts_[1], 1, 1);
-    actions->addWidget(actions_[rangeRowBox], 2, 0);
+    actions->addWidget(actions_[RowsBox], 0, 0);
+    actions->addWidget(texts_[RowsText], 0, 1);
+    actions->addWidget(actions_[ColumnsBox], 1, 0);
+    actions->addWidget(texts_[ColumnsText], 1, 1);
+    actions->addWidget(actions_[RangeRowBox], 2, 0);
     actions->addWidget(plainLabel(QStringLiteral("select by row and column only")), 2, 1);
-    actions->addWidget(actions_[rangeColumnBox], 3, 0);
+    actions->addWidget(actions_[RangeColumnBox], 3, 0);
     actions->addWidget(plainLabel(QStringLiteral("select by row and column only")), 3, 1);
-    actions->addWidget(actions_[mergeBox], 4, 0);
+    actions->addWidget(actions_[MergeBox], 4, 0);
     actions->setColumnStretch(1, 1);
 
     auto* numbers = new QHBoxLayout;
     numbers->addWidget(plainLabel(QStringLiteral("range of (*):")));
-    numbers->addWidget(texts_[3], 1);
+    numbers->addWidget(texts_[FirstNumberText], 1);
     numbers->addWidget(plainLabel(QStringLiteral("-")));
-    numbers->addWidget(texts_[4], 1);
+    numbers->addWidget(texts_[LastNumberText], 1);
 
     auto* layout = new QVBoxLayout(controls());
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(actions);
     layout->addSpacing(12);
     layout->addWidget(plainLabel(QStringLiteral("divide filename template:")));
-    layout->addWidget(texts_[2]);
+    layout->addWidget(texts_[TemplateText]);
     layout->addLayout(numbers);
     layout->addStretch(1);
 
-    disableActions({rangeRowBox, rangeColumnBox}); // the editor opens on "all range"
+    disableActions({RangeRowBox, RangeColumnBox}); // the editor opens on "all range"
 }
 
 void DivideMergePage::enableActions(std::initializer_list<int> which) {
     for (int k : which) {
         bool otherTicked = false;
-        for (int other = 0; other < 5; ++other)
+        for (int other = 0; other < actionBoxCount; ++other)
             otherTicked |= other != k && actions_[static_cast<std::size_t>(other)]->isChecked();
         actions_[static_cast<std::size_t>(k)]->setEnabled(
-            !otherTicked && !(isRangeDivide(k) && ranges_.allRange()));
+            !otherTicked && !((k == RangeRowBox || k == RangeColumnBox) && ranges_.allRange()));
     }
 }
 
@@ -86,29 +75,29 @@ void DivideMergePage::disableActions(std::initializer_list<int> which) {
 
 void DivideMergePage::pageChosen(bool chosen) {
     if (chosen)
-        enableActions({0, 1, rangeRowBox, rangeColumnBox, mergeBox});
+        enableActions({RowsBox, ColumnsBox, RangeRowBox, RangeColumnBox, MergeBox});
 }
 
 void DivideMergePage::rangeModeClicked(bool selectByRanges) {
     if (!selectByRanges)
-        disableActions({rangeRowBox, rangeColumnBox});
+        disableActions({RangeRowBox, RangeColumnBox});
     else if (isChosen())
-        enableActions({rangeRowBox, rangeColumnBox});
+        enableActions({RangeRowBox, RangeColumnBox});
 }
 
 void DivideMergePage::takeOutClicked(bool ticked) {
     // Ticking enables the four divides again; unticking disables them, leaving "merge:".
     if (ticked)
-        enableActions({0, 1, rangeRowBox, rangeColumnBox});
+        enableActions({RowsBox, ColumnsBox, RangeRowBox, RangeColumnBox});
     else
-        disableActions({0, 1, rangeRowBox, rangeColumnBox});
+        disableActions({RowsBox, ColumnsBox, RangeRowBox, RangeColumnBox});
 }
 
 void DivideMergePage::actionClicked(int k) {
     // One action only: the others are disabled, never unticked, while box k is ticked.
-    enableActions({0, 1, rangeRowBox, rangeColumnBox, mergeBox});
+    enableActions({RowsBox, ColumnsBox, RangeRowBox, RangeColumnBox, MergeBox});
     // A merge ignores ranges that stay in place: say so, whether "merge:" was ticked or not.
-    if (k == mergeBox && !ranges_.takeRangesOut() && ranges_.selectByRanges())
+    if (k == MergeBox && !ranges_.takeRangesOut() && ranges_.selectByRanges())
         prompts_.information(QStringLiteral("You didn't choose take the operating ranges out,"
                                             "the result will be the same as allrange"),
                              promptTitle);
@@ -116,11 +105,11 @@ void DivideMergePage::actionClicked(int k) {
 
 void DivideMergePage::store(TaskPageSettings& settings) const {
     settings.divideAction = std::to_string(actionCode(actions_));
-    settings.divideByRowValue = texts_[0]->text().toStdString();
-    settings.divideByColumnValue = texts_[1]->text().toStdString();
-    settings.divideNameTemplate = texts_[2]->text().toStdString();
-    settings.divideNumberFrom = texts_[3]->text().toStdString();
-    settings.divideNumberTo = texts_[4]->text().toStdString();
+    settings.divideByRowValue = texts_[RowsText]->text().toStdString();
+    settings.divideByColumnValue = texts_[ColumnsText]->text().toStdString();
+    settings.divideNameTemplate = texts_[TemplateText]->text().toStdString();
+    settings.divideNumberFrom = texts_[FirstNumberText]->text().toStdString();
+    settings.divideNumberTo = texts_[LastNumberText]->text().toStdString();
 }
 
 QString DivideMergePage::missingInput() const {

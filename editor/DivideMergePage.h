@@ -34,6 +34,18 @@ protected:
     void pageChosen(bool chosen) override;
 
 private:
+    // The action boxes Check_dm(0..4), in the order of their codes on line 26.
+    enum ActionBox { RowsBox, ColumnsBox, RangeRowBox, RangeColumnBox, MergeBox, actionBoxCount };
+    // The text boxes Text_dm(0..4).
+    enum TextBox {
+        RowsText,
+        ColumnsText,
+        TemplateText,
+        FirstNumberText,
+        LastNumberText,
+        textBoxCount
+    };
+
     void actionClicked(int k);
     // Enables each listed action that may be chosen now: no other action is ticked, and the
     // range divides only with a row and column selection.
@@ -42,8 +54,8 @@ private:
 
     Prompts& prompts_;
     const EditRangePage& ranges_;
-    std::array<QCheckBox*, 5> actions_{}; // Check_dm(0..4)
-    std::array<QLineEdit*, 5> texts_{};   // Text_dm(0..4)
+    std::array<QCheckBox*, actionBoxCount> actions_{};
+    std::array<QLineEdit*, textBoxCount> texts_{};
 };
 
 } // namespace morlevant

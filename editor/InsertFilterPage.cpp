@@ -20,10 +20,6 @@ namespace morlevant {
 
 namespace {
 
-constexpr int filterAndReplace = 3;
-constexpr int filterAndDelete = 4;
-constexpr int filterAndOutput = 5;
-
 // Twelve sample rows cycling through three kinds; only the first supplies a pattern. The
 // addresses and the number are placeholders that reach nobody.
 void addFilterTemplates(QTreeWidget* list) {
@@ -42,19 +38,19 @@ void addFilterTemplates(QTreeWidget* list) {
 } // namespace
 
 InsertFilterPage::InsertFilterPage(Prompts& prompts, const QDateTime& opened, QWidget* parent)
-    : OperationPage(QStringLiteral("Frame_insert"), 5, parent), prompts_(prompts),
-      dateTime_(named<QComboBox>(arrayName("Combox_id", 0))),
+    : OperationPage(QStringLiteral("Frame_insert"), PageCode::InsertOrFilter, parent),
+      prompts_(prompts), dateTime_(named<QComboBox>(arrayName("Combox_id", 0))),
       templates_(named<QTreeWidget>(QStringLiteral("ListView_id"))) {
     const char* captions[] = {"insert date and time:",    "insert string:",    "insert text file:",
                               "filter and replace with:", "filter and delete", "filter and output"};
-    for (int k = 0; k < 6; ++k) {
+    for (int k = 0; k < actionBoxCount; ++k) {
         auto* box = named<QCheckBox>(arrayName("Check_id", k), QString::fromLatin1(captions[k]));
         actions_[static_cast<std::size_t>(k)] = box;
         connect(box, &QCheckBox::clicked, this, [this, k] { actionClicked(k); });
     }
-    for (int i = 0; i < 5; ++i)
+    for (int i = 0; i < textBoxCount; ++i)
         texts_[static_cast<std::size_t>(i)] = named<QLineEdit>(arrayName("Text_id", i));
-    texts_[4]->setToolTip(QStringLiteral("Kept with the task's settings"));
+    texts_[ExtraText]->setToolTip(QStringLiteral("Kept with the task's settings"));
 
     dateTime_->addItems(dateTimeSamples(opened, QLocale::system()));
     dateTime_->setCurrentIndex(initialDateTimeSample);
@@ -73,24 +69,24 @@ InsertFilterPage::InsertFilterPage(Prompts& prompts, const QDateTime& opened, QW
     templates_->resizeColumnToContents(0);
     templates_->resizeColumnToContents(1);
     connect(templates_, &QTreeWidget::itemClicked, this,
-            [this](QTreeWidgetItem* row) { texts_[3]->setText(row->text(2)); });
+            [this](QTreeWidgetItem* row) { texts_[PatternText]->setText(row->text(2)); });
 
     auto* grid = new QGridLayout;
-    grid->addWidget(texts_[4], 0, 0, 1, 3);
-    grid->addWidget(actions_[0], 1, 0);
+    grid->addWidget(texts_[ExtraText], 0, 0, 1, 3);
+    grid->addWidget(actions_[InsertDateTimeBox], 1, 0);
     grid->addWidget(dateTime_, 1, 1, 1, 2);
-    grid->addWidget(actions_[1], 2, 0);
-    grid->addWidget(texts_[0], 2, 1, 1, 2);
-    grid->addWidget(actions_[2], 3, 0);
-    grid->addWidget(texts_[1], 3, 1);
+    grid->addWidget(actions_[InsertStringBox], 2, 0);
+    grid->addWidget(texts_[StringText], 2, 1, 1, 2);
+    grid->addWidget(actions_[InsertFileBox], 3, 0);
+    grid->addWidget(texts_[FileText], 3, 1);
     grid->addWidget(open, 3, 2);
-    grid->addWidget(actions_[filterAndReplace], 4, 0);
-    grid->addWidget(texts_[2], 4, 1, 1, 2);
-    grid->addWidget(actions_[filterAndDelete], 5, 0);
-    grid->addWidget(actions_[filterAndOutput], 6, 0);
+    grid->addWidget(actions_[FilterReplaceBox], 4, 0);
+    grid->addWidget(texts_[ReplacementText], 4, 1, 1, 2);
+    grid->addWidget(actions_[FilterDeleteBox], 5, 0);
+    grid->addWidget(actions_[FilterOutputBox], 6, 0);
     grid->addWidget(plainLabel(QStringLiteral("regular expression:"), QStringLiteral("Label_id")),
                     7, 0);
-    grid->addWidget(texts_[3], 7, 1, 1, 2);
+    grid->addWidget(texts_[PatternText], 7, 1, 1, 2);
     grid->setColumnStretch(1, 1);
 
     auto* layout = new QVBoxLayout(controls());
@@ -102,11 +98,11 @@ InsertFilterPage::InsertFilterPage(Prompts& prompts, const QDateTime& opened, QW
 void InsertFilterPage::actionClicked(int k) {
     // One action only: the others are disabled, never unticked, while box k is ticked.
     const bool ticked = actions_[static_cast<std::size_t>(k)]->isChecked();
-    for (int other = 0; other < 6; ++other)
+    for (int other = 0; other < actionBoxCount; ++other)
         if (other != k)
             actions_[static_cast<std::size_t>(other)]->setEnabled(!ticked);
-    if (actions_[filterAndDelete]->isChecked() || actions_[filterAndOutput]->isChecked())
-        texts_[2]->clear();
+    if (actions_[FilterDeleteBox]->isChecked() || actions_[FilterOutputBox]->isChecked())
+        texts_[ReplacementText]->clear();
 }
 
 void InsertFilterPage::chooseInsertFile() {
@@ -119,17 +115,17 @@ void InsertFilterPage::chooseInsertFile() {
                         "All Files (*)"),
          QDir::rootPath(), QString()});
     if (!path.isEmpty())
-        texts_[1]->setText(QDir::toNativeSeparators(path));
+        texts_[FileText]->setText(QDir::toNativeSeparators(path));
 }
 
 void InsertFilterPage::store(TaskPageSettings& settings) const {
     settings.insertAction = std::to_string(actionCode(actions_));
     settings.dateTimeFormat = dateTime_->currentText().toStdString();
-    settings.insertString = texts_[0]->text().toStdString();
-    settings.insertFile = texts_[1]->text().toStdString();
-    settings.filterReplacement = texts_[2]->text().toStdString();
-    settings.filterPattern = texts_[3]->text().toStdString();
-    settings.insertExtra = texts_[4]->text().toStdString();
+    settings.insertString = texts_[StringText]->text().toStdString();
+    settings.insertFile = texts_[FileText]->text().toStdString();
+    settings.filterReplacement = texts_[ReplacementText]->text().toStdString();
+    settings.filterPattern = texts_[PatternText]->text().toStdString();
+    settings.insertExtra = texts_[ExtraText]->text().toStdString();
 }
 
 QString InsertFilterPage::missingInput() const {

@@ -28,14 +28,27 @@ public:
     QString missingInput() const override;
 
 private:
+    // The action boxes Check_id(0..5), in the order of their codes on line 19.
+    enum ActionBox {
+        InsertDateTimeBox,
+        InsertStringBox,
+        InsertFileBox,
+        FilterReplaceBox,
+        FilterDeleteBox,
+        FilterOutputBox,
+        actionBoxCount
+    };
+    // The text boxes Text_id(0..4).
+    enum TextBox { StringText, FileText, ReplacementText, PatternText, ExtraText, textBoxCount };
+
     void actionClicked(int k);
     void chooseInsertFile();
 
     Prompts& prompts_;
-    std::array<QCheckBox*, 6> actions_{}; // Check_id(0..5)
-    std::array<QLineEdit*, 5> texts_{};   // Text_id(0..4)
-    QComboBox* dateTime_;                 // Combox_id(0)
-    QTreeWidget* templates_;              // ListView_id
+    std::array<QCheckBox*, actionBoxCount> actions_{};
+    std::array<QLineEdit*, textBoxCount> texts_{};
+    QComboBox* dateTime_;    // Combox_id(0)
+    QTreeWidget* templates_; // ListView_id
 };
 
 } // namespace morlevant
