@@ -17,7 +17,6 @@ class OperationPage : public QWidget {
     Q_OBJECT
 
 public:
-    QCheckBox* pageBox() const { return pageBox_; }
     bool isChosen() const;
     // The page's code on line 5 of the settings file.
     PageCode pageCode() const { return pageCode_; }

@@ -16,7 +16,6 @@ class TaskTreeView final : public QTreeView {
 public:
     explicit TaskTreeView(QWidget* parent = nullptr);
 
-    QModelIndex dropHighlight() const { return dropHighlight_; }
     // What a drag of DragNode carries: this view's mark and nothing of the node.
     QMimeData* nodeDragData() const;
 

@@ -52,9 +52,7 @@ public:
     TaskTreeView* tvMain() const;
     TextViewer* txtMain() const;
     QLabel* lbCaption() const;
-    MainPane* pane() const { return pane_; }
     const QString& programFolder() const { return launcher_.programFolder(); }
-    const SearchState& searchState() const { return search_; }
     // The open find dialog, nullptr when none is.
     frmFind* findDialog() const { return find_.dialog(); }
 

@@ -29,8 +29,6 @@ public:
     const QString& path() const { return path_; }
 
 private:
-    void showPlain(const QString& readPath);
-
     TextViewer& viewer_;
     SearchState& search_;
     Prompts& prompts_;
