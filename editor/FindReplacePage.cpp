@@ -72,8 +72,9 @@ void FindReplacePage::store(TaskPageSettings& settings) const {
 }
 
 QString FindReplacePage::missingInput() const {
-    const bool nothingToFind = lineBoxes_[0]->text().isEmpty() && lineBoxes_[2]->text().isEmpty() &&
-                               lineBoxes_[4]->text().isEmpty() && find4_->toPlainText().isEmpty();
+    bool nothingToFind = find4_->toPlainText().isEmpty();
+    for (std::size_t i = 0; i < lineBoxes_.size(); i += 2) // the find boxes Text1, Text3, Text5
+        nothingToFind = nothingToFind && lineBoxes_[i]->text().isEmpty();
     return nothingToFind ? QStringLiteral("What string do you want to find") : QString();
 }
 
