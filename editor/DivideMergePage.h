@@ -36,6 +36,9 @@ protected:
 private:
     // The action boxes Check_dm(0..4), in the order of their codes on line 26.
     enum ActionBox { RowsBox, ColumnsBox, RangeRowBox, RangeColumnBox, MergeBox, actionBoxCount };
+    // The code written is the ticked box's position from 1 (actionCode).
+    static_assert(actionBoxCount == static_cast<int>(DivideMergeAction::Merge) &&
+                  RangeRowBox + 1 == static_cast<int>(DivideMergeAction::DivideByRangeRow));
     // The text boxes Text_dm(0..4).
     enum TextBox {
         RowsText,

@@ -38,6 +38,9 @@ private:
         FilterOutputBox,
         actionBoxCount
     };
+    // The code written is the ticked box's position from 1 (actionCode).
+    static_assert(actionBoxCount == static_cast<int>(InsertFilterAction::FilterAndOutput) &&
+                  FilterReplaceBox + 1 == static_cast<int>(InsertFilterAction::FilterAndReplace));
     // The text boxes Text_id(0..4).
     enum TextBox { StringText, FileText, ReplacementText, PatternText, ExtraText, textBoxCount };
 
