@@ -1,4 +1,4 @@
-#include "engine/io/FileQueries.h"
+#include "engine/io/Folders.h"
 
 #include "taskdef/FilePath.h"
 #include "taskdef/TaskError.h"

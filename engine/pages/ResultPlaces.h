@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/io/FileQueries.h"
+#include "engine/io/Folders.h"
 
 #include <string>
 
