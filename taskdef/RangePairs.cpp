@@ -3,6 +3,8 @@
 #include "taskdef/LeadingNumber.h"
 #include "taskdef/TaskError.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 
 namespace morlevant {
@@ -32,21 +34,37 @@ RangePairs RangePairs::parse(std::string_view text, std::string_view what) {
                         "\" end with a number that has no partner; write ranges as low-high");
     for (std::size_t i = 0; i < items.size(); i += 2)
         result.pairs_.push_back({items[i], items[i + 1]});
+
+    for (const RangePair& pair : result.pairs_) {
+        if (pair.low <= pair.high)
+            result.covered_.push_back(pair);
+        if (pair.low == pair.high)
+            result.points_.push_back(pair.low);
+    }
+    std::sort(result.covered_.begin(), result.covered_.end(),
+              [](const RangePair& a, const RangePair& b) { return a.low < b.low; });
+    std::vector<RangePair> merged;
+    for (const RangePair& pair : result.covered_) {
+        if (!merged.empty() && pair.low <= merged.back().high)
+            merged.back().high = std::max(merged.back().high, pair.high);
+        else
+            merged.push_back(pair);
+    }
+    result.covered_ = std::move(merged);
+    std::sort(result.points_.begin(), result.points_.end());
     return result;
 }
 
 bool RangePairs::contains(double row) const {
-    for (const RangePair& pair : pairs_)
-        if (pair.low <= row && row <= pair.high)
-            return true;
-    return false;
+    // The last range that starts at or before the row is the only one that can hold it.
+    const auto after =
+        std::upper_bound(covered_.begin(), covered_.end(), row,
+                         [](double r, const RangePair& pair) { return r < pair.low; });
+    return after != covered_.begin() && row <= std::prev(after)->high;
 }
 
 bool RangePairs::isPoint(double row) const {
-    for (const RangePair& pair : pairs_)
-        if (pair.low == row && pair.high == row)
-            return true;
-    return false;
+    return std::binary_search(points_.begin(), points_.end(), row);
 }
 
 } // namespace morlevant

@@ -30,13 +30,16 @@ public:
     bool empty() const { return pairs_.empty(); }
     const std::vector<RangePair>& pairs() const { return pairs_; }
 
-    // Whether the row lies in one of the ranges (bounds inclusive).
+    // Whether the row lies in one of the ranges (bounds inclusive). A search rather than a
+    // walk over every range: a run asks once for every row.
     bool contains(double row) const;
     // Whether some range has both bounds equal to the row, as "7-7" does for row 7.
     bool isPoint(double row) const;
 
 private:
     std::vector<RangePair> pairs_;
+    std::vector<RangePair> covered_; // the rows the ranges cover, in order, none overlapping
+    std::vector<double> points_;     // the rows of ranges such as "7-7", in order
 };
 
 } // namespace morlevant
