@@ -4,17 +4,23 @@
 #include "taskdef/TaskError.h"
 
 #include <charconv>
-#include <optional>
+#include <limits>
 
 namespace morlevant {
 
 namespace {
 
-std::optional<std::uint64_t> wholeNumber(std::string_view text) {
+// The whole number of a settings line, at least `least`; `what` names it in the message.
+std::uint64_t wholeNumber(const std::string& text, std::string_view what, std::uint64_t least) {
     std::uint64_t value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size())
-        return std::nullopt;
+    const std::string named = "The " + std::string(what) + " \"" + text + "\"";
+    if (error == std::errc::result_out_of_range && end == text.data() + text.size())
+        throw TaskError(named + " is too large; at most " +
+                        std::to_string(std::numeric_limits<std::uint64_t>::max()));
+    if (text.empty() || error != std::errc() || end != text.data() + text.size() || value < least)
+        throw TaskError(named + " is not a whole number" +
+                        (least > 0 ? " of at least " + std::to_string(least) : ""));
     return value;
 }
 
@@ -30,11 +36,7 @@ PieceNames::PieceNames(const TaskPageSettings& settings)
         nameTemplate_ == "." || nameTemplate_ == "..")
         throw TaskError("The divide file-name template \"" + nameTemplate_ +
                         "\" is not a file name: it may not name a folder");
-    const std::optional<std::uint64_t> first = wholeNumber(settings.divideNumberFrom);
-    if (!first)
-        throw TaskError("The first piece number \"" + settings.divideNumberFrom +
-                        "\" is not a whole number");
-    first_ = *first;
+    first_ = wholeNumber(settings.divideNumberFrom, "first piece number", 0);
 }
 
 std::string PieceNames::PieceNameByRow(std::uint64_t row, std::uint64_t rowsPerPiece) const {
@@ -66,11 +68,7 @@ std::string PieceNames::nameFor(std::uint64_t number) const {
 }
 
 std::uint64_t pieceSize(const std::string& text, std::string_view what) {
-    const std::optional<std::uint64_t> value = wholeNumber(text);
-    if (!value || *value == 0)
-        throw TaskError("The " + std::string(what) + " \"" + text +
-                        "\" is not a whole number of at least 1");
-    return *value;
+    return wholeNumber(text, what, 1);
 }
 
 } // namespace morlevant
