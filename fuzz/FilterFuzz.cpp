@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     settings.filterReplacement = parts[1];
     try {
         std::string out;
-        makeFilter(settings, kind)->wholeLine(parts[2], out);
+        makeFilter(settings, ColumnRanges(""), kind)->wholeLine(parts[2], out);
     } catch (const TaskError&) {
     }
     return 0;

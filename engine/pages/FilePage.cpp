@@ -16,7 +16,8 @@ namespace {
 
 std::unique_ptr<FilePage> insertOrFilterPage(const RunContext& context, InsertFilterAction action) {
     const auto filterPage = [&context](int kind) {
-        return std::make_unique<LinePage>(context, makeFilter(context.settings, kind));
+        return std::make_unique<LinePage>(
+            context, makeFilter(context.settings, ColumnRanges(context.columns), kind));
     };
     switch (action) {
     case InsertFilterAction::InsertDateTime:
@@ -63,9 +64,11 @@ std::unique_ptr<FilePage> makeFilePage(const RunContext& context, const TaskCode
         return nullptr;
     switch (*codes.page) {
     case PageCode::Calculate:
-        return std::make_unique<LinePage>(context, makeCalculation(context.settings));
+        return std::make_unique<LinePage>(
+            context, makeCalculation(context.settings, ColumnRanges(context.columns)));
     case PageCode::FindAndReplace:
-        return std::make_unique<LinePage>(context, makeReplacement(context.settings));
+        return std::make_unique<LinePage>(
+            context, makeReplacement(context.settings, ColumnRanges(context.columns)));
     case PageCode::InsertOrFilter:
         if (!codes.insertFilterAction)
             return nullptr;

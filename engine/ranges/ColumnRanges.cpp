@@ -7,8 +7,10 @@
 
 namespace morlevant {
 
-ColumnRanges::ColumnRanges(std::string_view text) {
-    const RangePairs parsed = RangePairs::parse(text, "column ranges");
+ColumnRanges::ColumnRanges(std::string_view text)
+    : ColumnRanges(RangePairs::parse(text, "column ranges")) {}
+
+ColumnRanges::ColumnRanges(const RangePairs& parsed) {
     blank_ = parsed.empty();
     for (const RangePair& pair : parsed.pairs()) {
         const Range range{std::max<std::size_t>(columnPosition(pair.low), 1),

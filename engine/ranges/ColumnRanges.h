@@ -6,6 +6,8 @@
 
 namespace morlevant {
 
+class RangePairs;
+
 // The column ranges of line 3 as the per-line pages carry their routine over them, worked out
 // once per run.
 class ColumnRanges {
@@ -17,6 +19,7 @@ public:
         std::size_t width() const { return last - first + 1; }
     };
 
+    explicit ColumnRanges(const RangePairs& pairs);
     // Throws TaskError when the text ends with an unpaired number.
     explicit ColumnRanges(std::string_view text);
 

@@ -161,8 +161,8 @@ void Calculation::fitToWidth(std::string& result, std::size_t width) const {
         result.insert(0, width - length, ' ');
 }
 
-std::unique_ptr<RangedRoutine> makeCalculation(const TaskPageSettings& settings) {
-    ColumnRanges columns(settings.columnRange);
+std::unique_ptr<RangedRoutine> makeCalculation(const TaskPageSettings& settings,
+                                               ColumnRanges columns) {
     const auto calculation = std::make_shared<Calculation>(settings, columns);
     return std::make_unique<RangedRoutine>(
         std::move(columns),

@@ -41,9 +41,10 @@ private:
     bool alignLeft_ = true;
 };
 
-// The Calculate page's routine over the whole line or the column ranges of line 3. Throws
-// TaskError for settings that cannot work (unpaired ranges, a bad number of decimals) before
-// any file is written.
-std::unique_ptr<RangedRoutine> makeCalculation(const TaskPageSettings& settings);
+// The Calculate page's routine over the whole line or the column ranges that the run read from
+// line 3 (blank in whole-text mode). Throws TaskError for settings that cannot work (a bad
+// number of decimals) before any file is written.
+std::unique_ptr<RangedRoutine> makeCalculation(const TaskPageSettings& settings,
+                                               ColumnRanges columns);
 
 } // namespace morlevant

@@ -70,8 +70,8 @@ void Filter::filterSubject(std::string_view text, std::string& out) {
         out.assign(text);
 }
 
-std::unique_ptr<RangedRoutine> makeFilter(const TaskPageSettings& settings, int kind) {
-    ColumnRanges columns(settings.columnRange);
+std::unique_ptr<RangedRoutine> makeFilter(const TaskPageSettings& settings, ColumnRanges columns,
+                                          int kind) {
     const auto filter = std::make_shared<Filter>(settings, kind);
     auto routine = std::make_unique<RangedRoutine>(
         std::move(columns),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/ranges/ColumnRanges.h"
 #include "engine/regex/EcmaRegex.h"
 #include "engine/regex/EcmaReplacement.h"
 #include "taskdef/TaskPageSettings.h"
@@ -39,9 +40,10 @@ private:
     EcmaReplacement replaceWith_;
 };
 
-// The filter's routine over the whole line or the column ranges of line 3: kind 1 replaces
-// with line 23, kind 2 deletes, kind 3 outputs the matches. Throws TaskError for a pattern
-// that does not compile or ranges that cannot work, before any file is written.
-std::unique_ptr<RangedRoutine> makeFilter(const TaskPageSettings& settings, int kind);
+// The filter's routine over the whole line or the column ranges that the run read from line 3
+// (blank in whole-text mode): kind 1 replaces with line 23, kind 2 deletes, kind 3 outputs the
+// matches. Throws TaskError for a pattern that does not compile, before any file is written.
+std::unique_ptr<RangedRoutine> makeFilter(const TaskPageSettings& settings, ColumnRanges columns,
+                                          int kind);
 
 } // namespace morlevant

@@ -153,8 +153,8 @@ void Replacement::ReplaceLine(std::string_view line, std::string& out) {
         std::string().swap(pass_);
 }
 
-std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings) {
-    ColumnRanges columns(settings.columnRange);
+std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings,
+                                               ColumnRanges columns) {
     const auto replacement = std::make_shared<Replacement>(settings);
     // Unlike the plain cutting of ranges on the Insert, Divide and Merge pages, the ranges
     // taken out for replacing take part only when they lie wholly within the line.

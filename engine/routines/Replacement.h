@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/ranges/ColumnRanges.h"
 #include "taskdef/TaskPageSettings.h"
 
 #include <array>
@@ -33,8 +34,9 @@ private:
     std::string pass_; // the text between two pairs
 };
 
-// The Find and Replace page's routine over the whole line or the column ranges of line 3.
-// Throws TaskError for column ranges that cannot work before any file is written.
-std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings);
+// The Find and Replace page's routine over the whole line or the column ranges that the run
+// read from line 3 (blank in whole-text mode).
+std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings,
+                                               ColumnRanges columns);
 
 } // namespace morlevant

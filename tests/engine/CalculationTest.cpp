@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 using namespace morlevant;
+using morlevant::testing::made;
 using morlevant::testing::Mode;
 using morlevant::testing::runLine;
 
@@ -29,7 +30,7 @@ class CalculateLineTable : public ::testing::TestWithParam<LineCase> {};
 TEST_P(CalculateLineTable, ChainsStepsAndRounds) {
     const LineCase& c = GetParam();
     std::string out;
-    makeCalculation(calculate(c.steps, c.decimals))->wholeLine(c.line, out);
+    made(makeCalculation, calculate(c.steps, c.decimals))->wholeLine(c.line, out);
     EXPECT_EQ(out, c.expected) << c.steps << " with decimals \"" << c.decimals << "\" on "
                                << c.line;
 }
@@ -69,7 +70,7 @@ class CalculateRangesTable : public ::testing::TestWithParam<RangeCase> {};
 
 TEST_P(CalculateRangesTable, FitsResultsToTheirRanges) {
     const RangeCase& c = GetParam();
-    const auto operation = makeCalculation(calculate("*2", "0", c.columns, c.alignment));
+    const auto operation = made(makeCalculation, calculate("*2", "0", c.columns, c.alignment));
     EXPECT_EQ(runLine(*operation, c.mode, c.line), c.expected) << c.columns << " on " << c.line;
 }
 
@@ -103,7 +104,7 @@ TEST(Calculation, StopsWithAMessageNamingTheStep) {
                  {"+1", "0", "1-3,5", "1", "no partner"}};
     for (const auto& c : cases) {
         const std::string error = morlevant::testing::taskErrorOf([&] {
-            runLine(*makeCalculation(calculate(c.steps, c.decimals, c.columns)), Mode::Whole,
+            runLine(*made(makeCalculation, calculate(c.steps, c.decimals, c.columns)), Mode::Whole,
                     c.line);
         });
         EXPECT_NE(error.find(c.named), std::string::npos) << error;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 using namespace morlevant;
+using morlevant::testing::made;
 using morlevant::testing::Mode;
 using morlevant::testing::runLine;
 using morlevant::testing::taskErrorOf;
@@ -14,7 +15,7 @@ std::unique_ptr<RangedRoutine> filter(const std::string& pattern, const std::str
     TaskPageSettings settings;
     settings.filterPattern = pattern;
     settings.filterReplacement = replaceWith;
-    return makeFilter(settings, 1);
+    return made(makeFilter, settings, 1);
 }
 
 // Where JavaScript throws a SyntaxError the filter stops before any file is written, naming

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 using namespace morlevant;
+using morlevant::testing::made;
 using morlevant::testing::Mode;
 using morlevant::testing::runLine;
 
@@ -22,7 +23,7 @@ TaskPageSettings filter(const std::string& pattern, const std::string& replaceWi
 
 std::string filterLine(const std::string& pattern, const std::string& replaceWith, int kind,
                        const std::string& line) {
-    return runLine(*makeFilter(filter(pattern, replaceWith), kind), Mode::Whole, line);
+    return runLine(*made(makeFilter, filter(pattern, replaceWith), kind), Mode::Whole, line);
 }
 
 struct FilterCase {
@@ -52,11 +53,12 @@ INSTANTIATE_TEST_SUITE_P(
                       FilterCase{"x*", "-", 1, "\377b", "-\377-b-"}));
 
 TEST(Filter, RangesFilterEachRangeOnItsOwn) {
-    EXPECT_EQ(runLine(*makeFilter(filter("\\d", "", "3-5"), 2), Mode::InPlace, "a1b2c3d4"),
+    EXPECT_EQ(runLine(*made(makeFilter, filter("\\d", "", "3-5"), 2), Mode::InPlace, "a1b2c3d4"),
               "a1bc3d4");
     // "^" matches at the start of each range's text; the range past the end gives nothing.
-    EXPECT_EQ(runLine(*makeFilter(filter("\\d|^", "", "1-2,5-6,9-9"), 3), Mode::Out, "a1b2c3d4"),
-              " 1  3 ");
+    EXPECT_EQ(
+        runLine(*made(makeFilter, filter("\\d|^", "", "1-2,5-6,9-9"), 3), Mode::Out, "a1b2c3d4"),
+        " 1  3 ");
 }
 
 TEST(Filter, StopsWithAMessageInsteadOfFailingLater) {
@@ -69,7 +71,7 @@ TEST(Filter, StopsWithAMessageInsteadOfFailingLater) {
                  {"^(a|aa)+$", 2, std::string(60, 'a') + "b", "too complex"}};
     for (const auto& c : cases) {
         const std::string error = morlevant::testing::taskErrorOf(
-            [&] { runLine(*makeFilter(filter(c.pattern), c.kind), Mode::Whole, c.line); });
+            [&] { runLine(*made(makeFilter, filter(c.pattern), c.kind), Mode::Whole, c.line); });
         EXPECT_NE(error.find(c.named), std::string::npos) << error;
     }
 }

@@ -2,11 +2,20 @@
 
 #include "engine/routines/RangedRoutine.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/TaskPageSettings.h"
 
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace morlevant::testing {
+
+// A page's routine as a run makes it, the column ranges read from line 3 as the run reads them:
+// made(makeFilter, settings, kind).
+template <typename Make, typename... Rest>
+std::unique_ptr<RangedRoutine> made(Make make, const TaskPageSettings& settings, Rest... rest) {
+    return make(settings, ColumnRanges(settings.columnRange), rest...);
+}
 
 // How a test carries the routine over its line.
 enum class Mode { Whole, InPlace, Out };

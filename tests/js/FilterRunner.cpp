@@ -41,7 +41,7 @@ std::string runCase(const std::string& pattern, const std::string& replaceWith,
     try {
         for (int kind = 1; kind <= 3; ++kind) {
             std::string out;
-            makeFilter(settings, kind)->wholeLine(line, out);
+            makeFilter(settings, ColumnRanges(""), kind)->wholeLine(line, out);
             reply += '\t' + toHex(out);
         }
     } catch (const TaskError& error) {
