@@ -1,6 +1,7 @@
 #include "app/RunCommand.h"
 
 #include "engine/TaskRunner.h"
+#include "engine/io/LineReader.h"
 #include "taskdef/FilePath.h"
 #include "taskdef/InstallLayout.h"
 #include "taskdef/TaskError.h"
@@ -100,7 +101,9 @@ int RunCommand::run(const std::vector<std::string>& arguments) {
             options.home ? *options.home : resolveProgramFolder(environment_.surroundings);
         prepareProgramFolder(home);
         // The run counts the files of the list as it reads it.
-        const RunRequest request{home, options.task, std::nullopt};
+        RunRequest request{home, options.task, std::nullopt};
+        request.stop = environment_.stop;
+        request.waitForOtherRun = true;
 
         RunCallbacks callbacks;
         callbacks.progress = [this](int done, int total) { showProgress(done, total); };
@@ -113,7 +116,13 @@ int RunCommand::run(const std::vector<std::string>& arguments) {
         };
         if (options.open && environment_.openFolder)
             callbacks.openFolder = environment_.openFolder;
+        callbacks.waiting = [this, &options] {
+            err_ << "morlevant-run: waiting for another run of the task \"" << options.task
+                 << "\" to finish" << std::endl;
+        };
         RunTask(request, callbacks);
+    } catch (const RunStopped& stopped) {
+        return interrupted(stopped);
     } catch (const std::exception& error) {
         return fail(error.what());
     }
@@ -129,6 +138,22 @@ int RunCommand::fail(const std::string& message) {
     barShown_ = false;
     err_ << "morlevant-run: " << message << '\n';
     return 1;
+}
+
+int RunCommand::interrupted(const RunStopped& stopped) {
+    if (barShown_)
+        err_ << '\n';
+    barShown_ = false;
+    if (stopped.total == 0) {
+        err_ << "morlevant-run: interrupted before the run began\n";
+    } else {
+        err_ << "morlevant-run: interrupted; ";
+        if (!stopped.unfinished.empty())
+            err_ << stopped.unfinished << " was not finished and its result was left as it was; ";
+        err_ << stopped.done << " of " << stopped.total << " files were finished\n";
+    }
+    const int signal = environment_.stopSignal ? environment_.stopSignal() : 0;
+    return 128 + signal;
 }
 
 void RunCommand::showProgress(int done, int total) {

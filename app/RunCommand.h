@@ -2,12 +2,15 @@
 
 #include "taskdef/InstallLayout.h"
 
+#include <atomic>
 #include <functional>
 #include <ostream>
 #include <string>
 #include <vector>
 
 namespace morlevant {
+
+struct RunStopped;
 
 // What the command-line runner learns from its surroundings; main() fills it in from the
 // environment and Qt, tests with fixed values.
@@ -16,11 +19,16 @@ struct RunEnvironment {
     ProgramSurroundings surroundings;
     // Shows a folder in the file manager; used for "--open" after a merge.
     std::function<void(const std::string& folder)> openFolder;
+    // Turns true when the run is asked to stop (Ctrl+C); the signal that asked, 0 for none.
+    const std::atomic<bool>* stop = nullptr;
+    std::function<int()> stopSignal = {};
 };
 
 // morlevant-run [--home DIR] [--open] TASK: runs a task as "&Run Task" does, without a window.
 // The progress bar goes to the error stream when that is a terminal, "Vell down!" to the output
-// stream at the end; a failure is one line on the error stream and exit code 1.
+// stream at the end; a failure is one line on the error stream and exit code 1. A run stopped
+// by a signal says so in one line and exits 128 + the signal (130 for SIGINT, 143 for SIGTERM).
+// Another run of the same task under way is waited for.
 class RunCommand {
 public:
     RunCommand(RunEnvironment environment, std::ostream& out, std::ostream& err,
@@ -33,6 +41,7 @@ public:
 
 private:
     int fail(const std::string& message);
+    int interrupted(const RunStopped& stopped);
     void showProgress(int done, int total);
 
     RunEnvironment environment_;

@@ -5,6 +5,8 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QProcess>
+#include <atomic>
+#include <csignal>
 #include <iostream>
 
 #ifdef _WIN32
@@ -14,6 +16,17 @@
 #endif
 
 namespace {
+
+// Ctrl+C and SIGTERM ask the run to stop at its next block, so that it can drop the result it
+// was writing; a second one ends the program at once.
+std::atomic<bool> stopRequested{false};
+volatile std::sig_atomic_t stopSignal = 0;
+
+extern "C" void requestStop(int signal) {
+    stopSignal = signal;
+    stopRequested.store(true);
+    std::signal(signal, SIG_DFL);
+}
 
 // A detached file-manager process rather than QDesktopServices, which needs a GUI application
 // and a display that a command-line run may not have.
@@ -47,7 +60,11 @@ int main(int argc, char* argv[]) {
     for (qsizetype i = 1; i < all.size(); ++i)
         arguments.push_back(all[i].toStdString());
 
-    morlevant::RunEnvironment environment{morlevant::programSurroundingsFromQt(), openFolder};
+    static_assert(std::atomic<bool>::is_always_lock_free, "set from a signal handler");
+    std::signal(SIGINT, requestStop);
+    std::signal(SIGTERM, requestStop);
+    morlevant::RunEnvironment environment{morlevant::programSurroundingsFromQt(), openFolder,
+                                          &stopRequested, [] { return int{stopSignal}; }};
     morlevant::RunCommand command(std::move(environment), std::cout, std::cerr, errorIsTerminal());
     return command.run(arguments);
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "engine/io/LineReader.h"
+
+#include <atomic>
 #include <functional>
 #include <optional>
 #include <string>
@@ -13,6 +16,12 @@ struct RunRequest {
     // Files of the task: the progress maximum and the end of a merge. The window gives the
     // task's files in the tree; without one the run counts the files of the list it reads.
     std::optional<int> fileCount;
+    // Turned true by the caller to stop the run at the next block it reads: RunTask then throws
+    // RunStopped, the result being written is dropped and the older one stays.
+    const std::atomic<bool>* stop = nullptr;
+    // Another run of the same task under way is waited for (the command line); without this
+    // the run is refused with a TaskError (the window).
+    bool waitForOtherRun = false;
 };
 
 struct RunCallbacks {
@@ -22,10 +31,14 @@ struct RunCallbacks {
     std::function<void(const std::string& text)> message;
     // A merge has written its last file: show this folder in the file manager.
     std::function<void(const std::string& folder)> openFolder;
+    // The run waits for another run of the same task to end.
+    std::function<void()> waiting;
 };
 
-// Runs the task over every file of its list. Throws TaskError naming the file and the cause;
-// files written before the failure are kept. Source files are never opened for writing.
+// Runs the task over every file of its list, holding the task's lock while it lasts. Throws
+// TaskError naming the file and the cause, or RunStopped when asked to stop; files finished
+// before are kept, and every result is whole: the one being written when the run ended is
+// dropped and the older one of its name stays. Source files are never opened for writing.
 void RunTask(const RunRequest& request, const RunCallbacks& callbacks);
 
 } // namespace morlevant

@@ -1,5 +1,6 @@
 #include "engine/TaskSources.h"
 
+#include "engine/io/ResultFile.h"
 #include "taskdef/FilePath.h"
 #include "taskdef/TaskError.h"
 
@@ -37,11 +38,15 @@ TaskSources::TaskSources(const std::vector<std::string>& paths) : paths_(paths) 
 }
 
 void TaskSources::refuseToOverwrite(const std::string& result, const std::string& what) const {
-    const auto identity = fileIdentity(result);
-    if (identity && identities_.contains(*identity))
-        throw TaskError("Cannot write " + what + " " + result +
-                        ": it is a source file of the task (or a link to one), which is never "
-                        "changed; take it out of the task or rename it");
+    // The result is written under its temporary name first, which must not be a source either.
+    for (const std::string& name : {result, ResultFile::temporaryPath(result)}) {
+        const auto identity = fileIdentity(name);
+        if (identity && identities_.contains(*identity))
+            throw TaskError("Cannot write " + what + " " + result + ": " +
+                            (name == result ? "it" : name) +
+                            " is a source file of the task (or a link to one), which is never "
+                            "changed; take it out of the task or rename it");
+    }
 }
 
 } // namespace morlevant

@@ -58,6 +58,10 @@ std::string taskFileListPath(const std::string& programFolder, const std::string
     return taskFile(programFolder, taskName, ".edt");
 }
 
+std::string taskLockPath(const std::string& programFolder, const std::string& taskName) {
+    return taskFile(programFolder, taskName, ".lock");
+}
+
 std::string mergeFolder(const std::string& programFolder) {
     return withSeparator(programFolder) + "outcome" + pathSeparator + "merge" + pathSeparator;
 }

@@ -10,6 +10,8 @@ std::string taskFolder(const std::string& programFolder);
 // program folder + "task/" + task name + ".ttp" / ".edt".
 std::string taskSettingsPath(const std::string& programFolder, const std::string& taskName);
 std::string taskFileListPath(const std::string& programFolder, const std::string& taskName);
+// program folder + "task/" + task name + ".lock": held by a run of the task while it lasts.
+std::string taskLockPath(const std::string& programFolder, const std::string& taskName);
 // program folder + "outcome/merge/", with a trailing separator.
 std::string mergeFolder(const std::string& programFolder);
 

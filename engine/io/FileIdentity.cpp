@@ -3,6 +3,8 @@
 #ifdef _WIN32
 #include "taskdef/FilePath.h"
 
+#include <io.h>
+#include <sys/stat.h>
 #include <windows.h>
 #else
 #include <sys/stat.h>
@@ -27,7 +29,40 @@ std::optional<FileIdentity> fileIdentity(const std::string& path) {
                         (std::uint64_t{info.nFileIndexHigh} << 32) | info.nFileIndexLow};
 }
 
+std::optional<FileVersion> fileVersion(std::FILE* file) {
+    struct _stat64 status {};
+    if (_fstat64(_fileno(file), &status) != 0)
+        return std::nullopt;
+    FileVersion version;
+    BY_HANDLE_FILE_INFORMATION info{};
+    if (GetFileInformationByHandle(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file))), &info))
+        version.identity = {info.dwVolumeSerialNumber,
+                            (std::uint64_t{info.nFileIndexHigh} << 32) | info.nFileIndexLow};
+    version.regular = (status.st_mode & _S_IFMT) == _S_IFREG;
+    version.folder = (status.st_mode & _S_IFMT) == _S_IFDIR;
+    version.size = static_cast<std::uint64_t>(status.st_size);
+    version.modified = static_cast<std::int64_t>(status.st_mtime) * 1'000'000'000;
+    version.changed = static_cast<std::int64_t>(status.st_ctime) * 1'000'000'000;
+    return version;
+}
+
 #else
+
+std::optional<FileVersion> fileVersion(std::FILE* file) {
+    struct stat status {};
+    if (::fstat(::fileno(file), &status) != 0)
+        return std::nullopt;
+    constexpr std::int64_t second = 1'000'000'000;
+    FileVersion version;
+    version.identity = {static_cast<std::uint64_t>(status.st_dev),
+                        static_cast<std::uint64_t>(status.st_ino)};
+    version.regular = S_ISREG(status.st_mode);
+    version.folder = S_ISDIR(status.st_mode);
+    version.size = static_cast<std::uint64_t>(status.st_size);
+    version.modified = status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec;
+    version.changed = status.st_ctim.tv_sec * second + status.st_ctim.tv_nsec;
+    return version;
+}
 
 std::optional<FileIdentity> fileIdentity(const std::string& path) {
     struct stat status {};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
 #include <optional>
 #include <string>
 
@@ -16,5 +17,20 @@ struct FileIdentity {
 
 // The identity of the file at `path`, following links; nothing when there is no such file.
 std::optional<FileIdentity> fileIdentity(const std::string& path);
+
+// What an open file is at one moment. Two versions differ when the file was written to in
+// between (its size or times of change moved).
+struct FileVersion {
+    FileIdentity identity;
+    bool regular = false; // a regular file rather than a pipe, a device or a folder
+    bool folder = false;
+    std::uint64_t size = 0;
+    std::int64_t modified = 0; // nanoseconds
+    std::int64_t changed = 0;  // nanoseconds; the last change of contents or attributes
+    bool operator==(const FileVersion&) const = default;
+};
+
+// The version of an open file; nothing when the system cannot tell.
+std::optional<FileVersion> fileVersion(std::FILE* file);
 
 } // namespace morlevant

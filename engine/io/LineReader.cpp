@@ -10,15 +10,29 @@
 #include <cstdint>
 #include <cstring>
 
+#ifndef _WIN32
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
 namespace morlevant {
 
 namespace {
 
+// Opening a pipe for reading would wait for a writer: it is opened without waiting, and
+// refused once open, by what the open file is rather than by what its name led to before.
 std::FILE* openForReading(const std::string& path) {
 #ifdef _WIN32
     return _wfopen(toFsPath(path).c_str(), L"rb");
 #else
-    return std::fopen(path.c_str(), "rb");
+    const int fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return nullptr;
+    ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK);
+    std::FILE* file = ::fdopen(fd, "rb");
+    if (!file)
+        ::close(fd);
+    return file;
 #endif
 }
 
@@ -26,16 +40,35 @@ constexpr std::size_t lastLfSearch = 4096;
 
 } // namespace
 
-LineReader::LineReader(const std::string& path)
-    : path_(path), file_(openForReading(path), &std::fclose),
-      buffer_(std::make_unique_for_overwrite<char[]>(blockSize)) {
+LineReader::LineReader(const std::string& path, const std::atomic<bool>* stop)
+    : path_(path), file_(openForReading(path), &std::fclose), stop_(stop) {
     if (!file_)
         throw TaskError("Cannot open " + path + ": " + std::strerror(errno));
+    const std::optional<FileVersion> version = fileVersion(file_.get());
+    if (!version)
+        throw TaskError("Cannot read " + path + ": " + std::strerror(errno));
+    if (!version->regular)
+        throw TaskError(
+            "Cannot read " + path + ": " +
+            (version->folder ? "it is a folder, not a file" : "it is not a regular file"));
+    opened_ = *version;
+    buffer_ = std::make_unique_for_overwrite<char[]>(blockSize);
+}
+
+// A file written to while it was read, or replaced by another under its name, gave lines of
+// two versions: no result may be made of them.
+void LineReader::checkUnchanged() const {
+    const std::optional<FileVersion> now = fileVersion(file_.get());
+    if (now != opened_ || fileIdentity(path_) != opened_.identity)
+        throw TaskError("The file " + path_ +
+                        " changed while it was being read; run the task again when it is saved");
 }
 
 bool LineReader::fill() {
     if (eof_)
         return false;
+    if (stop_ && stop_->load(std::memory_order_relaxed))
+        throw RunStopped();
     end_ = std::fread(buffer_.get(), 1, blockSize, file_.get());
     begin_ = 0;
     crKnown_ = false;
@@ -44,6 +77,7 @@ bool LineReader::fill() {
         if (std::ferror(file_.get()))
             throw TaskError("Cannot read " + path_ + ": " + std::strerror(errno));
         eof_ = true;
+        checkUnchanged();
     }
     if (skipLeadingLf_ && end_ > 0 && buffer_[0] == '\n')
         begin_ = 1;

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "engine/io/FileIdentity.h"
+
+#include <atomic>
 #include <cstdio>
+#include <exception>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -9,14 +13,26 @@ namespace morlevant {
 
 class LineWriter;
 
+// Thrown where a run was asked to stop: at the next block read. The run fills in how far it
+// came.
+struct RunStopped : std::exception {
+    std::string unfinished; // the source whose result was not written; empty between files
+    int done = 0;           // files finished before the stop
+    int total = 0;          // files of the run
+    const char* what() const noexcept override { return "The run was stopped"; }
+};
+
 // Reads a text file line by line in large blocks. A line ends at CR LF, LF or a lone CR; the
 // last line needs no line end. Memory grows with the longest line, never with the file.
 class LineReader {
 public:
     static constexpr std::size_t blockSize = std::size_t{1} << 16;
 
-    // Throws TaskError naming the file when it cannot be opened.
-    explicit LineReader(const std::string& path);
+    // Throws TaskError naming the file when it cannot be opened or is not a regular file (a
+    // pipe, a device, a folder), and, when its end is read, when it was changed or replaced
+    // since it was opened. When `stop` is given and turns true, the next block read throws
+    // RunStopped.
+    explicit LineReader(const std::string& path, const std::atomic<bool>* stop = nullptr);
 
     // The next line without its line end, valid until the next call; false at the end.
     bool next(std::string_view& line);
@@ -39,11 +55,14 @@ public:
 
 private:
     bool fill();
+    void checkUnchanged() const;
     std::size_t findLineEnd(std::size_t from);
     void gather(const char* data, std::size_t size);
 
     std::string path_;
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
+    FileVersion opened_; // what the file was when it was opened
+    const std::atomic<bool>* stop_;
     // Left uninitialised: a run over many small files need not clear a block for each.
     std::unique_ptr<char[]> buffer_;
     std::size_t begin_ = 0; // first unread byte in buffer_

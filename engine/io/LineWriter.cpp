@@ -1,49 +1,13 @@
 #include "engine/io/LineWriter.h"
 
 #include "engine/text/LineEnds.h"
-#include "taskdef/FilePath.h"
-#include "taskdef/TaskError.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-#include <system_error>
 
 namespace morlevant {
 
-namespace {
-
-std::FILE* openForWriting(const std::string& path, LineWriter::Mode mode) {
-    const bool append = mode == LineWriter::Mode::Append;
-#ifdef _WIN32
-    return _wfopen(toFsPath(path).c_str(), append ? L"ab" : L"wb");
-#else
-    return std::fopen(path.c_str(), append ? "ab" : "wb");
-#endif
-}
-
-} // namespace
-
 LineWriter::LineWriter(const std::string& path, Mode mode)
-    : path_(path), mode_(mode), file_(openForWriting(path, mode)) {
-    if (!file_)
-        fail();
-    // The writer buffers by itself; stdio's own buffer would only copy every byte once more.
-    std::setvbuf(file_, nullptr, _IONBF, 0);
-}
-
-LineWriter::~LineWriter() {
-    if (!file_)
-        return;
-    if (mode_ == Mode::Append && !buffer_.empty()) // a failure here is already being reported
-        std::fwrite(buffer_.data(), 1, buffer_.size(), file_);
-    std::fclose(file_);
-    if (mode_ == Mode::Truncate) {
-        std::error_code ignored;
-        std::filesystem::remove(toFsPath(path_), ignored);
-    }
-}
+    : file_(path, mode == Mode::Append ? ResultFile::Start::FromFinal : ResultFile::Start::Empty) {}
 
 void LineWriter::writeLine(std::string_view line) {
     if (buffer_.size() + line.size() + 2 > bufferSize) {
@@ -110,8 +74,7 @@ void LineWriter::reserve(std::size_t needed) {
 }
 
 void LineWriter::write(const char* data, std::size_t size) {
-    if (std::fwrite(data, 1, size, file_) != size)
-        fail();
+    file_.write(data, size);
 }
 
 void LineWriter::flush() {
@@ -120,17 +83,11 @@ void LineWriter::flush() {
 }
 
 void LineWriter::close() {
-    if (!file_)
+    if (closed_)
         return;
     flush();
-    std::FILE* file = file_;
-    file_ = nullptr;
-    if (std::fclose(file) != 0)
-        fail();
-}
-
-void LineWriter::fail() {
-    throw TaskError("Cannot write " + path_ + ": " + std::strerror(errno));
+    closed_ = true;
+    file_.commit();
 }
 
 } // namespace morlevant

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cstdio>
+#include "engine/io/ResultFile.h"
+
 #include <memory>
 #include <string>
 #include <string_view>
@@ -8,19 +9,22 @@
 namespace morlevant {
 
 // Writes lines to a result file, each ended by CR LF. Lines are gathered in a buffer of its own
-// and written in large blocks, so that a line costs a copy rather than calls into stdio.
+// and written in large blocks, so that a line costs a copy rather than a call into the system.
+// The result takes its final name only on close(), whole (see ResultFile).
 class LineWriter {
 public:
     static constexpr std::size_t bufferSize = std::size_t{1} << 18;
 
-    enum class Mode { Truncate, Append };
+    enum class Mode {
+        Truncate, // a new result
+        Append,   // the lines go after those the file holds
+    };
 
     // Throws TaskError naming the file when it cannot be opened.
     LineWriter(const std::string& path, Mode mode);
-    // A writer destroyed before close() was abandoned by a failure: a file it emptied is
-    // removed, so that a failed file leaves no half result; appended lines stay, the buffered
-    // ones included.
-    ~LineWriter();
+    // A writer destroyed before close() was abandoned by a failure: the file stays as it was
+    // before the writer was made.
+    ~LineWriter() = default;
     LineWriter(const LineWriter&) = delete;
     LineWriter& operator=(const LineWriter&) = delete;
 
@@ -30,19 +34,18 @@ public:
     void writeLines(std::string_view lines, bool allCrLf);
     // Writes bytes as they are: part of a line, or lines that already end in CR LF.
     void writeBytes(std::string_view bytes);
-    // Flushes and closes; throws TaskError when the data could not be written (disk full).
+    // Flushes and gives the result its final name; throws TaskError when the data could not
+    // be written (disk full).
     void close();
-    const std::string& path() const { return path_; }
+    const std::string& path() const { return file_.path(); }
 
 private:
     void reserve(std::size_t needed);
     void write(const char* data, std::size_t size);
     void flush();
-    void fail();
 
-    std::string path_;
-    Mode mode_;
-    std::FILE* file_ = nullptr;
+    ResultFile file_;
+    bool closed_ = false;
     // Lines waiting to be written, at most bufferSize bytes. It grows with use, so that a small
     // result never allocates (and clears) the whole buffer.
     std::string buffer_;

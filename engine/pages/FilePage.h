@@ -16,6 +16,8 @@ public:
     // the way.
     virtual void checkResults(const std::string& source) const = 0;
     virtual void process(const std::string& source) = 0;
+    // After the last file: a result that gathers every file is given its final name.
+    virtual void finish() {}
 };
 
 // The page that the codes of lines 5, 19 and 26 select for the range mode of the context, or

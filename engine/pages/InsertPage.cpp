@@ -2,6 +2,7 @@
 
 #include "engine/io/LineReader.h"
 #include "engine/io/LineWriter.h"
+#include "engine/io/ResultFile.h"
 #include "engine/pages/ResultPlaces.h"
 #include "engine/ranges/InsertInRanges.h"
 #include "engine/ranges/RowRanges.h"
@@ -30,7 +31,7 @@ void InsertPage::checkResults(const std::string& source) const {
 }
 
 void InsertPage::process(const std::string& source) {
-    LineReader reader(source);
+    LineReader reader(source, context_.request.stop);
     const std::string result = modifiedPath(source);
     LineWriter writer(result, LineWriter::Mode::Truncate);
     if (fromFile_) {
@@ -78,28 +79,43 @@ void InsertPage::appendInsertion(LineWriter& writer) const {
         writer.writeLine(text_);
         return;
     }
-    LineReader insert(context_.settings.insertFile);
+    LineReader insert(context_.settings.insertFile, context_.request.stop);
     std::string_view line;
     while (insert.next(line))
         writer.writeLine(line);
 }
 
+// The joined lines are held in memory for the whole file and written at every insertion
+// point, so they are bounded far above any text a user inserts by hand.
 std::string InsertPage::joinedInsertFile() const {
-    LineReader insert(context_.settings.insertFile);
+    constexpr std::size_t mostBytes = std::size_t{64} << 20;
+    LineReader insert(context_.settings.insertFile, context_.request.stop);
     std::string joined;
     std::string_view line;
-    while (insert.next(line))
+    while (insert.next(line)) {
+        if (line.size() > mostBytes - joined.size())
+            throw TaskError("The file to insert " + context_.settings.insertFile +
+                            " is too large; at most " + std::to_string(mostBytes >> 20) +
+                            " MB of its text can be inserted at the row ranges");
         joined.append(line);
+    }
     return joined;
 }
 
-// Inserting F.modify into itself would read what is being written and never end.
+// Inserting F.modify into itself would read what is being written and never end; its older
+// version, which the new one replaces, is no text to insert either.
 void InsertPage::checkInsertFileIsNot(const std::string& result) const {
-    std::error_code error;
-    if (std::filesystem::equivalent(toFsPath(context_.settings.insertFile), toFsPath(result),
-                                    error))
-        throw TaskError("The file to insert " + context_.settings.insertFile +
-                        " is the result being written; choose another file to insert");
+    const std::filesystem::path insert = toFsPath(context_.settings.insertFile);
+    for (const std::string& written : {result, ResultFile::temporaryPath(result)}) {
+        const std::filesystem::path path = toFsPath(written);
+        std::error_code same, first, second; // a path that cannot be followed is another file
+        const std::filesystem::path insertFound = std::filesystem::weakly_canonical(insert, first);
+        const std::filesystem::path pathFound = std::filesystem::weakly_canonical(path, second);
+        if (std::filesystem::equivalent(insert, path, same) ||
+            (!first && !second && insertFound == pathFound))
+            throw TaskError("The file to insert " + context_.settings.insertFile +
+                            " is the result being written; choose another file to insert");
+    }
 }
 
 } // namespace morlevant

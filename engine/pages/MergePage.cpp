@@ -23,18 +23,30 @@ void MergePage::process(const std::string& source) {
     int& count = context_.mode == RangeMode::RangesOut ? rangesOutMergeCount_ : mergeCount_;
     const std::string folder = mergeFolder(context_.request.programFolder);
     const std::string result = folder + resultName;
-    LineReader reader(source);
-    LineWriter writer(result, count == 1 ? LineWriter::Mode::Truncate : LineWriter::Mode::Append);
+    LineReader reader(source, context_.request.stop);
+    // Files merged after the result was shown (the task has more files in its list than in the
+    // tree) go on from what it holds.
+    if (!writer_)
+        writer_ = std::make_unique<LineWriter>(result, count == 1 ? LineWriter::Mode::Truncate
+                                                                  : LineWriter::Mode::Append);
     if (context_.mode == RangeMode::RangesOut) {
-        appendSelectedRows(reader, writer);
+        appendSelectedRows(reader, *writer_);
     } else {
         // The row ranges do not restrict a merge worked in place.
-        reader.copyLines(std::numeric_limits<std::size_t>::max(), writer);
+        reader.copyLines(std::numeric_limits<std::size_t>::max(), *writer_);
     }
-    writer.close();
-    if (count == context_.request.fileCount && context_.callbacks.openFolder)
-        context_.callbacks.openFolder(folder);
+    if (count == context_.request.fileCount) {
+        finish();
+        if (context_.callbacks.openFolder)
+            context_.callbacks.openFolder(folder);
+    }
     ++count;
+}
+
+void MergePage::finish() {
+    if (writer_)
+        writer_->close();
+    writer_.reset();
 }
 
 // The row number tested against the row ranges starts at 1 for the first line of each file and

@@ -1,22 +1,26 @@
 #pragma once
 
+#include "engine/io/LineWriter.h"
 #include "engine/pages/FilePage.h"
 #include "engine/text/LineColumns.h"
+
+#include <memory>
 
 namespace morlevant {
 
 class LineReader;
-class LineWriter;
 
 // Merge (line 26 "5"): every file of the task, in list order, into
 // outcome/merge/merge-application-file.txt of the program folder. The first file merged in a
 // run empties it; after the file whose count equals the number of files of the task, the
-// outcome folder is shown.
+// outcome folder is shown. The result is written whole: it takes its name when that folder is
+// shown and at the end of the run, so a run that fails keeps the older result as it was.
 class MergePage final : public FilePage {
 public:
     explicit MergePage(const RunContext& context);
     void checkResults(const std::string& source) const override;
     void process(const std::string& source) override;
+    void finish() override;
 
     static constexpr const char* resultName = "merge-application-file.txt";
 
@@ -28,6 +32,7 @@ private:
     // out in its own; each starts at 1 and is the number of files merged so far plus one.
     int mergeCount_ = 1;
     int rangesOutMergeCount_ = 1;
+    std::unique_ptr<LineWriter> writer_; // open from the first file until the result is whole
     LineColumns columns_;
     std::string out_;
 };

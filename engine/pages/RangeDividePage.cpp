@@ -31,7 +31,7 @@ void RangeDividePage::process(const std::string& source) {
 void RangeDividePage::divide(const std::string& source, const std::string& folder,
                              std::uint64_t pieces) {
     forEachPieceBatch(context_.sources, folder, names_, pieces, [&](PieceFiles& batch) {
-        LineReader reader(source);
+        LineReader reader(source, context_.request.stop);
         std::string_view line;
         while (reader.next(line)) {
             const auto row = static_cast<std::uint64_t>(reader.lineNumber());

@@ -24,26 +24,16 @@ void RowDividePage::process(const std::string& source) {
         try {
             divide(source);
         } catch (...) {
-            // The pieces written so far are kept, the one being written with what it holds.
-            closeQuietly();
+            // The pieces finished so far are kept; the one being written is dropped, which
+            // leaves an older piece of its name as it was.
+            writer_.reset();
             throw;
         }
     });
 }
 
-void RowDividePage::closeQuietly() {
-    if (!writer_)
-        return;
-    try {
-        writer_->close();
-    } catch (const TaskError&) {
-        // The failure being reported already says what went wrong.
-    }
-    writer_.reset();
-}
-
 void RowDividePage::divide(const std::string& source) {
-    LineReader reader(source);
+    LineReader reader(source, context_.request.stop);
     if (context_.mode == RangeMode::WholeText)
         copyIntoPieces(reader);
     else
@@ -94,9 +84,22 @@ void RowDividePage::writeToPiece(std::uint64_t piece, std::string_view line) {
     pieceWriter(piece).writeLine(line);
 }
 
+// A piece whose name cannot be made (its number too wide) ends the run where one piece ends:
+// the piece before it is whole and keeps its name.
+std::string RowDividePage::nextPieceName(std::uint64_t piece) {
+    try {
+        return names_.PieceNameByRow(piece * rowsPerPiece_ + 1, rowsPerPiece_);
+    } catch (const TaskError&) {
+        if (writer_)
+            writer_->close();
+        writer_.reset();
+        throw;
+    }
+}
+
 LineWriter& RowDividePage::pieceWriter(std::uint64_t piece) {
     if (openPiece_ != piece) {
-        std::string name = names_.PieceNameByRow(piece * rowsPerPiece_ + 1, rowsPerPiece_);
+        std::string name = nextPieceName(piece);
         if (!writer_ || name != openName_) {
             if (writer_)
                 writer_->close();

@@ -25,11 +25,11 @@ private:
     void copyIntoPieces(LineReader& reader);
     // The rows in place or with their ranges taken out.
     void divideRows(LineReader& reader);
-    void closeQuietly();
     void DivideRowsInRanges(bool inRanges, std::string_view line);
     void writeToPiece(std::uint64_t piece, std::string_view line);
     // The writer of the piece, opened (and emptied) when its first row is due.
     LineWriter& pieceWriter(std::uint64_t piece);
+    std::string nextPieceName(std::uint64_t piece);
 
     const RunContext& context_;
     PieceNames names_;

@@ -88,7 +88,8 @@ TEST(Reader, LinesAcrossBlockBoundaries) {
 
 TEST(Writer, EndsEveryLineWithCrLfAroundAndBeyondItsBuffer) {
     // An empty line, a line whose end does not fit what is left of the buffer, one longer than
-    // the buffer, and a line left in the buffer of an appending writer abandoned by a failure.
+    // the buffer; then an appending writer abandoned by a failure after writing past its buffer
+    // leaves the file as it was, and one that closes appends.
     TempDir dir;
     const std::string path = dir.file("out.txt");
     const std::string half(LineWriter::bufferSize / 2, 'h');
@@ -99,13 +100,19 @@ TEST(Writer, EndsEveryLineWithCrLfAroundAndBeyondItsBuffer) {
             writer.writeLine(line);
         writer.close();
     }
+    const std::string crlf = "\r\n";
+    const std::string written = crlf + half + crlf + half + crlf + whole + crlf + half + crlf;
     {
         LineWriter abandoned(path, LineWriter::Mode::Append);
-        abandoned.writeLine("kept");
+        abandoned.writeLine(whole);
+        abandoned.writeLine("dropped");
     }
-    const std::string crlf = "\r\n";
-    EXPECT_EQ(morlevant::testing::readBytes(path),
-              crlf + half + crlf + half + crlf + whole + crlf + half + crlf + "kept" + crlf);
+    EXPECT_EQ(morlevant::testing::readBytes(path), written);
+    EXPECT_FALSE(std::filesystem::exists(ResultFile::temporaryPath(path)));
+    LineWriter appending(path, LineWriter::Mode::Append);
+    appending.writeLine("kept");
+    appending.close();
+    EXPECT_EQ(morlevant::testing::readBytes(path), written + "kept" + crlf);
 }
 
 } // namespace

@@ -90,6 +90,13 @@ const HostileCase hostileCases[] = {
      {"a.txt", "a/p(001).txt"},
      writes({{"a/p(001).txt", "kept"}}),
      "a piece"},
+    {"TemporaryOfAResultLinkedToASource",
+     replaceAtoB,
+     {"a.txt", "b.txt"},
+     [](RunnerFixture& f) {
+         fs::create_symlink(f.source("b.txt"), f.source("a.txt.modify.unfinished"));
+     },
+     "source file of the task"},
     {"FolderListedAsASource",
      replaceAtoB,
      {"a.txt", "dir"},

@@ -6,6 +6,7 @@
 #include "taskdef/TaskPageSettings.h"
 #include "tests/support/TempDir.h"
 
+#include <atomic>
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -71,7 +72,11 @@ public:
         callbacks.progress = [this](int done, int total) { progress.emplace_back(done, total); };
         callbacks.message = [this](const std::string& text) { messages.push_back(text); };
         callbacks.openFolder = [this](const std::string& folder) { opened.push_back(folder); };
-        RunTask({home.path().string(), taskName, fileCount}, callbacks);
+        callbacks.waiting = [this] { ++waited; };
+        RunRequest request{home.path().string(), taskName, fileCount};
+        request.stop = &stop;
+        request.waitForOtherRun = waitForOtherRun;
+        RunTask(request, callbacks);
     }
 
     // The message of the TaskError that the run ends with, or "no error".
@@ -90,6 +95,9 @@ public:
     std::vector<std::pair<int, int>> progress;
     std::vector<std::string> messages;
     std::vector<std::string> opened;
+    std::atomic<bool> stop{false}; // turned true by a test to stop the run
+    bool waitForOtherRun = false;
+    std::atomic<int> waited{0}; // times the run waited for another run of the task
 };
 
 } // namespace morlevant::testing
