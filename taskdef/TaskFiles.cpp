@@ -44,6 +44,20 @@ std::string taskFile(const std::string& programFolder, const std::string& taskNa
     return taskFolder(programFolder) + checkedTaskName(taskName) + extension;
 }
 
+// The part of a node's tag that names its file: after the first NUL, or the whole tag.
+std::string_view taggedPath(std::string_view tag) {
+    const std::size_t nul = tag.find('\0');
+    return nul == std::string_view::npos ? tag : tag.substr(nul + 1);
+}
+
+// The name with its line breaks written as \r and \n, so that a message shows it on one line.
+std::string withVisibleBreaks(std::string_view name) {
+    std::string shown;
+    for (const char c : name)
+        shown += c == '\r' ? "\\r" : c == '\n' ? "\\n" : std::string(1, c);
+    return shown;
+}
+
 } // namespace
 
 std::string taskFolder(const std::string& programFolder) {
@@ -66,14 +80,21 @@ std::string mergeFolder(const std::string& programFolder) {
     return withSeparator(programFolder) + "outcome" + pathSeparator + "merge" + pathSeparator;
 }
 
+bool isListablePath(std::string_view path) {
+    return path.find_first_of("\r\n") == std::string_view::npos;
+}
+
 void writeTaskFileList(const std::string& path, const std::vector<std::string>& childTags) {
+    for (const std::string& tag : childTags)
+        if (!isListablePath(taggedPath(tag)))
+            throw TaskError("The file \"" + withVisibleBreaks(taggedPath(tag)) +
+                            "\" cannot be a file of a task: its name holds a line break, and the "
+                            "task file list keeps one name per line; rename the file");
     std::ofstream out(toFsPath(path), std::ios::binary | std::ios::trunc);
     if (!out)
         throw TaskError("Cannot write the task file list " + path);
-    for (const std::string& tag : childTags) {
-        const std::size_t nul = tag.find('\0');
-        out << (nul == std::string::npos ? tag : tag.substr(nul + 1)) << "\r\n";
-    }
+    for (const std::string& tag : childTags)
+        out << taggedPath(tag) << "\r\n";
     out.close();
     if (!out)
         throw TaskError("Cannot write the task file list " + path);
@@ -90,9 +111,17 @@ std::vector<std::string> readTaskFileList(const std::string& path) {
     // Blank lines name no file; they are passed over rather than reported as a missing file
     // with an empty name.
     std::vector<std::string> paths;
-    for (const std::string_view line : textLines(text))
-        if (!line.empty())
-            paths.emplace_back(line);
+    const std::vector<std::string_view> lines = textLines(text);
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (lines[i].empty())
+            continue;
+        if (!toFsPath(std::string(lines[i])).is_absolute())
+            throw TaskError("The task file list " + path + " holds \"" + std::string(lines[i]) +
+                            "\" on line " + std::to_string(i + 1) +
+                            ", which is not a full path: every file of a task is listed with its "
+                            "full path; edit the task again");
+        paths.emplace_back(lines[i]);
+    }
     return paths;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace morlevant {
@@ -15,9 +16,17 @@ std::string taskLockPath(const std::string& programFolder, const std::string& ta
 // program folder + "outcome/merge/", with a trailing separator.
 std::string mergeFolder(const std::string& programFolder);
 
+// Whether a path can stand in the ".edt" list, which keeps one name per line: not when it
+// holds a line feed or a carriage return, since the list would read it back as two names.
+bool isListablePath(std::string_view path);
+
 // The ".edt" list: one path per line, CR LF after each. A tag holding a NUL contributes the
-// part after its first NUL, a tag without one is written whole.
+// part after its first NUL, a tag without one is written whole. Throws TaskError, writing
+// nothing, when a path is not listable (see isListablePath).
 void writeTaskFileList(const std::string& path, const std::vector<std::string>& childTags);
+// The paths of the list, blank lines passed over. Throws TaskError naming the entry when one is
+// not a full path: the window lists every file with its full path, so a relative entry is the
+// tail of a name that a line break cut in two, or was written by hand.
 std::vector<std::string> readTaskFileList(const std::string& path);
 
 // Whether the task's settings are complete (see hasCompleteTaskPageSettings), so that it can

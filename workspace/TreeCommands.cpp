@@ -2,6 +2,7 @@
 
 #include "platform/Prompts.h"
 #include "taskdef/PathNames.h"
+#include "taskdef/TaskFiles.h"
 #include "workspace/FileTypes.h"
 #include "workspace/TaskTreeModel.h"
 #include "workspace/WorkspaceState.h"
@@ -41,8 +42,14 @@ QStandardItem* TreeCommands::importFiles(QStandardItem* selected, bool intoSelec
     return addFiles(selected, paths, intoSelected);
 }
 
-QStandardItem* TreeCommands::addFiles(QStandardItem* selected, const QStringList& paths,
+QStandardItem* TreeCommands::addFiles(QStandardItem* selected, const QStringList& chosen,
                                       bool intoSelected) {
+    QStringList paths;
+    QStringList refused;
+    for (const QString& path : chosen)
+        (isListablePath(path.toStdString()) ? paths : refused).append(path);
+    if (!refused.isEmpty())
+        refuseUnlistable(refused);
     if (paths.isEmpty())
         return nullptr;
     // Files imported into an empty tree go into the task made for them; with nodes but none
@@ -64,6 +71,18 @@ QStandardItem* TreeCommands::addFiles(QStandardItem* selected, const QStringList
     }
     state_.TaskDirty = true;
     return previous;
+}
+
+void TreeCommands::refuseUnlistable(const QStringList& paths) {
+    QStringList shown;
+    for (QString path : paths)
+        shown.append(
+            path.replace('\r', QStringLiteral("\\r")).replace('\n', QStringLiteral("\\n")));
+    prompts_.error(
+        QStringLiteral("These files are not imported: their names hold a line break, and "
+                       "a task lists its files one name per line. Rename them first:\n") +
+            shown.join('\n'),
+        promptTitle);
 }
 
 QStandardItem* TreeCommands::deleteNode(QStandardItem* selected) {

@@ -28,8 +28,10 @@ public:
     // otherwise right after it. The files keep the order in which the dialog returned them.
     // Returns the last node added, or nullptr when the user cancelled.
     QStandardItem* importFiles(QStandardItem* selected, bool intoSelected);
-    // The same without the dialog, for files the user has already chosen.
-    QStandardItem* addFiles(QStandardItem* selected, const QStringList& paths, bool intoSelected);
+    // The same without the dialog, for files the user has already chosen. A file whose name
+    // holds a line break is left out, and the user told why: a task's file list could not keep
+    // it. Returns nullptr when no file is added.
+    QStandardItem* addFiles(QStandardItem* selected, const QStringList& chosen, bool intoSelected);
 
     // Removes the selected node; one with children only after the user confirmed. Nothing is
     // removed from the disk.
@@ -42,6 +44,9 @@ public:
     const QString& lastDirectory() const { return lastDirectory_; }
 
 private:
+    // Says which files are left out because their names hold a line break.
+    void refuseUnlistable(const QStringList& paths);
+
     TaskTreeModel& model_;
     WorkspaceState& state_;
     Prompts& prompts_;

@@ -3,10 +3,10 @@
 #include "taskdef/TextLines.h"
 #include "workspace/FileTypes.h"
 #include "workspace/NodeTag.h"
+#include "workspace/WorkspaceBytes.h"
 #include "workspace/WorkspaceRecord.h"
 
 #include <QDir>
-#include <QFile>
 #include <QHash>
 #include <QSaveFile>
 #include <vector>
@@ -145,13 +145,11 @@ std::optional<QString> saveWorkspace(TaskTreeModel& model, WorkspaceState& state
 
 std::optional<QString> loadWorkspace(TaskTreeModel& model, WorkspaceState& state,
                                      const QString& path) {
+    const std::variant<QByteArray, QString> read = readWorkspaceBytes(path);
+    if (const QString* failure = std::get_if<QString>(&read))
+        return *failure;
+    const QByteArray& bytes = std::get<QByteArray>(read);
     const QString shownPath = QDir::toNativeSeparators(path);
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QString("Can't open the task file %1: %2").arg(shownPath, file.errorString());
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return QString("Can't read the task file %1: %2").arg(shownPath, file.errorString());
 
     WorkspaceState opened;
     opened.setTaskFile(path);

@@ -54,6 +54,17 @@ INSTANTIATE_TEST_SUITE_P(
         LineCase{"+0", "16", "1.0000000000000078", "1.0000000000000100"},
         LineCase{"+0", "2", "9.999999999999998", "10.00"}, LineCase{"+0", "0", "2.5", "2"},
         LineCase{"+0", "0", "3.5", "4"}, LineCase{"/3,/7", "18", "1", "0.047619047619047600"},
+        // Below 1e-7 and from 1e15 on the digits are laid out one by one. 5e-8 lies just below
+        // the half in binary but is 5 in its 15 digits; a carry runs through the nines; a zero
+        // has no sign; past the 15 digits come zeros, not the binary value's digits.
+        LineCase{"+0", "7", "0.00000005", "0.0000001"},
+        LineCase{"+0", "7", "-0.00000005", "-0.0000001"},
+        LineCase{"+0", "7", "-0.00000004", "0.0000000"},
+        LineCase{"+0", "13", "0.00000009999999", "0.0000001000000"},
+        LineCase{"+0", "24", "0.0000000123456789012345678", "0.000000012345678901234600"},
+        LineCase{"*1E10", "2", "1E15", "10000000000000000000000000.00"},
+        LineCase{"*-1", "1", "123456789012345678", "-123456789012346000.0"},
+        LineCase{"+0", "1", "9999999999999996", "10000000000000000.0"},
         // A blank line 6 is 0 decimals of format "#0.": half away from zero, no point written.
         LineCase{"+0", "00", "2.5", "3"}, LineCase{"+0", "", "2.5", "3"},
         LineCase{"+0", " ", "-2.5", "-3"}, LineCase{"+0", "2x", "0.125", "0.13"},

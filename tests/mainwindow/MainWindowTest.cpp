@@ -1,6 +1,7 @@
 #include "MorlevantVersion.h"
 #include "mainwindow/viewer/TextViewer.h"
 #include "tests/mainwindow/WindowFixture.h"
+#include "tests/support/NonRegularFiles.h"
 
 #include <QFileInfo>
 
@@ -52,6 +53,16 @@ TEST_F(Window, OpensTheWorkspaceNamedOnTheCommandLineAndHistoryReopensItSaved) {
     menus().mLastFile[0]->trigger();
     EXPECT_EQ(tree(), "a Job");
     EXPECT_EQ(window->windowTitle(), productTitle() + " - " + homeFile("one.tsk"));
+}
+
+// Opening a named pipe to read it would wait for a writer, and the window would never appear.
+TEST_F(Window, StartsWithTheDefaultTaskWhenTheCommandLineNamesAPipe) {
+    ASSERT_TRUE(testing::makeFifo(home.file("pipe.tsk")));
+    start(homeFile("pipe.tsk"));
+    EXPECT_EQ(tree(), "My Batch Task");
+    EXPECT_EQ(window->windowTitle(), productTitle());
+    EXPECT_EQ(prompts.messages(), QStringList{"error|Morlevant|Can't open the task file " +
+                                              homeFile("pipe.tsk") + ": it is not a regular file"});
 }
 
 TEST_F(Window, ToolbarButtonsInTheirDisabledLookExplainWhy) {

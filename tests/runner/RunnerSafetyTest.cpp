@@ -1,6 +1,7 @@
 // Whatever the names, links and order of a task's list, no source is ever changed and every
 // result lands beside its source, in its divide folder, or in the merge folder.
 #include "engine/pages/ResultPlaces.h"
+#include "tests/support/NonRegularFiles.h"
 #include "tests/support/RunnerFixture.h"
 
 #include <gtest/gtest.h>
@@ -102,6 +103,11 @@ const HostileCase hostileCases[] = {
      {"a.txt", "dir"},
      [](RunnerFixture& f) { fs::create_directories(f.source("dir")); },
      "it is a folder"},
+    {"PipeListedAsASource",
+     replaceAtoB,
+     {"a.txt", "pipe"},
+     [](RunnerFixture& f) { ASSERT_TRUE(morlevant::testing::makeFifo(f.source("pipe"))); },
+     "pipe cannot be worked: it is not a regular file"},
     {"MissingSourceStopsBeforeAnyFolderIsMade",
      divideByColumn,
      {"a.txt", "gone.txt"},

@@ -1,5 +1,6 @@
 #include "workspace/TreeCommands.h"
 
+#include "tests/support/QStringPrinter.h"
 #include "tests/support/ScriptedPrompts.h"
 #include "tests/support/TreeText.h"
 #include "workspace/WorkspaceState.h"
@@ -65,6 +66,24 @@ TEST_F(TreeCommandsTest, ImportedFilesGoUnderOrBesideTheSelectionOrIntoANewTask)
     model.clear(); // into an empty tree: a task is made for the files
     commands.addFiles(nullptr, {"/in/a.txt"}, false);
     EXPECT_EQ(treeText(model), "My Batch Task[a]");
+}
+
+// A task lists its files one name per line, so a name with a line break is not imported.
+TEST_F(TreeCommandsTest, ImportLeavesOutNamesWithALineBreakAndSaysWhy) {
+    buildTree(model, "A");
+    prompts.fileNames.enqueue({"/in/x\ny.txt", "/in/ok.txt", "/in/c\rr.txt"});
+    EXPECT_EQ(commands.importFiles(find(model, {"A"}), true)->text(), "ok");
+    EXPECT_EQ(treeText(model), "A[ok]");
+    EXPECT_EQ(prompts.messages(),
+              QStringList{"error|Morlevant|These files are not imported: their names hold a line "
+                          "break, and a task lists its files one name per line. Rename them "
+                          "first:\n/in/x\\ny.txt\n/in/c\\rr.txt"});
+
+    state.TaskDirty = false;
+    prompts.fileNames.enqueue({"/in/only\n.txt"});
+    EXPECT_EQ(commands.importFiles(find(model, {"A"}), true), nullptr);
+    EXPECT_EQ(treeText(model), "A[ok]");
+    EXPECT_FALSE(state.TaskDirty);
 }
 
 TEST_F(TreeCommandsTest, DeleteAsksOnlyForNodesWithChildren) {

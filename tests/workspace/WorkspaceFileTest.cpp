@@ -116,6 +116,27 @@ TEST(WorkspaceFile, RoundTripsAwkwardCaptions) {
     EXPECT_EQ(WorkspaceFile::write(loaded, "/w/"), bytes);
 }
 
+// A record is one line: a line break in a caption, a remark or a path is written as a blank, so
+// the records after it still read as they were written.
+TEST(WorkspaceFile, WritesLineBreaksInFieldsAsBlanksAndReadsTheSameTreeBack) {
+    TaskTreeModel model;
+    QStandardItem* task = model.appendNode(nullptr, "two\nlines");
+    model.appendNode(task, "x", QString("seen\non\r\nmonday") + nul + "/w/x\ny.txt");
+    model.appendNode(task, "z", "/w/z\r.txt");
+    model.appendNode(nullptr, "after");
+    const QByteArray bytes = WorkspaceFile::write(model, "/w/");
+    EXPECT_EQ(bytes, "\"K 0\",\"two lines\",\"\377\"\r\n"
+                     "\"K1\",\"x\",\"seen on  monday\377x y.txt\"\r\n"
+                     "\"K1\",\"z\",\"\377z .txt\"\r\n"
+                     "\"K 0\",\"after\",\"\377\"\r\n");
+    TaskTreeModel loaded;
+    EXPECT_FALSE(WorkspaceFile::read(loaded, bytes, "/w/").problem);
+    EXPECT_EQ(outline(loaded), "two lines [] closedFolder/openFolder\n"
+                               ".x [seen on  monday|/w/x y.txt] text/text\n"
+                               ".z [|/w/z .txt] text/text\n"
+                               "after [] none/none");
+}
+
 // A read stops at a record it cannot use and keeps the nodes before it, or the old tree when
 // there are none; a line cut short still gives what it holds.
 TEST(WorkspaceFile, StopsAtARecordItCannotUseAndKeepsWhatALineCutShortHolds) {

@@ -1,11 +1,16 @@
 #include "workspace/WorkspaceSession.h"
 
+#include "tests/support/NonRegularFiles.h"
+#include "tests/support/QStringPrinter.h"
 #include "tests/support/ScriptedPrompts.h"
 #include "tests/support/TempDir.h"
 #include "tests/support/TreeText.h"
+#include "workspace/WorkspaceBytes.h"
 #include "workspace/WorkspaceState.h"
 
 #include <QFileInfo>
+#include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace morlevant {
@@ -116,6 +121,45 @@ TEST_F(WorkspaceSessionTest, OpenLoadsTheChosenFileAndOtherwiseChangesNothing) {
     EXPECT_FALSE(session.openRecent(path("saved.tsk")));
     EXPECT_EQ(prompts.asked.last(), "yesnocancel|Open Task|Save the Task？");
     EXPECT_TRUE(state.TaskDirty);
+}
+
+// A named pipe would keep the window waiting for ever and /dev/zero would fill its memory: every
+// way of opening a workspace reads only a regular file of a workspace's size, and otherwise
+// says why and leaves the workspace as it was.
+TEST_F(WorkspaceSessionTest, EveryOpenRefusesWhatIsNoRegularFileOrTooLarge) {
+    ASSERT_TRUE(testing::makeFifo(folder.file("pipe.tsk")));
+    std::filesystem::create_symlink("/dev/zero", folder.path() / "zero.tsk");
+    std::filesystem::create_directories(folder.path() / "dir.tsk");
+    testing::writeBytes(folder.file("huge.tsk"), "\"K 0\",\"a\",\"\377\"\r\n");
+    std::filesystem::resize_file(folder.path() / "huge.tsk", maxWorkspaceBytes + 1);
+    const struct {
+        const char* name;
+        const char* why;
+    } cases[] = {
+        {"pipe.tsk", "it is not a regular file"},
+        {"zero.tsk", "it is not a regular file"},
+        {"dir.tsk", "it is a folder, not a regular file"},
+        {"huge.tsk", "it is too large to be a workspace (more than 64 MiB)"},
+    };
+    const std::function<bool(const QString&)> ways[] = {
+        [&](const QString& file) { return session.CommandLineLoad(file); },
+        [&](const QString& file) { return session.openRecent(file); },
+        [&](const QString& file) {
+            prompts.fileNames.enqueue({file});
+            return session.mnuOpen();
+        },
+    };
+    buildTree(model, "Kept[a.txt]");
+    for (const auto& c : cases)
+        for (const auto& open : ways) {
+            prompts.asked.clear();
+            EXPECT_FALSE(open(path(c.name)));
+            EXPECT_EQ(prompts.messages(), QStringList{"error|Morlevant|Can't open the task file " +
+                                                      path(c.name) + ": " + c.why});
+            EXPECT_EQ(treeText(model), "Kept[a.txt]");
+            EXPECT_FALSE(state.HasTaskFile);
+        }
+    EXPECT_TRUE(chosen.isEmpty());
 }
 
 } // namespace
