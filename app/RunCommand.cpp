@@ -6,6 +6,7 @@
 #include "taskdef/InstallLayout.h"
 #include "taskdef/TaskError.h"
 #include "taskdef/TaskFiles.h"
+#include "taskdef/VisibleName.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -149,7 +150,8 @@ int RunCommand::interrupted(const RunStopped& stopped) {
     } else {
         err_ << "morlevant-run: interrupted; ";
         if (!stopped.unfinished.empty())
-            err_ << stopped.unfinished << " was not finished and its result was left as it was; ";
+            err_ << visibleName(stopped.unfinished)
+                 << " was not finished and its result was left as it was; ";
         err_ << stopped.done << " of " << stopped.total << " files were finished\n";
     }
     const int signal = environment_.stopSignal ? environment_.stopSignal() : 0;

@@ -5,6 +5,7 @@
 #include "engine/pages/FilePage.h"
 #include "taskdef/TaskError.h"
 #include "taskdef/TaskFiles.h"
+#include "taskdef/VisibleName.h"
 
 #include <chrono>
 #include <optional>
@@ -28,7 +29,7 @@ std::unique_ptr<RunLock> lockTask(const RunRequest& request, const RunCallbacks&
     if (lock)
         return lock;
     if (!request.waitForOtherRun)
-        throw TaskError("The task \"" + request.taskName +
+        throw TaskError("The task \"" + visibleName(request.taskName) +
                         "\" is being run elsewhere (by morlevant-run or another window); run it "
                         "again when that run has finished");
     if (callbacks.waiting)

@@ -3,6 +3,7 @@
 #include "engine/io/ResultFile.h"
 #include "taskdef/FilePath.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/VisibleName.h"
 
 #include <cerrno>
 #include <cstring>
@@ -31,7 +32,8 @@ std::string unusableReason(const std::string& path) {
 TaskSources::TaskSources(const std::vector<std::string>& paths) : paths_(paths) {
     for (const std::string& path : paths_) {
         if (const std::string reason = unusableReason(path); !reason.empty())
-            throw TaskError("The source file " + path + " cannot be worked: " + reason);
+            throw TaskError("The source file " + visibleName(path) +
+                            " cannot be worked: " + reason);
         if (const auto identity = fileIdentity(path))
             identities_.insert(*identity);
     }
@@ -42,8 +44,8 @@ void TaskSources::refuseToOverwrite(const std::string& result, const std::string
     for (const std::string& name : {result, ResultFile::temporaryPath(result)}) {
         const auto identity = fileIdentity(name);
         if (identity && identities_.contains(*identity))
-            throw TaskError("Cannot write " + what + " " + result + ": " +
-                            (name == result ? "it" : name) +
+            throw TaskError("Cannot write " + what + " " + visibleName(result) + ": " +
+                            (name == result ? "it" : visibleName(name)) +
                             " is a source file of the task (or a link to one), which is never "
                             "changed; take it out of the task or rename it");
     }

@@ -5,6 +5,7 @@
 #include "taskdef/TaskError.h"
 #include "taskdef/TaskPageSettings.h"
 #include "taskdef/TextLines.h"
+#include "taskdef/VisibleName.h"
 #include "taskdef/WholeFile.h"
 
 #include <filesystem>
@@ -35,8 +36,8 @@ const std::string& checkedTaskName(const std::string& taskName) {
     const std::size_t bad = taskName.find_first_of(fileNameBreakers);
     const std::string shown =
         taskName[bad] == '\0' ? "a NUL character" : "\"" + taskName.substr(bad, 1) + "\"";
-    throw TaskError("The task name \"" + taskName + "\" cannot be a file name: it holds " + shown +
-                    "; rename the task");
+    throw TaskError("The task name \"" + visibleName(taskName) +
+                    "\" cannot be a file name: it holds " + shown + "; rename the task");
 }
 
 std::string taskFile(const std::string& programFolder, const std::string& taskName,
@@ -48,14 +49,6 @@ std::string taskFile(const std::string& programFolder, const std::string& taskNa
 std::string_view taggedPath(std::string_view tag) {
     const std::size_t nul = tag.find('\0');
     return nul == std::string_view::npos ? tag : tag.substr(nul + 1);
-}
-
-// The name with its line breaks written as \r and \n, so that a message shows it on one line.
-std::string withVisibleBreaks(std::string_view name) {
-    std::string shown;
-    for (const char c : name)
-        shown += c == '\r' ? "\\r" : c == '\n' ? "\\n" : std::string(1, c);
-    return shown;
 }
 
 } // namespace
@@ -87,7 +80,7 @@ bool isListablePath(std::string_view path) {
 void writeTaskFileList(const std::string& path, const std::vector<std::string>& childTags) {
     for (const std::string& tag : childTags)
         if (!isListablePath(taggedPath(tag)))
-            throw TaskError("The file \"" + withVisibleBreaks(taggedPath(tag)) +
+            throw TaskError("The file \"" + visibleName(taggedPath(tag)) +
                             "\" cannot be a file of a task: its name holds a line break, and the "
                             "task file list keeps one name per line; rename the file");
     std::ofstream out(toFsPath(path), std::ios::binary | std::ios::trunc);
@@ -116,7 +109,7 @@ std::vector<std::string> readTaskFileList(const std::string& path) {
         if (lines[i].empty())
             continue;
         if (!toFsPath(std::string(lines[i])).is_absolute())
-            throw TaskError("The task file list " + path + " holds \"" + std::string(lines[i]) +
+            throw TaskError("The task file list " + path + " holds \"" + visibleName(lines[i]) +
                             "\" on line " + std::to_string(i + 1) +
                             ", which is not a full path: every file of a task is listed with its "
                             "full path; edit the task again");

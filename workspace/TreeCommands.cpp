@@ -3,6 +3,7 @@
 #include "platform/Prompts.h"
 #include "taskdef/PathNames.h"
 #include "taskdef/TaskFiles.h"
+#include "taskdef/VisibleName.h"
 #include "workspace/FileTypes.h"
 #include "workspace/TaskTreeModel.h"
 #include "workspace/WorkspaceState.h"
@@ -75,9 +76,8 @@ QStandardItem* TreeCommands::addFiles(QStandardItem* selected, const QStringList
 
 void TreeCommands::refuseUnlistable(const QStringList& paths) {
     QStringList shown;
-    for (QString path : paths)
-        shown.append(
-            path.replace('\r', QStringLiteral("\\r")).replace('\n', QStringLiteral("\\n")));
+    for (const QString& path : paths)
+        shown.append(QString::fromStdString(visibleName(path.toStdString())));
     prompts_.error(
         QStringLiteral("These files are not imported: their names hold a line break, and "
                        "a task lists its files one name per line. Rename them first:\n") +

@@ -2,6 +2,7 @@
 
 #include "taskdef/FilePath.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/VisibleName.h"
 
 #include <filesystem>
 #include <system_error>
@@ -19,9 +20,10 @@ bool createFolderWhenMissing(const std::string& path) {
     std::error_code error;
     std::filesystem::create_directory(toFsPath(path), error);
     if (error)
-        throw TaskError("Cannot create the folder " + path + ": " + error.message());
+        throw TaskError("Cannot create the folder " + visibleName(path) + ": " + error.message());
     if (!FolderExists(path))
-        throw TaskError("Cannot create the folder " + path + ": a file of that name is in the way");
+        throw TaskError("Cannot create the folder " + visibleName(path) +
+                        ": a file of that name is in the way");
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include "engine/text/LineEnds.h"
 #include "taskdef/FilePath.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/VisibleName.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -43,13 +44,13 @@ constexpr std::size_t lastLfSearch = 4096;
 LineReader::LineReader(const std::string& path, const std::atomic<bool>* stop)
     : path_(path), file_(openForReading(path), &std::fclose), stop_(stop) {
     if (!file_)
-        throw TaskError("Cannot open " + path + ": " + std::strerror(errno));
+        throw TaskError("Cannot open " + visibleName(path) + ": " + std::strerror(errno));
     const std::optional<FileVersion> version = fileVersion(file_.get());
     if (!version)
-        throw TaskError("Cannot read " + path + ": " + std::strerror(errno));
+        throw TaskError("Cannot read " + visibleName(path) + ": " + std::strerror(errno));
     if (!version->regular)
         throw TaskError(
-            "Cannot read " + path + ": " +
+            "Cannot read " + visibleName(path) + ": " +
             (version->folder ? "it is a folder, not a file" : "it is not a regular file"));
     opened_ = *version;
     buffer_ = std::make_unique_for_overwrite<char[]>(blockSize);
@@ -60,7 +61,7 @@ LineReader::LineReader(const std::string& path, const std::atomic<bool>* stop)
 void LineReader::checkUnchanged() const {
     const std::optional<FileVersion> now = fileVersion(file_.get());
     if (now != opened_ || fileIdentity(path_) != opened_.identity)
-        throw TaskError("The file " + path_ +
+        throw TaskError("The file " + visibleName(path_) +
                         " changed while it was being read; run the task again when it is saved");
 }
 
@@ -75,7 +76,7 @@ bool LineReader::fill() {
     blockRefused_ = false;
     if (end_ < blockSize) {
         if (std::ferror(file_.get()))
-            throw TaskError("Cannot read " + path_ + ": " + std::strerror(errno));
+            throw TaskError("Cannot read " + visibleName(path_) + ": " + std::strerror(errno));
         eof_ = true;
         checkUnchanged();
     }

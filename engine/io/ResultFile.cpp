@@ -2,6 +2,7 @@
 
 #include "taskdef/FilePath.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/VisibleName.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -20,7 +21,7 @@
 namespace morlevant {
 
 void ResultFile::fail(const std::string& doing) const {
-    throw TaskError("Cannot write " + path_ + doing + ": " + std::strerror(errno));
+    throw TaskError("Cannot write " + visibleName(path_) + doing + ": " + std::strerror(errno));
 }
 
 #ifdef _WIN32
@@ -49,7 +50,7 @@ void ResultFile::commit() {
     std::error_code error;
     std::filesystem::rename(toFsPath(temporary_), toFsPath(path_), error);
     if (error)
-        throw TaskError("Cannot write " + path_ + ": " + error.message());
+        throw TaskError("Cannot write " + visibleName(path_) + ": " + error.message());
 }
 
 void ResultFile::abandon() noexcept {
@@ -87,7 +88,7 @@ ResultFile::ResultFile(const std::string& path, Start start)
     fd_ =
         ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
     if (fd_ < 0)
-        fail(" (through " + temporary_ + ")");
+        fail(" (through " + visibleName(temporary_) + ")");
     // The lock tells a temporary left by a run that was killed, which is taken over, from one
     // that another run is writing now, which is not touched.
     if (::flock(fd_, LOCK_EX | LOCK_NB) != 0) {
@@ -95,7 +96,7 @@ ResultFile::ResultFile(const std::string& path, Start start)
         ::close(fd_);
         fd_ = -1;
         if (busy)
-            throw TaskError("Cannot write " + path_ +
+            throw TaskError("Cannot write " + visibleName(path_) +
                             ": another run is writing it at this moment; run the task again "
                             "when that run has finished");
         fail("");
@@ -104,7 +105,7 @@ ResultFile::ResultFile(const std::string& path, Start start)
     if (::fstat(fd_, &status) != 0 || !S_ISREG(status.st_mode)) {
         ::close(fd_);
         fd_ = -1;
-        throw TaskError("Cannot write " + path_ + ": " + temporary_ +
+        throw TaskError("Cannot write " + visibleName(path_) + ": " + visibleName(temporary_) +
                         " is in the way and is not a regular file");
     }
     if (::ftruncate(fd_, 0) != 0)

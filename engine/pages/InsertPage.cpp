@@ -9,6 +9,7 @@
 #include "engine/ranges/TakeRangesOut.h"
 #include "taskdef/FilePath.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/VisibleName.h"
 
 #include <filesystem>
 #include <system_error>
@@ -94,7 +95,7 @@ std::string InsertPage::joinedInsertFile() const {
     std::string_view line;
     while (insert.next(line)) {
         if (line.size() > mostBytes - joined.size())
-            throw TaskError("The file to insert " + context_.settings.insertFile +
+            throw TaskError("The file to insert " + visibleName(context_.settings.insertFile) +
                             " is too large; at most " + std::to_string(mostBytes >> 20) +
                             " MB of its text can be inserted at the row ranges");
         joined.append(line);
@@ -113,7 +114,7 @@ void InsertPage::checkInsertFileIsNot(const std::string& result) const {
         const std::filesystem::path pathFound = std::filesystem::weakly_canonical(path, second);
         if (std::filesystem::equivalent(insert, path, same) ||
             (!first && !second && insertFound == pathFound))
-            throw TaskError("The file to insert " + context_.settings.insertFile +
+            throw TaskError("The file to insert " + visibleName(context_.settings.insertFile) +
                             " is the result being written; choose another file to insert");
     }
 }

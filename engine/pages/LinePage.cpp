@@ -6,6 +6,7 @@
 #include "engine/ranges/RowRanges.h"
 #include "taskdef/TaskError.h"
 #include "taskdef/TextLines.h"
+#include "taskdef/VisibleName.h"
 
 namespace morlevant {
 
@@ -80,7 +81,8 @@ void LinePage::apply(const std::string& source, std::size_t lineNumber, std::str
         else
             routine_->rangesOut(columns_, out_);
     } catch (const TaskError& error) {
-        throw TaskError(source + ", line " + std::to_string(lineNumber) + ": " + error.what());
+        throw TaskError(visibleName(source) + ", line " + std::to_string(lineNumber) + ": " +
+                        error.what());
     }
 }
 

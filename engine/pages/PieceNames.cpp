@@ -2,6 +2,7 @@
 
 #include "taskdef/PathNames.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/VisibleName.h"
 
 #include <charconv>
 #include <limits>
@@ -34,7 +35,7 @@ PieceNames::PieceNames(const TaskPageSettings& settings)
     // Pieces belong in the divide folder; a template naming another folder would scatter them.
     if (nameTemplate_.find_first_of(fileNameBreakers) != std::string::npos ||
         nameTemplate_ == "." || nameTemplate_ == "..")
-        throw TaskError("The divide file-name template \"" + nameTemplate_ +
+        throw TaskError("The divide file-name template \"" + visibleName(nameTemplate_) +
                         "\" is not a file name: it may not name a folder");
     first_ = wholeNumber(settings.divideNumberFrom, "first piece number", 0);
 }

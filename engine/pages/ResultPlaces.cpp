@@ -4,6 +4,7 @@
 #include "taskdef/FilePath.h"
 #include "taskdef/PathNames.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/VisibleName.h"
 
 #include <filesystem>
 #include <system_error>
@@ -22,7 +23,7 @@ std::string divideFolder(const std::string& path) {
 void checkResultFile(const TaskSources& sources, const std::string& path, const std::string& what) {
     sources.refuseToOverwrite(path, what);
     if (FolderExists(path))
-        throw TaskError("Cannot write " + what + " " + path +
+        throw TaskError("Cannot write " + what + " " + visibleName(path) +
                         ": a folder of that name is in the way");
 }
 
@@ -31,7 +32,7 @@ void checkDivideFolder(const std::string& folder) {
     const std::filesystem::path named = toFsPath(folder).parent_path();
     std::error_code error;
     if (std::filesystem::exists(named, error) && !std::filesystem::is_directory(named, error))
-        throw TaskError("Cannot create the folder " + folder +
+        throw TaskError("Cannot create the folder " + visibleName(folder) +
                         " for the pieces: a file of that name is in the way");
 }
 

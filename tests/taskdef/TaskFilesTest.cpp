@@ -43,7 +43,8 @@ TEST(TaskFileList, RefusesANameWithALineBreakAndReadsOnlyFullPaths) {
     writeBytes(dir.file("t.edt"), "kept");
     const struct {
         std::string tag, shown;
-    } broken[] = {{"/in/x\ny.txt", "\"/in/x\\ny.txt\""}, {"r\0/in/x\ry.txt"s, "\"/in/x\\ry.txt\""}};
+    } broken[] = {{"/in/x\ny.txt", "\"/in/x[LF]y.txt\""},
+                  {"r\0/in/x\ry.txt"s, "\"/in/x[CR]y.txt\""}};
     for (const auto& c : broken) {
         const std::string error = errorOf([&] {
             writeTaskFileList(dir.file("t.edt"), {"/in/a.txt", c.tag});

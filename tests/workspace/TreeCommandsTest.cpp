@@ -77,7 +77,7 @@ TEST_F(TreeCommandsTest, ImportLeavesOutNamesWithALineBreakAndSaysWhy) {
     EXPECT_EQ(prompts.messages(),
               QStringList{"error|Morlevant|These files are not imported: their names hold a line "
                           "break, and a task lists its files one name per line. Rename them "
-                          "first:\n/in/x\\ny.txt\n/in/c\\rr.txt"});
+                          "first:\n/in/x[LF]y.txt\n/in/c[CR]r.txt"});
 
     state.TaskDirty = false;
     prompts.fileNames.enqueue({"/in/only\n.txt"});
