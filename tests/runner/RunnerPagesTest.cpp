@@ -32,6 +32,20 @@ struct PageCase {
 };
 
 const PageCase pageCases[] = {
+    // Whole text (line 1 "1"): the rows, columns and take-out of lines 2 to 4 do not matter,
+    // even unpaired ones left from an earlier choice, or "take out" left ticked.
+    {"WholeTextCalculateIgnoresLeftoverRanges",
+     Lines{{5, "3"}, {6, "0"}, {10, "*2"}, {1, "1"}, {2, "2-2"}, {3, "5"}, {4, "1"}},
+     "1\n2\n",
+     {{"in.txt.modify", "2\r\n4\r\n"}}},
+    {"WholeTextReplaceIgnoresLeftoverRanges",
+     Lines{{5, "4"}, {11, "r"}, {12, "R"}, {1, "1"}, {2, "2-2"}, {3, "5"}, {4, "1"}},
+     fiveRows,
+     {{"in.txt.modify", "R1\r\nR2\r\nR3\r\nR4\r\nR5\r\n"}}},
+    {"WholeTextFilterIgnoresLeftoverRanges",
+     Lines{{5, "5"}, {19, "5"}, {24, "\\d"}, {1, "1"}, {2, "2-2"}, {3, "5"}, {4, "1"}},
+     "r1\nr2\n",
+     {{"in.txt.modify", "r\r\nr\r\n"}}},
     {"InsertAfterLastRow", insertString, fiveRows, {{"in.txt.modify", fiveRows + "INS\r\n"}}},
     {"EmptySourceStillGetsInsertion", insertString, "", {{"in.txt.modify", "INS\r\n"}}},
     {"InsertFileAppendsItsLines", insertFile, "a", {{"in.txt.modify", "a\r\ni1\r\ni2\r\n"}}},
