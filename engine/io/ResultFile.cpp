@@ -108,7 +108,7 @@ ResultFile::ResultFile(const std::string& path, Start start)
         throw TaskError("Cannot write " + visibleName(path_) + ": " + visibleName(temporary_) +
                         " is in the way and is not a regular file");
     }
-    if (::ftruncate(fd_, 0) != 0)
+    if (status.st_size > 0 && ::ftruncate(fd_, 0) != 0) // a temporary left by a killed run
         fail("");
     if (start == Start::FromFinal)
         copyFinal();
