@@ -20,7 +20,8 @@ struct RunEnvironment {
 
 // morlevant-run [--home DIR] [--open] TASK: runs a task as "&Run Task" does, without a window.
 // The progress bar goes to the error stream when that is a terminal, "Vell down!" to the output
-// stream at the end; a failure is one line on the error stream and exit code 1.
+// stream at the end; a failure is one line on the error stream and exit code 1, a command line
+// that does not say what to run exit code 2.
 class RunCommand {
 public:
     RunCommand(RunEnvironment environment, std::ostream& out, std::ostream& err,
@@ -30,6 +31,7 @@ public:
     int run(const std::vector<std::string>& arguments);
 
     static const char* const usage;
+    static constexpr int usageErrorCode = 2;
 
 private:
     int fail(const std::string& message);
