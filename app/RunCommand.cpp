@@ -1,5 +1,6 @@
 #include "app/RunCommand.h"
 
+#include "MorlevantVersion.h"
 #include "engine/TaskRunner.h"
 #include "engine/io/LineReader.h"
 #include "taskdef/FilePath.h"
@@ -11,16 +12,23 @@
 #include <algorithm>
 #include <filesystem>
 #include <optional>
+#include <stdexcept>
 #include <system_error>
 
 namespace morlevant {
 
 namespace {
 
+// A command line that does not say what to run: exit code 2, apart from failed runs.
+struct UsageError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
 struct Options {
     std::optional<std::string> home;
     bool open = false;
     bool help = false;
+    bool version = false;
     std::string task;
 };
 
@@ -34,26 +42,28 @@ Options parse(const std::vector<std::string>& arguments) {
             optionsEnded = true;
         } else if (!optionsEnded && (argument == "--help" || argument == "-h")) {
             options.help = true;
+        } else if (!optionsEnded && argument == "--version") {
+            options.version = true;
         } else if (!optionsEnded && argument == "--open") {
             options.open = true;
         } else if (!optionsEnded && argument == "--home") {
             if (i + 1 == arguments.size())
-                throw TaskError("--home needs a folder");
+                throw UsageError("--home needs a folder");
             options.home = arguments[++i];
         } else if (!optionsEnded && argument.starts_with("--home=")) {
             options.home = argument.substr(7);
         } else if (!optionsEnded && argument.size() > 1 && argument[0] == '-') {
-            throw TaskError("unknown option " + argument);
+            throw UsageError("unknown option " + argument);
         } else if (taskGiven) {
-            throw TaskError("only one task can be run at a time; put a task name with blanks "
-                            "in quotes");
+            throw UsageError("only one task can be run at a time; put a task name with blanks "
+                             "in quotes");
         } else {
             options.task = argument;
             taskGiven = true;
         }
     }
-    if (!taskGiven && !options.help)
-        throw TaskError("no task named");
+    if (!taskGiven && !options.help && !options.version)
+        throw UsageError("no task named");
     return options;
 }
 
@@ -73,13 +83,16 @@ void prepareProgramFolder(const std::string& home) {
 
 const char* const RunCommand::usage =
     "Usage: morlevant-run [--home DIR] [--open] TASK\n"
-    "Runs the task TASK as \"&Run Task\" does, without a window: reads DIR/task/TASK.ttp and\n"
+    "Runs the task TASK as \"Run Task\" does, without a window: reads DIR/task/TASK.ttp and\n"
     "DIR/task/TASK.edt and writes the results beside the task's files.\n"
     "\n"
     "  --home DIR  the program folder; default MORLEVANT_HOME, else the program's own folder\n"
     "              when it is writable and not installed, else the per-user data folder\n"
     "  --open      show the merge folder in the file manager when a merge ends\n"
-    "  --help      print this help\n";
+    "  --help      print this help\n"
+    "  --version   print the version\n"
+    "\n"
+    "Exit status: 0 when the run ends, 1 when it fails, 2 when the command line is wrong.\n";
 
 RunCommand::RunCommand(RunEnvironment environment, std::ostream& out, std::ostream& err,
                        bool errIsTerminal)
@@ -89,11 +102,16 @@ int RunCommand::run(const std::vector<std::string>& arguments) {
     Options options;
     try {
         options = parse(arguments);
-    } catch (const TaskError& error) {
-        return fail(std::string(error.what()) + " (morlevant-run --help shows the usage)");
+    } catch (const UsageError& error) {
+        fail(std::string(error.what()) + " (morlevant-run --help shows the usage)");
+        return usageErrorCode;
     }
     if (options.help) {
         out_ << usage;
+        return 0;
+    }
+    if (options.version) {
+        out_ << "morlevant-run " << programVersion << '\n';
         return 0;
     }
 

@@ -26,9 +26,10 @@ struct RunEnvironment {
 
 // morlevant-run [--home DIR] [--open] TASK: runs a task as "&Run Task" does, without a window.
 // The progress bar goes to the error stream when that is a terminal, "Vell down!" to the output
-// stream at the end; a failure is one line on the error stream and exit code 1. A run stopped
-// by a signal says so in one line and exits 128 + the signal (130 for SIGINT, 143 for SIGTERM).
-// Another run of the same task under way is waited for.
+// stream at the end; a failure is one line on the error stream and exit code 1, a command line
+// that does not say what to run exit code 2. A run stopped by a signal says so in one line and
+// exits 128 + the signal (130 for SIGINT, 143 for SIGTERM). Another run of the same task under
+// way is waited for.
 class RunCommand {
 public:
     RunCommand(RunEnvironment environment, std::ostream& out, std::ostream& err,
@@ -38,6 +39,7 @@ public:
     int run(const std::vector<std::string>& arguments);
 
     static const char* const usage;
+    static constexpr int usageErrorCode = 2;
 
 private:
     int fail(const std::string& message);

@@ -1,6 +1,7 @@
-// morlevant: the window program. The whole command line is one workspace path.
+// morlevant: the window program, started on the workspace its command line names.
 #include "MorlevantVersion.h"
 #include "app/ProgramSurroundingsFromQt.h"
+#include "app/WindowOptions.h"
 #include "editor/TaskEditorDialog.h"
 #include "mainwindow/QtPrompts.h"
 #include "mainwindow/desktop/DesktopShell.h"
@@ -8,15 +9,29 @@
 #include "settings/SettingsStore.h"
 
 #include <QApplication>
+#include <cstdio>
 
 int main(int argc, char** argv) {
+    // Read before QApplication, which needs a display.
+    QStringList commandLine;
+    for (int i = 0; i < argc; ++i)
+        commandLine.append(QString::fromLocal8Bit(argv[i]));
+    const morlevant::WindowOptions options = morlevant::readWindowOptions(commandLine);
+    switch (options.action) {
+    case morlevant::WindowOptions::Action::ShowHelp:
+    case morlevant::WindowOptions::Action::ShowVersion:
+        std::fputs(options.text.toLocal8Bit().constData(), stdout);
+        return 0;
+    case morlevant::WindowOptions::Action::UsageError:
+        std::fputs(options.text.toLocal8Bit().constData(), stderr);
+        return morlevant::usageErrorCode;
+    case morlevant::WindowOptions::Action::Start:
+        break;
+    }
+
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Morlevant"));
     QApplication::setApplicationVersion(QString::fromLatin1(morlevant::programVersion));
-
-    // A path with blanks may reach us split into several arguments: they are one path.
-    const QStringList arguments = QApplication::arguments().mid(1);
-    const QString workspace = arguments.join(u' ');
 
     const std::string programFolder =
         morlevant::resolveProgramFolder(morlevant::programSurroundingsFromQt());
@@ -32,6 +47,6 @@ int main(int argc, char** argv) {
     morlevant::frmCorvellum window(
         {prompts, shell, settings, openTaskEditor, QString::fromStdString(programFolder)});
     prompts.setParent(&window);
-    window.startUp(workspace);
+    window.startUp(options.workspace);
     return QApplication::exec();
 }

@@ -3,10 +3,14 @@
 set -euo pipefail
 
 # xvfb, xauth and x11-utils start the window without a screen and find it (scripts/smoke.sh);
-# desktop-file-utils checks the menu entry; clang-format checks the sources' layout; Node
-# compares the filter with JavaScript.
+# desktop-file-utils and appstream check the menu entry and the catalogue's entry;
+# shared-mime-info refreshes the types at install and libglib2.0-bin's gio reads them back;
+# man-db and groff-base read the manual pages; dpkg-dev and lintian build and check the Debian
+# package (scripts/deb.sh); xdg-utils is what the package recommends; clang-format checks the
+# sources' layout; Node compares the filter with JavaScript.
 packages=(cmake make g++ pkg-config qt6-base-dev libpcre2-dev libgtest-dev xvfb xauth x11-utils
-    desktop-file-utils clang-format nodejs)
+    desktop-file-utils appstream shared-mime-info libglib2.0-bin man-db groff-base dpkg-dev
+    lintian xdg-utils clang-format nodejs)
 missing=()
 for package in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" ||

@@ -30,8 +30,9 @@ bool isWritableFolder(const std::string& folder) {
 std::string resolveProgramFolder(const ProgramSurroundings& surroundings) {
     if (!surroundings.homeVariable.empty())
         return surroundings.homeVariable;
-    if (isWritableFolder(surroundings.executableFolder) &&
-        !isInstalledProgram(surroundings.executableFolder))
+    // An installed program's folder is not even probed: it may be /usr/bin, writable by root.
+    if (!isInstalledProgram(surroundings.executableFolder) &&
+        isWritableFolder(surroundings.executableFolder))
         return surroundings.executableFolder;
     return surroundings.userDataFolder;
 }

@@ -1,5 +1,6 @@
 #include "mainwindow/desktop/FileAssociation.h"
 
+#include "mainwindow/desktop/MimeAppsList.h"
 #include "platform/Shell.h"
 
 #include <QDir>
@@ -14,7 +15,12 @@ namespace morlevant {
 
 namespace {
 
-const QString defaultsSection = QStringLiteral("[Default Applications]");
+const QString defaults = QString::fromLatin1(MimeAppsList::defaultApplications);
+const QString removed = QString::fromLatin1(MimeAppsList::removedAssociations);
+
+QString type() {
+    return QString::fromLatin1(FileAssociation::mimeType);
+}
 
 QString userFolder(QStandardPaths::StandardLocation location) {
     return QStandardPaths::writableLocation(location);
@@ -73,20 +79,6 @@ QSettings userClasses() {
 FileAssociation::FileAssociation(Shell& shell, QString programPath)
     : shell_(shell), programPath_(std::move(programPath)) {}
 
-FileAssociation::Outcome FileAssociation::associate() {
-    if (exists())
-        return Outcome::AlreadyMatched;
-    write();
-    return Outcome::Matched;
-}
-
-FileAssociation::Outcome FileAssociation::remove() {
-    if (!exists())
-        return Outcome::NotMatched;
-    erase();
-    return Outcome::Removed;
-}
-
 QString FileAssociation::message(Outcome outcome) {
     switch (outcome) {
     case Outcome::AlreadyMatched:
@@ -103,13 +95,11 @@ QString FileAssociation::message(Outcome outcome) {
 
 #ifdef Q_OS_WIN
 
-bool FileAssociation::exists() const {
-    return userClasses().childGroups().contains(QStringLiteral(".tsk"), Qt::CaseInsensitive);
-}
-
-void FileAssociation::write() {
-    const QString program = QDir::toNativeSeparators(programPath_);
+FileAssociation::Outcome FileAssociation::associate() {
     QSettings classes = userClasses();
+    if (classes.childGroups().contains(QStringLiteral(".tsk"), Qt::CaseInsensitive))
+        return Outcome::AlreadyMatched;
+    const QString program = QDir::toNativeSeparators(programPath_);
     classes.setValue(QStringLiteral(".tsk/Default"), QStringLiteral("Corvellum"));
     classes.setValue(QStringLiteral("Corvellum/Default"), QStringLiteral("Corvellum Document"));
     classes.setValue(QStringLiteral("Corvellum/DefaultIcon/Default"), program + " ,0");
@@ -117,38 +107,72 @@ void FileAssociation::write() {
     classes.sync();
     if (classes.status() != QSettings::NoError)
         throw FileAssociationError(QStringLiteral("Cannot write the .tsk file type"));
+    return Outcome::Matched;
 }
 
-void FileAssociation::erase() {
+FileAssociation::Outcome FileAssociation::remove() {
     QSettings classes = userClasses();
+    if (!classes.childGroups().contains(QStringLiteral(".tsk"), Qt::CaseInsensitive))
+        return Outcome::NotMatched;
     classes.remove(QStringLiteral(".tsk"));
     classes.remove(QStringLiteral("Corvellum"));
     classes.sync();
     if (classes.status() != QSettings::NoError)
         throw FileAssociationError(QStringLiteral("Cannot remove the .tsk file type"));
+    return Outcome::Removed;
 }
 
 #else
 
-bool FileAssociation::exists() const {
-    return QFileInfo::exists(mimePackagePath());
+FileAssociation::Outcome FileAssociation::associate() {
+    const QString list = readText(mimeAppsPath());
+    // A default the user has, ours or another program's, is left as it is.
+    if (!MimeAppsList::entries(list, defaults, type()).isEmpty())
+        return Outcome::AlreadyMatched;
+    const bool useInstalled = installed();
+    const QString entry = QString::fromLatin1(useInstalled ? installedEntry : userEntry);
+    if (!useInstalled) {
+        writeText(userEntryPath(), desktopEntry());
+        writeText(userPackagePath(), mimePackage());
+        refreshDesktop();
+    }
+    writeText(mimeAppsPath(),
+              MimeAppsList::withEntry(MimeAppsList::withoutEntry(list, removed, type(), entry),
+                                      defaults, type(), entry));
+    return Outcome::Matched;
 }
 
-void FileAssociation::write() {
-    writeText(desktopEntryPath(), desktopEntry());
-    writeText(mimeAppsPath(), withDefaultApplication(readText(mimeAppsPath()),
-                                                     QString::fromLatin1(desktopEntryName)));
-    // Written last: it is what says the association exists.
-    writeText(mimePackagePath(), mimePackage());
-    refreshDesktop();
+FileAssociation::Outcome FileAssociation::remove() {
+    const QString before = readText(mimeAppsPath());
+    QString list = before;
+    for (const char* entry : {installedEntry, userEntry})
+        list = MimeAppsList::withoutEntry(list, defaults, type(), QString::fromLatin1(entry));
+    // An installed entry offers itself for the type without any default: only a removed
+    // association stops it.
+    const QString installedName = QString::fromLatin1(installedEntry);
+    if (installed() && !MimeAppsList::entries(list, removed, type()).contains(installedName))
+        list = MimeAppsList::withEntry(list, removed, type(), installedName);
+    const bool ownFiles =
+        QFileInfo::exists(userEntryPath()) || QFileInfo::exists(userPackagePath());
+    if (list == before && !ownFiles)
+        return Outcome::NotMatched;
+
+    if (ownFiles) {
+        removeFile(userPackagePath());
+        removeFile(userEntryPath());
+        refreshDesktop();
+    }
+    if (list != before)
+        list.isEmpty() ? removeFile(mimeAppsPath()) : writeText(mimeAppsPath(), list);
+    return Outcome::Removed;
 }
 
-void FileAssociation::erase() {
-    removeFile(mimePackagePath());
-    removeFile(desktopEntryPath());
-    if (QFileInfo::exists(mimeAppsPath()))
-        writeText(mimeAppsPath(), withDefaultApplication(readText(mimeAppsPath()), QString()));
-    refreshDesktop();
+bool FileAssociation::installed() {
+    const auto find = [](const QString& name) {
+        return !QStandardPaths::locate(QStandardPaths::GenericDataLocation, name).isEmpty();
+    };
+    return find(QStringLiteral("applications/") + QString::fromLatin1(installedEntry)) &&
+           find(QStringLiteral("mime/packages/") + QString::fromLatin1(installedPackage));
 }
 
 #endif
@@ -160,16 +184,17 @@ void FileAssociation::refreshDesktop() {
     shell_.runTool(QStringLiteral("update-desktop-database"), {data + "/applications"});
 }
 
-QString FileAssociation::mimePackagePath() const {
-    return userFolder(QStandardPaths::GenericDataLocation) + "/mime/packages/morlevant.xml";
+QString FileAssociation::userPackagePath() {
+    return userFolder(QStandardPaths::GenericDataLocation) + "/mime/packages/" +
+           QString::fromLatin1(userPackage);
 }
 
-QString FileAssociation::desktopEntryPath() const {
+QString FileAssociation::userEntryPath() {
     return userFolder(QStandardPaths::GenericDataLocation) + "/applications/" +
-           QString::fromLatin1(desktopEntryName);
+           QString::fromLatin1(userEntry);
 }
 
-QString FileAssociation::mimeAppsPath() const {
+QString FileAssociation::mimeAppsPath() {
     return userFolder(QStandardPaths::GenericConfigLocation) + "/mimeapps.list";
 }
 
@@ -191,46 +216,17 @@ QString FileAssociation::execLine() const {
 }
 
 QString FileAssociation::desktopEntry() const {
+    // Only for opening workspaces: the menu shows an installed Morlevant, not a build's.
     return QStringLiteral("[Desktop Entry]\n"
                           "Type=Application\n"
                           "Name=Morlevant\n"
-                          "GenericName=Batch Text Editor\n"
                           "Comment=Edit many plain-text files in one batch\n"
                           "Exec=%1\n"
                           "Icon=morlevant\n"
                           "Terminal=false\n"
-                          "Categories=Utility;TextEditor;\n"
+                          "NoDisplay=true\n"
                           "MimeType=%2;\n")
         .arg(execLine(), QString::fromLatin1(mimeType));
-}
-
-QString FileAssociation::withDefaultApplication(const QString& list, const QString& entry) {
-    const QString key = QString::fromLatin1(mimeType) + u'=';
-    QStringList lines = list.split(u'\n');
-    if (!lines.isEmpty() && lines.last().isEmpty())
-        lines.removeLast();
-    qsizetype section = lines.indexOf(defaultsSection);
-    if (section < 0 && !entry.isEmpty()) {
-        lines.append(defaultsSection);
-        section = lines.size() - 1;
-    }
-    if (section < 0)
-        return list;
-    for (qsizetype line = section + 1; line < lines.size() && !lines[line].startsWith(u'[');) {
-        const bool ours =
-            lines[line].startsWith(key) &&
-            (!entry.isEmpty() || lines[line]
-                                     .mid(key.size())
-                                     .split(u';')
-                                     .contains(QString::fromLatin1(desktopEntryName)));
-        if (ours)
-            lines.removeAt(line);
-        else
-            ++line;
-    }
-    if (!entry.isEmpty())
-        lines.insert(section + 1, key + entry + u';');
-    return lines.join(u'\n') + u'\n';
 }
 
 } // namespace morlevant

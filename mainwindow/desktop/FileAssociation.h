@@ -17,45 +17,48 @@ public:
 // The workspace file type ".tsk" ("Corvellum Document") recorded in the desktop's file-type
 // store, so that opening a workspace file starts the program on it.
 //
-// Linux: a shared-mime-info package for *.tsk and a desktop entry that runs the program on the
-// file, both in the user's data folder (XDG_DATA_HOME), the entry made the type's default in the
-// user's mimeapps.list (XDG_CONFIG_HOME); the desktop's databases are refreshed through the
-// shell. The association exists when the MIME package does.
+// Linux, after the freedesktop rules: when an install put the menu entry and the type in one of
+// the data folders (XDG_DATA_HOME, XDG_DATA_DIRS), only the user's mimeapps.list
+// (XDG_CONFIG_HOME) changes: associating makes the installed entry the type's default, removing
+// takes that default out and lists the entry under the removed associations. A program that is
+// not installed also writes its own entry, with its absolute path, and the type into the user's
+// data folder, under names no install uses, and removing deletes them again.
 // Windows: the ".tsk" and "Corvellum" classes under the current user.
 class FileAssociation {
 public:
     enum class Outcome { AlreadyMatched, Matched, Removed, NotMatched };
 
     static constexpr char mimeType[] = "application/x-corvellum";
-    static constexpr char desktopEntryName[] = "morlevant.desktop";
+    // The names an install gives the menu entry and the type's package.
+    static constexpr char installedEntry[] = "morlevant.desktop";
+    static constexpr char installedPackage[] = "morlevant.xml";
+    // The names of those written for a program that is not installed.
+    static constexpr char userEntry[] = "morlevant-user.desktop";
+    static constexpr char userPackage[] = "morlevant-user.xml";
 
     FileAssociation(Shell& shell, QString programPath);
 
-    // Records the type unless it is recorded already (also by another program): an existing
-    // association is left untouched. Throws FileAssociationError.
+    // Makes Morlevant the type's default unless the user has a default for it (also another
+    // program's): an existing association is left untouched. Throws FileAssociationError.
     Outcome associate();
-    // Deletes the records when they exist. Throws FileAssociationError.
+    // Takes back an association: NotMatched when there is none. Throws FileAssociationError.
     Outcome remove();
-    bool exists() const;
 
     // The message each outcome shows.
     static QString message(Outcome outcome);
 
-    // What is written (Linux).
+    // What is written for a program that is not installed (Linux).
     static QString mimePackage();
     QString desktopEntry() const;
     // The entry's command line: the program, quoted as desktop entries require, and the file.
     QString execLine() const;
-    // `list` (a mimeapps.list) with `entry` as the default for the workspace type; an empty
-    // `entry` takes out the default that names this program's entry.
-    static QString withDefaultApplication(const QString& list, const QString& entry);
 
 private:
-    QString mimePackagePath() const;
-    QString desktopEntryPath() const;
-    QString mimeAppsPath() const;
-    void write();
-    void erase();
+    // Whether an install put the entry and the type in one of the data folders.
+    static bool installed();
+    static QString userPackagePath();
+    static QString userEntryPath();
+    static QString mimeAppsPath();
     void refreshDesktop();
 
     Shell& shell_;

@@ -1,6 +1,7 @@
 // morlevant-run in-process: exit codes, what goes to which stream, and the files it leaves.
 #include "app/RunCommand.h"
 
+#include "MorlevantVersion.h"
 #include "tests/support/RunnerFixture.h"
 
 #include <gtest/gtest.h>
@@ -69,8 +70,6 @@ TEST_F(RunCommandTest, AFailureIsOneLineOnTheErrorStreamAndExitCodeOne) {
         std::vector<std::string> arguments;
         const char* mentions;
     } cases[] = {
-        {{"--home", "HOME"}, "no task"},
-        {{"--fast", "x"}, "--fast"},
         {{"--home", "HOME", "Nope"}, "Nope.edt"},
         {{"--home", "HOME", "Cancelled"}, "edit"},
         {{"--home", "HOME", "x/y"}, "x/y"},
@@ -89,6 +88,38 @@ TEST_F(RunCommandTest, AFailureIsOneLineOnTheErrorStreamAndExitCodeOne) {
         EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 1) << message;
         EXPECT_NE(message.find(c.mentions), std::string::npos) << message;
     }
+}
+
+TEST_F(RunCommandTest, AWrongCommandLineIsExitCodeTwoAndRunsNothing) {
+    const struct {
+        std::vector<std::string> arguments;
+        const char* mentions;
+    } cases[] = {
+        {{"--home", "HOME"}, "no task named"},
+        {{"--fast", "My Batch Task"}, "unknown option --fast"},
+        {{"My", "Batch Task"}, "only one task"},
+        {{"My Batch Task", "--home"}, "--home needs a folder"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.mentions);
+        err.str("");
+        EXPECT_EQ(run(c.arguments), 2);
+        EXPECT_NE(err.str().find(c.mentions), std::string::npos) << err.str();
+        EXPECT_NE(err.str().find("--help shows the usage"), std::string::npos) << err.str();
+    }
+    EXPECT_EQ(out.str(), "");
+    EXPECT_EQ(fixture.mergeResult(), "") << "nothing ran";
+}
+
+TEST_F(RunCommandTest, HelpAndVersionAnswerOnTheOutputStreamAndRunNothing) {
+    EXPECT_EQ(run({"--version", "My Batch Task"}), 0);
+    EXPECT_EQ(out.str(), std::string("morlevant-run ") + programVersion + "\n");
+    out.str("");
+    EXPECT_EQ(run({"--help"}), 0);
+    EXPECT_EQ(out.str(), RunCommand::usage);
+    EXPECT_EQ(out.str().find('&'), std::string::npos) << "menu captions lose their accelerator";
+    EXPECT_EQ(err.str(), "");
+    EXPECT_EQ(fixture.mergeResult(), "") << "nothing ran";
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "tests/support/RecordingShell.h"
 #include "tests/support/ScriptedPrompts.h"
 
+#include <QDir>
 #include <QFile>
 #include <gtest/gtest.h>
 
@@ -16,6 +17,12 @@ using testing::DesktopFolders;
 using testing::RecordingShell;
 using testing::ScriptedPrompts;
 
+const QString matched = "information|Morlevant|FileMatch succeed，you can open it directly next "
+                        "time!";
+const QString alreadyMatched = "information|Morlevant|*.tsk file matched";
+const QString cancelled = "information|Morlevant|Cancel file match！";
+const QString noMatch = "information|Morlevant|File no match！";
+
 QString readAll(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
@@ -25,10 +32,18 @@ class Association : public ::testing::Test {
 protected:
     QString data(const QString& name) const { return folders.path("data/" + name.toStdString()); }
     QString mimeApps() const { return folders.path("config/mimeapps.list"); }
-    QStringList associateAndRemove(int times, bool remove) {
+    // Puts the menu entry and the type where an install into `folder` ("data" for the user's
+    // ~/.local, "system" for /usr) puts them.
+    void install(const std::string& folder) {
+        for (const char* file : {"applications/morlevant.desktop", "mime/packages/morlevant.xml"})
+            testing::writeBytes(folders.path(folder + "/" + file).toStdString(), "installed");
+    }
+    // The messages of `open` and `cancel` commands, in the order given ('o' or 'c').
+    QStringList commands(const std::string& order) {
         ExternalPrograms programs(prompts, shell, program);
-        for (int i = 0; i < times; ++i)
-            remove ? programs.removeAssociation() : programs.associate();
+        prompts.asked.clear();
+        for (const char command : order)
+            command == 'o' ? programs.associate() : programs.removeAssociation();
         return prompts.messages();
     }
 
@@ -38,77 +53,88 @@ protected:
     const QString program = folders.path("my programs/morlevant");
 };
 
-TEST_F(Association, AssociatingTwiceLeavesTheFirstRecordsAndRemovingTwiceSaysThereIsNone) {
+TEST_F(Association, WithoutAnInstallOpenWritesItsOwnEntryAndCancelTakesBackExactlyThat) {
+    const QString before = "[Added Associations]\ntext/plain=editor.desktop;\n";
+    testing::writeBytes(mimeApps().toStdString(), before.toStdString());
     shell.refuses = true; // desktop tools that are missing do not spoil the association
-    EXPECT_EQ(associateAndRemove(1, false),
-              QStringList{"information|Morlevant|FileMatch succeed，you can open it directly next "
-                          "time!"});
+    EXPECT_EQ(commands("oo"), QStringList({matched, alreadyMatched}));
+    EXPECT_EQ(readAll(data("applications/morlevant-user.desktop")),
+              FileAssociation(shell, program).desktopEntry());
+    EXPECT_TRUE(readAll(data("applications/morlevant-user.desktop"))
+                    .contains("\nExec=\"" + program + "\" %f\n"));
+    EXPECT_EQ(readAll(data("mime/packages/morlevant-user.xml")), FileAssociation::mimePackage());
+    EXPECT_EQ(readAll(mimeApps()), before + "[Default Applications]\n"
+                                            "application/x-corvellum=morlevant-user.desktop;\n");
     EXPECT_EQ(shell.tools, QStringList({"update-mime-database " + data("mime"),
                                         "update-desktop-database " + data("applications")}));
-    // A record changed by hand shows that the second association writes nothing.
-    testing::writeBytes(data("applications/morlevant.desktop").toStdString(), "changed by hand");
-    prompts.asked.clear();
-    shell.tools.clear();
-    EXPECT_EQ(associateAndRemove(1, false),
-              QStringList{"information|Morlevant|*.tsk file matched"});
-    EXPECT_EQ(readAll(data("applications/morlevant.desktop")), "changed by hand");
-    EXPECT_TRUE(shell.tools.isEmpty());
 
-    prompts.asked.clear();
-    EXPECT_EQ(associateAndRemove(2, true), QStringList({"information|Morlevant|Cancel file match！",
-                                                        "information|Morlevant|File no match！"}));
-    EXPECT_FALSE(QFile::exists(data("mime/packages/morlevant.xml")));
-    EXPECT_FALSE(QFile::exists(data("applications/morlevant.desktop")));
-    EXPECT_FALSE(readAll(mimeApps()).contains("morlevant"));
+    EXPECT_EQ(commands("cc"), QStringList({cancelled, noMatch}));
+    EXPECT_FALSE(QFile::exists(data("applications/morlevant-user.desktop")));
+    EXPECT_FALSE(QFile::exists(data("mime/packages/morlevant-user.xml")));
+    EXPECT_EQ(readAll(mimeApps()), before);
 }
 
-TEST_F(Association, WritesTheTypeTheEntryThatOpensItAndMakesItTheDefault) {
-    testing::writeBytes(mimeApps().toStdString(),
-                        "[Default Applications]\ntext/plain=editor.desktop;\n");
-    associateAndRemove(1, false);
-    EXPECT_EQ(readAll(data("mime/packages/morlevant.xml")), FileAssociation::mimePackage());
-    EXPECT_EQ(readAll(data("applications/morlevant.desktop")),
-              FileAssociation(shell, program).desktopEntry());
-    EXPECT_EQ(readAll(mimeApps()), "[Default Applications]\n"
-                                   "application/x-corvellum=morlevant.desktop;\n"
-                                   "text/plain=editor.desktop;\n");
+TEST_F(Association, AListThatOpenMadeGoesWithCancel) {
+    commands("oc");
+    EXPECT_FALSE(QFile::exists(mimeApps()));
+}
 
-    associateAndRemove(1, true);
-    EXPECT_EQ(readAll(mimeApps()), "[Default Applications]\ntext/plain=editor.desktop;\n");
+TEST_F(Association, AUserInstallKeepsItsEntryAndTypeOnlyTheDefaultChanges) {
+    install("data");
+    EXPECT_EQ(commands("oo"), QStringList({matched, alreadyMatched}));
+    EXPECT_EQ(readAll(mimeApps()),
+              "[Default Applications]\napplication/x-corvellum=morlevant.desktop;\n");
+    EXPECT_EQ(commands("cc"), QStringList({cancelled, noMatch}));
+    EXPECT_EQ(readAll(mimeApps()),
+              "[Removed Associations]\napplication/x-corvellum=morlevant.desktop;\n");
+    // Opening again takes the removal back.
+    EXPECT_EQ(commands("o"), QStringList{matched});
+    EXPECT_EQ(readAll(mimeApps()),
+              "[Default Applications]\napplication/x-corvellum=morlevant.desktop;\n");
+
+    for (const char* file : {"applications/morlevant.desktop", "mime/packages/morlevant.xml"})
+        EXPECT_EQ(readAll(data(file)), "installed") << file;
+    for (const char* file :
+         {"applications/morlevant-user.desktop", "mime/packages/morlevant-user.xml"})
+        EXPECT_FALSE(QFile::exists(data(file))) << file;
+    EXPECT_TRUE(shell.tools.isEmpty());
+}
+
+TEST_F(Association, CancelStopsASystemEntryFromOpeningWorkspaces) {
+    install("system");
+    EXPECT_EQ(commands("cc"), QStringList({cancelled, noMatch}));
+    const QString list = readAll(mimeApps());
+    EXPECT_EQ(list, "[Removed Associations]\napplication/x-corvellum=morlevant.desktop;\n");
+    EXPECT_FALSE(QDir(data("")).exists());
+}
+
+TEST_F(Association, AnotherProgramsDefaultStaysAndCancelOnlyWithdrawsOurs) {
+    const QString other = "[Default Applications]\napplication/x-corvellum=other.desktop;\n";
+    testing::writeBytes(mimeApps().toStdString(), other.toStdString());
+    EXPECT_EQ(commands("oc"), QStringList({alreadyMatched, noMatch}));
+    EXPECT_EQ(readAll(mimeApps()), other);
+
+    install("system");
+    EXPECT_EQ(commands("oc"), QStringList({alreadyMatched, cancelled}));
+    EXPECT_EQ(readAll(mimeApps()),
+              other + "[Removed Associations]\napplication/x-corvellum=morlevant.desktop;\n");
+}
+
+TEST_F(Association, AnEntryWithoutItsTypeIsNoInstall) {
+    testing::writeBytes(folders.path("system/applications/morlevant.desktop").toStdString(), "");
+    commands("o");
+    EXPECT_TRUE(QFile::exists(data("applications/morlevant-user.desktop")));
 }
 
 TEST_F(Association, AFolderThatCannotBeWrittenIsNamedAndNothingIsClaimed) {
     // The data folder's place is taken by a file, so nothing can be created below it.
     testing::writeBytes(folders.path("data").toStdString(), "");
-    const QStringList messages = associateAndRemove(1, false);
+    const QStringList messages = commands("o");
     ASSERT_EQ(messages.size(), 1);
     EXPECT_TRUE(messages[0].startsWith("error|Morlevant|Cannot write " +
-                                       data("applications/morlevant.desktop")))
+                                       data("applications/morlevant-user.desktop")))
         << messages[0].toStdString();
-    EXPECT_TRUE(shell.tools.isEmpty());
-}
-
-TEST(DefaultApplication, IsSetAndTakenOutWithoutDisturbingOtherTypes) {
-    const QString ours = "application/x-corvellum=morlevant.desktop;";
-    struct Case {
-        const char* list;
-        const char* entry;
-        QString expected;
-    };
-    const Case cases[] = {
-        {"", "morlevant.desktop", "[Default Applications]\n" + ours + "\n"},
-        {"[Default Applications]\napplication/x-corvellum=other.desktop;\n[Other]\nk=v\n",
-         "morlevant.desktop", "[Default Applications]\n" + ours + "\n[Other]\nk=v\n"},
-        {"[Default Applications]\nx/y=a.desktop;\napplication/x-corvellum=morlevant.desktop;\n", "",
-         "[Default Applications]\nx/y=a.desktop;\n"},
-        // Another program made the default since: it stays.
-        {"[Default Applications]\napplication/x-corvellum=other.desktop;\n", "",
-         "[Default Applications]\napplication/x-corvellum=other.desktop;\n"},
-        {"[Added Associations]\napplication/x-corvellum=morlevant.desktop;\n", "",
-         "[Added Associations]\napplication/x-corvellum=morlevant.desktop;\n"},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(FileAssociation::withDefaultApplication(c.list, c.entry), c.expected) << c.list;
+    EXPECT_FALSE(QFile::exists(mimeApps()));
 }
 
 } // namespace
