@@ -21,7 +21,9 @@ TEST(VisibleName, ShowsWhatPrintsAsNothing) {
         {"x\ny\rz\t", "x[LF]y[CR]z[TAB]"},
         {"a\x1B[0mb\x7F", "a[U+001B][0mb[U+007F]"},
         {"a\u200Bb\u2028c\u0085", "a[U+200B]b[U+2028]c[U+0085]"},
-        {"bad\xFF\xC0\x80\xED\xA0\x80" "end", "bad[xFF][xC0][x80][xED][xA0][x80]end"},
+        {"bad\xFF\xC0\x80\xED\xA0\x80"
+         "end",
+         "bad[xFF][xC0][x80][xED][xA0][x80]end"},
         {"cut\xE2\x82", "cut[xE2][x82]"},
     };
     for (const auto& c : cases)
