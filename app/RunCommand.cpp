@@ -166,11 +166,12 @@ int RunCommand::interrupted(const RunStopped& stopped) {
     if (stopped.total == 0) {
         err_ << "morlevant-run: interrupted before the run began\n";
     } else {
-        err_ << "morlevant-run: interrupted; ";
+        err_ << "morlevant-run: interrupted";
+        // A merge's result is the one being written: what it held of earlier files goes too.
         if (!stopped.unfinished.empty())
-            err_ << visibleName(stopped.unfinished)
-                 << " was not finished and its result was left as it was; ";
-        err_ << stopped.done << " of " << stopped.total << " files were finished\n";
+            err_ << " while working " << visibleName(stopped.unfinished)
+                 << ": the result being written was dropped and any older one kept";
+        err_ << "; " << stopped.done << " of " << stopped.total << " files were done before\n";
     }
     const int signal = environment_.stopSignal ? environment_.stopSignal() : 0;
     return 128 + signal;

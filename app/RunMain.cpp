@@ -17,8 +17,8 @@
 
 namespace {
 
-// Ctrl+C and SIGTERM ask the run to stop at its next block, so that it can drop the result it
-// was writing; a second one ends the program at once.
+// Ctrl+C, SIGTERM and SIGHUP ask the run to stop at its next block, so that it can drop the result
+// it was writing; a second one ends the program at once.
 std::atomic<bool> stopRequested{false};
 volatile std::sig_atomic_t stopSignal = 0;
 
@@ -63,6 +63,9 @@ int main(int argc, char* argv[]) {
     static_assert(std::atomic<bool>::is_always_lock_free, "set from a signal handler");
     std::signal(SIGINT, requestStop);
     std::signal(SIGTERM, requestStop);
+#ifdef SIGHUP
+    std::signal(SIGHUP, requestStop); // the terminal was closed
+#endif
     morlevant::RunEnvironment environment{morlevant::programSurroundingsFromQt(), openFolder,
                                           &stopRequested, [] { return int{stopSignal}; }};
     morlevant::RunCommand command(std::move(environment), std::cout, std::cerr, errorIsTerminal());

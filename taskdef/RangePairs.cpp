@@ -2,6 +2,7 @@
 
 #include "taskdef/LeadingNumber.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/VisibleName.h"
 
 #include <algorithm>
 #include <iterator>
@@ -30,7 +31,7 @@ RangePairs RangePairs::parse(std::string_view text, std::string_view what) {
     for (const std::string_view item : rangeItems(text))
         items.push_back(LeadingNumber(item));
     if (items.size() % 2 != 0)
-        throw TaskError("The " + std::string(what) + " \"" + std::string(text) +
+        throw TaskError("The " + std::string(what) + " \"" + visibleName(text) +
                         "\" end with a number that has no partner; write ranges as low-high");
     for (std::size_t i = 0; i < items.size(); i += 2)
         result.pairs_.push_back({items[i], items[i + 1]});

@@ -54,9 +54,11 @@ std::string invisibleName(char32_t code) {
         break;
     }
     const bool control = code < 0x20 || (code >= 0x7F && code < 0xA0);
-    const bool zeroWidth =
-        (code >= 0x200B && code <= 0x200F) || code == 0x2028 || code == 0x2029 || code == 0x2060;
-    return control || zeroWidth ? hex("[U+%04X]", static_cast<unsigned>(code)) : "";
+    // Also what turns the text around (bidirectional controls) or looks like a blank.
+    const bool hidden = (code >= 0x200B && code <= 0x200F) || (code >= 0x2028 && code <= 0x202E) ||
+                        (code >= 0x2060 && code <= 0x2069) || code == 0x061C || code == 0x00A0 ||
+                        code == 0x00AD;
+    return control || hidden ? hex("[U+%04X]", static_cast<unsigned>(code)) : "";
 }
 
 } // namespace

@@ -34,15 +34,22 @@ std::optional<FileVersion> fileVersion(std::FILE* file) {
     if (_fstat64(_fileno(file), &status) != 0)
         return std::nullopt;
     FileVersion version;
-    BY_HANDLE_FILE_INFORMATION info{};
-    if (GetFileInformationByHandle(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file))), &info))
-        version.identity = {info.dwVolumeSerialNumber,
-                            (std::uint64_t{info.nFileIndexHigh} << 32) | info.nFileIndexLow};
     version.regular = (status.st_mode & _S_IFMT) == _S_IFREG;
     version.folder = (status.st_mode & _S_IFMT) == _S_IFDIR;
     version.size = static_cast<std::uint64_t>(status.st_size);
-    version.modified = static_cast<std::int64_t>(status.st_mtime) * 1'000'000'000;
-    version.changed = static_cast<std::int64_t>(status.st_ctime) * 1'000'000'000;
+    // The handle's times count in 100 ns, where the C library's count in seconds.
+    BY_HANDLE_FILE_INFORMATION info{};
+    if (GetFileInformationByHandle(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file))),
+                                   &info)) {
+        version.identity = {info.dwVolumeSerialNumber,
+                            (std::uint64_t{info.nFileIndexHigh} << 32) | info.nFileIndexLow};
+        const auto ticks = [](FILETIME time) {
+            return static_cast<std::int64_t>((std::uint64_t{time.dwHighDateTime} << 32) |
+                                             time.dwLowDateTime);
+        };
+        version.modified = ticks(info.ftLastWriteTime) * 100;
+        version.changed = version.modified;
+    }
     return version;
 }
 

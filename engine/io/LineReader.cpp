@@ -56,13 +56,28 @@ LineReader::LineReader(const std::string& path, const std::atomic<bool>* stop)
     buffer_ = std::make_unique_for_overwrite<char[]>(blockSize);
 }
 
+namespace {
+
+[[noreturn]] void changedWhileRead(const std::string& path) {
+    throw TaskError("The file " + visibleName(path) +
+                    " changed while it was being read; run the task again when it is saved");
+}
+
+} // namespace
+
 // A file written to while it was read, or replaced by another under its name, gave lines of
 // two versions: no result may be made of them.
 void LineReader::checkUnchanged() const {
     const std::optional<FileVersion> now = fileVersion(file_.get());
     if (now != opened_ || fileIdentity(path_) != opened_.identity)
-        throw TaskError("The file " + visibleName(path_) +
-                        " changed while it was being read; run the task again when it is saved");
+        changedWhileRead(path_);
+}
+
+void LineReader::sameVersionAs(std::optional<FileVersion>& first) const {
+    if (!first)
+        first = opened_;
+    else if (*first != opened_)
+        changedWhileRead(path_);
 }
 
 bool LineReader::fill() {

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <exception>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -49,6 +50,12 @@ public:
     bool nextLines(std::string_view& lines, bool& allCrLf);
     // Whether every line has been read.
     bool atEnd() { return begin_ == end_ && !fill(); }
+    // The file's size when it was opened.
+    std::uint64_t size() const { return opened_.size; }
+    // For a page that reads a source more than once: throws TaskError when this reader's file
+    // is not the version that `first` holds, which it takes when it holds none, so that every
+    // pass reads the same file.
+    void sameVersionAs(std::optional<FileVersion>& first) const;
     // Number of the line returned or copied last, counted from 1.
     std::size_t lineNumber() const { return lineNumber_; }
     const std::string& path() const { return path_; }

@@ -11,7 +11,9 @@
 #include <memory>
 #include <system_error>
 
-#ifndef _WIN32
+#ifdef _WIN32
+#include <share.h>
+#else
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -28,11 +30,18 @@ void ResultFile::fail(const std::string& doing) const {
 
 ResultFile::ResultFile(const std::string& path, Start start)
     : path_(path), temporary_(temporaryPath(path)) {
+    // A temporary left by a killed run goes; one that another run has open cannot be removed,
+    // nor opened below.
     std::error_code error;
-    if (start == Start::FromFinal)
-        std::filesystem::copy_file(toFsPath(path_), toFsPath(temporary_),
-                                   std::filesystem::copy_options::overwrite_existing, error);
-    file_ = _wfopen(toFsPath(temporary_).c_str(), start == Start::FromFinal ? L"ab" : L"wb");
+    std::filesystem::remove(toFsPath(temporary_), error);
+    if (start == Start::FromFinal) {
+        std::filesystem::copy_file(toFsPath(path_), toFsPath(temporary_), error);
+        if (error && error != std::errc::no_such_file_or_directory)
+            throw TaskError("Cannot write " + visibleName(path_) + ": " + error.message());
+    }
+    // No other run or program may open the temporary while it is written.
+    file_ = _wfsopen(toFsPath(temporary_).c_str(), start == Start::FromFinal ? L"ab" : L"wb",
+                     _SH_DENYRW);
     if (!file_)
         fail("");
 }
@@ -45,12 +54,16 @@ void ResultFile::write(const char* data, std::size_t size) {
 void ResultFile::commit() {
     std::FILE* file = static_cast<std::FILE*>(file_);
     file_ = nullptr;
-    if (std::fclose(file) != 0)
-        fail("");
     std::error_code error;
-    std::filesystem::rename(toFsPath(temporary_), toFsPath(path_), error);
-    if (error)
+    if (std::fclose(file) == 0)
+        std::filesystem::rename(toFsPath(temporary_), toFsPath(path_), error);
+    else
+        error = std::error_code(errno, std::generic_category());
+    if (error) {
+        std::error_code ignored;
+        std::filesystem::remove(toFsPath(temporary_), ignored);
         throw TaskError("Cannot write " + visibleName(path_) + ": " + error.message());
+    }
 }
 
 void ResultFile::abandon() noexcept {
@@ -80,52 +93,105 @@ bool writeAll(int fd, const char* data, std::size_t size) {
     return true;
 }
 
+// Whether the open file is still the one under `path`, not renamed away or replaced.
+bool stillAt(int fd, const std::string& path) {
+    struct stat open {};
+    struct stat named {};
+    return ::fstat(fd, &open) == 0 && ::lstat(path.c_str(), &named) == 0 &&
+           open.st_dev == named.st_dev && open.st_ino == named.st_ino;
+}
+
 } // namespace
 
 ResultFile::ResultFile(const std::string& path, Start start)
     : path_(path), temporary_(temporaryPath(path)) {
-    // Never through a link, and never waiting on a pipe that holds the name.
-    fd_ =
-        ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
-    if (fd_ < 0)
+    try {
+        makeTemporary();
+        if (start == Start::FromFinal)
+            copyFinal();
+    } catch (...) {
+        abandon();
+        throw;
+    }
+}
+
+// The temporary is always a new file of this run's own, locked while it is written. What
+// already stands under its name is either being written by another run now, which its lock
+// tells and which is left alone, or anything else: a temporary left by a run that was killed,
+// a link, a pipe. That name is removed, never written through or emptied, so no other file is
+// changed by way of it.
+void ResultFile::makeTemporary() {
+    for (int attempt = 0; attempt < 8; ++attempt) {
+        fd_ =
+            ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+        if (fd_ >= 0) {
+            // Another run that took this new file for a leftover has it, or has removed it.
+            if (::flock(fd_, LOCK_EX | LOCK_NB) == 0 && stillAt(fd_, temporary_))
+                return;
+            ::close(fd_); // the name is the other run's now: it is not removed
+            fd_ = -1;
+            refuseBusy();
+        }
+        if (errno != EEXIST)
+            fail(" (through " + visibleName(temporary_) + ")");
+        removeLeftover();
+    }
+    refuseBusy();
+}
+
+void ResultFile::removeLeftover() {
+    const int fd = ::open(temporary_.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) {
+        // A link or a pipe under the name: the name goes, whatever it leads to stays.
+        if ((errno == ELOOP || errno == ENXIO) && ::unlink(temporary_.c_str()) == 0)
+            return;
+        if (errno == ENOENT) // gone meanwhile
+            return;
         fail(" (through " + visibleName(temporary_) + ")");
-    // The lock tells a temporary left by a run that was killed, which is taken over, from one
-    // that another run is writing now, which is not touched.
-    if (::flock(fd_, LOCK_EX | LOCK_NB) != 0) {
-        const bool busy = errno == EWOULDBLOCK;
-        ::close(fd_);
-        fd_ = -1;
-        if (busy)
-            throw TaskError("Cannot write " + visibleName(path_) +
-                            ": another run is writing it at this moment; run the task again "
-                            "when that run has finished");
-        fail("");
     }
     struct stat status {};
-    if (::fstat(fd_, &status) != 0 || !S_ISREG(status.st_mode)) {
-        ::close(fd_);
-        fd_ = -1;
-        throw TaskError("Cannot write " + visibleName(path_) + ": " + visibleName(temporary_) +
-                        " is in the way and is not a regular file");
+    const bool regular = ::fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
+    if (regular && ::flock(fd, LOCK_EX | LOCK_NB) != 0) {
+        ::close(fd);
+        refuseBusy();
     }
-    if (status.st_size > 0 && ::ftruncate(fd_, 0) != 0) // a temporary left by a killed run
-        fail("");
-    if (start == Start::FromFinal)
-        copyFinal();
+    if (!regular || stillAt(fd, temporary_))
+        ::unlink(temporary_.c_str());
+    ::close(fd);
+}
+
+void ResultFile::refuseBusy() {
+    throw TaskError("Cannot write " + visibleName(path_) +
+                    ": another run is writing it at this moment; try again when it has "
+                    "finished");
 }
 
 // A merge that goes on after its result was made whole starts from that result.
 void ResultFile::copyFinal() {
-    const int final = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
-    if (final < 0)
-        return; // nothing to go on from
+    const int final = ::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (final < 0) {
+        if (errno == ENOENT)
+            return; // nothing to go on from
+        fail("");
+    }
+    struct stat status {};
+    if (::fstat(final, &status) != 0 || !S_ISREG(status.st_mode)) {
+        ::close(final);
+        throw TaskError("Cannot write " + visibleName(path_) + ": it is not a regular file");
+    }
     const std::unique_ptr<char[]> block = std::make_unique_for_overwrite<char[]>(1 << 16);
-    ssize_t got = 0;
-    while ((got = ::read(final, block.get(), 1 << 16)) > 0 || (got < 0 && errno == EINTR))
-        if (got > 0 && !writeAll(fd_, block.get(), static_cast<std::size_t>(got))) {
+    while (true) {
+        const ssize_t got = ::read(final, block.get(), 1 << 16);
+        if (got == 0)
+            break;
+        if ((got < 0 && errno != EINTR) ||
+            (got > 0 && !writeAll(fd_, block.get(), static_cast<std::size_t>(got)))) {
+            const int reason = errno;
             ::close(final);
+            errno = reason;
             fail("");
         }
+    }
     ::close(final);
 }
 

@@ -33,6 +33,9 @@ public:
 
 private:
     [[noreturn]] void fail(const std::string& doing) const;
+    [[noreturn]] void refuseBusy();
+    void makeTemporary();
+    void removeLeftover();
     void copyFinal();
     void abandon() noexcept;
 

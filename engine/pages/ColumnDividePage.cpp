@@ -19,6 +19,7 @@ void ColumnDividePage::checkResults(const std::string& source) const {
 }
 
 void ColumnDividePage::process(const std::string& source) {
+    sourceVersion_.reset();
     const std::string folder = divideFolder(source);
     inDivideFolder(folder, [&] { divide(source, folder); });
 }
@@ -28,6 +29,7 @@ void ColumnDividePage::process(const std::string& source) {
 // of its own, so nothing is written beside the source but the pieces.
 template <typename Row> void ColumnDividePage::forEachRow(const std::string& source, Row row) {
     LineReader reader(source, context_.request.stop);
+    reader.sameVersionAs(sourceVersion_);
     std::string_view line;
     while (reader.next(line)) {
         if (context_.mode == RangeMode::RangesOut) {

@@ -93,8 +93,8 @@ std::string InsertPage::joinedInsertFile() const {
     LineReader insert(context_.settings.insertFile, context_.request.stop);
     std::string joined;
     std::string_view line;
-    while (insert.next(line)) {
-        if (line.size() > mostBytes - joined.size())
+    while (insert.size() > mostBytes || insert.next(line)) {
+        if (insert.size() > mostBytes || line.size() > mostBytes - joined.size())
             throw TaskError("The file to insert " + visibleName(context_.settings.insertFile) +
                             " is too large; at most " + std::to_string(mostBytes >> 20) +
                             " MB of its text can be inserted at the row ranges");

@@ -15,7 +15,7 @@ namespace {
 std::uint64_t wholeNumber(const std::string& text, std::string_view what, std::uint64_t least) {
     std::uint64_t value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    const std::string named = "The " + std::string(what) + " \"" + text + "\"";
+    const std::string named = "The " + std::string(what) + " \"" + visibleName(text) + "\"";
     if (error == std::errc::result_out_of_range && end == text.data() + text.size())
         throw TaskError(named + " is too large; at most " +
                         std::to_string(std::numeric_limits<std::uint64_t>::max()));

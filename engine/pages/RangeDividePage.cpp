@@ -25,6 +25,7 @@ void RangeDividePage::process(const std::string& source) {
     const RangePairs& ranges = byRows_ ? context_.rows : context_.columns;
     const std::uint64_t pieces = std::max<std::uint64_t>(1, ranges.pairs().size());
 
+    sourceVersion_.reset();
     inDivideFolder(folder, [&] { divide(source, folder, pieces); });
 }
 
@@ -32,6 +33,7 @@ void RangeDividePage::divide(const std::string& source, const std::string& folde
                              std::uint64_t pieces) {
     forEachPieceBatch(context_.sources, folder, names_, pieces, [&](PieceFiles& batch) {
         LineReader reader(source, context_.request.stop);
+        reader.sameVersionAs(sourceVersion_);
         std::string_view line;
         while (reader.next(line)) {
             const auto row = static_cast<std::uint64_t>(reader.lineNumber());

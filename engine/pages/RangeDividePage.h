@@ -1,10 +1,12 @@
 #pragma once
 
+#include "engine/io/FileIdentity.h"
 #include "engine/pages/FilePage.h"
 #include "engine/pages/PieceNames.h"
 #include "engine/text/LineColumns.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace morlevant {
 
@@ -29,6 +31,7 @@ private:
     PieceNames names_;
     LineColumns columns_;
     std::string out_;
+    std::optional<FileVersion> sourceVersion_; // every pass over a source reads this version
 };
 
 } // namespace morlevant

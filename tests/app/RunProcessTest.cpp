@@ -100,9 +100,10 @@ TEST_F(RunProcessTest, SignalStopsTheRunAndKeepsTheOlderResult) {
         ASSERT_TRUE(waitUntilExists(temporary()));
         run.signal(c.signal);
         EXPECT_EQ(run.wait(), c.exitCode);
-        EXPECT_EQ(run.errors(), "morlevant-run: interrupted; " + fixture.source("b.txt") +
-                                    " was not finished and its result was left as it was; 1 of 2 "
-                                    "files were finished\n");
+        EXPECT_EQ(run.errors(), "morlevant-run: interrupted while working " +
+                                    fixture.source("b.txt") +
+                                    ": the result being written was dropped and any older one "
+                                    "kept; 1 of 2 files were done before\n");
         EXPECT_EQ(fixture.result("a.txt.modify"), "#\r\n") << "finished files stay";
         EXPECT_EQ(fixture.result("b.txt.modify"), "older result");
         EXPECT_FALSE(fs::exists(temporary()));

@@ -5,6 +5,8 @@
 #include "tests/support/NonRegularFiles.h"
 #include "tests/support/RunnerFixture.h"
 
+#include <chrono>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -129,6 +131,14 @@ TEST(WholeResults, SourceChangedWhileReadStopsTheRun) {
          [](const RunnerFixture& f) {
              std::ofstream(f.source("b.txt"), std::ios::app) << "more\n";
          }},
+        {"rewritten in place, same size",
+         [](const RunnerFixture& f) {
+             // Past the granularity of the file system's clock, as a later save would be.
+             std::this_thread::sleep_for(std::chrono::milliseconds(20));
+             std::fstream file(f.source("b.txt"), std::ios::in | std::ios::out | std::ios::binary);
+             file.seekp(0);
+             file << '9';
+         }},
         {"replaced",
          [](const RunnerFixture& f) {
              morlevant::testing::writeBytes(f.source("new.txt"), "new\n");
@@ -159,6 +169,44 @@ TEST(WholeResults, SourceChangedWhileReadStopsTheRun) {
         }
         EXPECT_EQ(fixture.result("b/p1.txt"), "older piece") << test.name;
         EXPECT_FALSE(fs::exists(temporaryOf(fixture, "b/p1.txt"))) << test.name;
+    }
+}
+
+// Whatever stands under a result's temporary name (left by a killed run, or put there) is
+// replaced, never written through or emptied: no file outside the task changes.
+TEST(WholeResults, WhatStandsUnderTheTemporaryNameIsReplacedNotWrittenThrough) {
+    const struct {
+        const char* name;
+        std::function<void(const RunnerFixture&, const std::string& temporary)> plant;
+    } cases[] = {
+        {"longer leftover",
+         [](const RunnerFixture&, const std::string& temporary) {
+             morlevant::testing::writeBytes(temporary, std::string(1000, 'x'));
+         }},
+        {"hard link",
+         [](const RunnerFixture& f, const std::string& temporary) {
+             fs::create_hard_link(f.source("keep.txt"), temporary);
+         }},
+        {"symbolic link",
+         [](const RunnerFixture& f, const std::string& temporary) {
+             fs::create_symlink(f.source("keep.txt"), temporary);
+         }},
+        {"pipe",
+         [](const RunnerFixture&, const std::string& temporary) {
+             ASSERT_TRUE(morlevant::testing::makeFifo(temporary));
+         }},
+    };
+    for (const auto& test : cases) {
+        RunnerFixture fixture;
+        fixture.set(replaceAtoB);
+        fixture.writeSource("a.txt", "a\n");
+        fixture.writeSource("keep.txt", "keep");
+        test.plant(fixture, temporaryOf(fixture, "a.txt.modify"));
+        EXPECT_EQ(fixture.failure({"a.txt"}), "no error") << test.name;
+        EXPECT_EQ(fixture.result("a.txt.modify"), "b\r\n") << test.name;
+        EXPECT_EQ(fixture.result("keep.txt"), "keep") << test.name;
+        EXPECT_FALSE(fs::exists(fs::symlink_status(temporaryOf(fixture, "a.txt.modify"))))
+            << test.name;
     }
 }
 

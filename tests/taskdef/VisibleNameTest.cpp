@@ -21,6 +21,7 @@ TEST(VisibleName, ShowsWhatPrintsAsNothing) {
         {"x\ny\rz\t", "x[LF]y[CR]z[TAB]"},
         {"a\x1B[0mb\x7F", "a[U+001B][0mb[U+007F]"},
         {"a\u200Bb\u2028c\u0085", "a[U+200B]b[U+2028]c[U+0085]"},
+        {"\u202Etxt.exe\u00A0", "[U+202E]txt.exe[U+00A0]"},
         {"bad\xFF\xC0\x80\xED\xA0\x80"
          "end",
          "bad[xFF][xC0][x80][xED][xA0][x80]end"},
