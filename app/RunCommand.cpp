@@ -1,12 +1,15 @@
 #include "app/RunCommand.h"
 
 #include "MorlevantVersion.h"
+#include "app/UnifiedDiff.h"
 #include "engine/TaskRunner.h"
 #include "engine/io/LineReader.h"
+#include "engine/preview/TaskPreview.h"
 #include "taskdef/FilePath.h"
 #include "taskdef/InstallLayout.h"
 #include "taskdef/TaskError.h"
 #include "taskdef/TaskFiles.h"
+#include "taskdef/TaskPageSettings.h"
 #include "taskdef/VisibleName.h"
 
 #include <algorithm>
@@ -29,8 +32,16 @@ struct Options {
     bool open = false;
     bool help = false;
     bool version = false;
+    std::optional<std::size_t> previewRows; // --preview: rows of each file worked
     std::string task;
 };
+
+constexpr std::size_t defaultPreviewRows = 200;
+
+bool allDigits(const std::string& text) {
+    return !text.empty() && text.size() < 10 &&
+           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
 
 Options parse(const std::vector<std::string>& arguments) {
     Options options;
@@ -44,6 +55,14 @@ Options parse(const std::vector<std::string>& arguments) {
             options.help = true;
         } else if (!optionsEnded && argument == "--version") {
             options.version = true;
+        } else if (!optionsEnded && argument == "--preview") {
+            // A number follows when a task name comes after it.
+            const bool rowsGiven = i + 2 < arguments.size() && allDigits(arguments[i + 1]);
+            options.previewRows = rowsGiven ? std::stoul(arguments[++i]) : defaultPreviewRows;
+        } else if (!optionsEnded && argument.starts_with("--preview=")) {
+            if (!allDigits(argument.substr(10)))
+                throw UsageError("--preview= needs a number of rows");
+            options.previewRows = std::stoul(argument.substr(10));
         } else if (!optionsEnded && argument == "--open") {
             options.open = true;
         } else if (!optionsEnded && argument == "--home") {
@@ -82,13 +101,15 @@ void prepareProgramFolder(const std::string& home) {
 } // namespace
 
 const char* const RunCommand::usage =
-    "Usage: morlevant-run [--home DIR] [--open] TASK\n"
+    "Usage: morlevant-run [--home DIR] [--open] [--preview [N]] TASK\n"
     "Runs the task TASK as \"Run Task\" does, without a window: reads DIR/task/TASK.ttp and\n"
     "DIR/task/TASK.edt and writes the results beside the task's files.\n"
     "\n"
     "  --home DIR  the program folder; default MORLEVANT_HOME, else the program's own folder\n"
     "              when it is writable and not installed, else the per-user data folder\n"
     "  --open      show the merge folder in the file manager when a merge ends\n"
+    "  --preview [N]  write nothing: print what the task would do to the first N rows\n"
+    "              (default 200) of each of its files, as a unified diff\n"
     "  --help      print this help\n"
     "  --version   print the version\n"
     "\n"
@@ -118,6 +139,8 @@ int RunCommand::run(const std::vector<std::string>& arguments) {
     try {
         const std::string home =
             options.home ? *options.home : resolveProgramFolder(environment_.surroundings);
+        if (options.previewRows)
+            return preview(home, options.task, *options.previewRows);
         prepareProgramFolder(home);
         // The run counts the files of the list as it reads it.
         RunRequest request{home, options.task, std::nullopt};
@@ -157,6 +180,36 @@ int RunCommand::fail(const std::string& message) {
     barShown_ = false;
     err_ << "morlevant-run: " << message << '\n';
     return 1;
+}
+
+// What the run would write, as diffs from each source (or from nothing, for pieces and the merge
+// file) to its results; errors and messages as a run gives them.
+int RunCommand::preview(const std::string& home, const std::string& task, std::size_t rows) {
+    const std::vector<std::string> files = readTaskFileList(taskFileListPath(home, task));
+    const TaskPageSettings settings = readTaskPageSettings(taskSettingsPath(home, task));
+    for (const std::string& file : files) {
+        const TaskPreview shown = previewTask(settings, files, file, rows);
+        for (const std::string& message : shown.messages)
+            err_ << message << '\n';
+        if (shown.error)
+            return fail(*shown.error);
+        switch (shown.kind) {
+        case TaskPreview::Kind::Lines:
+            out_ << unifiedDiff(shown.source.rows, shown.result.rows, file, file + ".modify");
+            break;
+        case TaskPreview::Kind::Pieces:
+            for (const PreviewFile& piece : shown.files)
+                out_ << unifiedDiff({}, piece.rows, "/dev/null", shown.divideFolder + piece.name);
+            break;
+        case TaskPreview::Kind::Merge:
+            out_ << unifiedDiff({}, shown.result.rows, "/dev/null",
+                                mergeFolder(home) + shown.result.name);
+            return 0; // one result for all files
+        case TaskPreview::Kind::Nothing:
+            break;
+        }
+    }
+    return 0;
 }
 
 int RunCommand::interrupted(const RunStopped& stopped) {

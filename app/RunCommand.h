@@ -44,6 +44,7 @@ public:
 private:
     int fail(const std::string& message);
     int interrupted(const RunStopped& stopped);
+    int preview(const std::string& home, const std::string& task, std::size_t rows);
     void showProgress(int done, int total);
 
     RunEnvironment environment_;
