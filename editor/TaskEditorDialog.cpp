@@ -6,9 +6,11 @@
 #include "editor/EditorWidgets.h"
 #include "editor/FindReplacePage.h"
 #include "editor/InsertFilterPage.h"
+#include "editor/PreviewDialog.h"
 #include "editor/TemplateLibrary.h"
 #include "platform/Prompts.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/TaskFiles.h"
 #include "taskdef/TaskPageSettings.h"
 
 #include <QCheckBox>
@@ -59,11 +61,13 @@ TaskEditorDialog::TaskEditorDialog(Prompts& prompts, const QString& taskPath, QW
     connect(rangePage_, &EditRangePage::takeOutClicked, divide, &DivideMergePage::takeOutClicked);
 
     auto* okButton = button(QStringLiteral("ok"), QStringLiteral("ok"));
+    auto* previewButton = button(QStringLiteral("Preview"), QStringLiteral("Preview"));
     auto* cancelButton = button(QStringLiteral("cancel"), QStringLiteral("cancel"));
     auto* openTemplates = button(QStringLiteral("Opent"), QStringLiteral("OpenTemplate"));
     // "Save asTemplate" has no action: templates are not stored.
     auto* saveTemplate = button(QStringLiteral("apply"), QStringLiteral("Save asTemplate"));
     connect(okButton, &QPushButton::clicked, this, &TaskEditorDialog::ok);
+    connect(previewButton, &QPushButton::clicked, this, &TaskEditorDialog::preview);
     connect(cancelButton, &QPushButton::clicked, this, &QDialog::reject);
     connect(openTemplates, &QPushButton::clicked, templates_, &TemplateLibrary::open);
 
@@ -71,6 +75,7 @@ TaskEditorDialog::TaskEditorDialog(Prompts& prompts, const QString& taskPath, QW
     buttons->addWidget(openTemplates);
     buttons->addWidget(saveTemplate);
     buttons->addStretch(1);
+    buttons->addWidget(previewButton);
     buttons->addWidget(okButton);
     buttons->addWidget(cancelButton);
 
@@ -118,6 +123,25 @@ TaskPageSettings TaskEditorDialog::settings() const {
     }
     settings.operationPage = std::to_string(pageCode);
     return settings;
+}
+
+void TaskEditorDialog::preview() {
+    if (const QString message = validationMessage(); !message.isEmpty()) {
+        prompts_.information(message, promptTitle);
+        return;
+    }
+    try {
+        // The list the task's edit wrote; its first file is previewed.
+        const std::vector<std::string> files =
+            readTaskFileList((taskPath_->text() + QStringLiteral(".edt")).toStdString());
+        if (files.empty()) {
+            prompts_.information(QStringLiteral("You didn't select files"), promptTitle);
+            return;
+        }
+        showTaskPreview(this, settings(), files, files.front());
+    } catch (const TaskError& failure) {
+        prompts_.error(QString::fromStdString(failure.what()), promptTitle);
+    }
 }
 
 void TaskEditorDialog::ok() {

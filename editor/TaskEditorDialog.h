@@ -37,6 +37,9 @@ public:
     // "ok": the first failing check shows its message and leaves everything as it is;
     // otherwise the settings are written and the editor closes accepted.
     void ok();
+    // "Preview": checked as "ok" checks, then the controls as they stand now, unsaved, are
+    // worked on the first rows of the task's first file (see showTaskPreview).
+    void preview();
 
 private:
     void pageBoxClicked(const OperationPage& page, bool ticked);

@@ -61,6 +61,7 @@ MainMenus::MainMenus(QMainWindow& window) : QObject(&window) {
     mnuAddfile = item(manage, "mnuAddfile", QStringLiteral("&Import File"));
     mnuEditCap = item(manage, "mnuEditCap", QStringLiteral("&Edit Task"));
     RunTask = item(manage, "RunTask", QStringLiteral("&Run Task"));
+    mnuPreview = item(manage, "mnuPreview", QStringLiteral("&Preview Task"));
     mnuDeleteFile = item(manage, "mnuDeleteFile", QStringLiteral("&Delete Task Or File"));
     mnuAddPoint = item(manage, "mnuAddPoint", QStringLiteral("&Add Task"));
     mnuSort = item(manage, "mnuSort", QStringLiteral("&File Sort"));
@@ -100,6 +101,7 @@ MainMenus::MainMenus(QMainWindow& window) : QObject(&window) {
     mnuTAddFile = item(mnuTree, "mnuTAddFile", QStringLiteral("&Improt File"));
     mnuTDelete = item(mnuTree, "mnuTDelete", QStringLiteral("&Edit Task"));
     mnuSplit8 = item(mnuTree, "mnuSplit8", QStringLiteral("&Run Task"));
+    mnuTPreview = item(mnuTree, "mnuTPreview", QStringLiteral("&Preview Task"));
     mnuTDeleteFile = item(mnuTree, "mnuTDeleteFile", QStringLiteral("&Delete Task Or File"));
     mnuTAddPoint = item(mnuTree, "mnuTAddPoint", QStringLiteral("&Add New Task"));
     mnuTree->addSeparator();
@@ -143,6 +145,7 @@ void MainMenus::connectTo(frmCorvellum& w) {
     on(mnuAddfile, &frmCorvellum::mnuAddfile_Click);
     on(mnuEditCap, &frmCorvellum::EditTask);
     on(RunTask, &frmCorvellum::RunTask);
+    on(mnuPreview, &frmCorvellum::PreviewTask);
     on(mnuDeleteFile, &frmCorvellum::mnuDeleteFile_Click);
     on(mnuAddPoint, &frmCorvellum::mnuAddPoint_Click);
     on(mnuSort, &frmCorvellum::mnuSort_Click);
@@ -167,6 +170,7 @@ void MainMenus::connectTo(frmCorvellum& w) {
     twin(mnuTAddFile, mnuAddfile);
     twin(mnuTDelete, mnuEditCap);
     twin(mnuSplit8, RunTask);
+    twin(mnuTPreview, mnuPreview);
     twin(mnuTDeleteFile, mnuDeleteFile);
     twin(mnuTAddPoint, mnuAddPoint);
     twin(mnuTExec, mnuExec);

@@ -38,6 +38,7 @@ public:
     QAction* mnuAddfile;
     QAction* mnuEditCap;
     QAction* RunTask;
+    QAction* mnuPreview; // "Preview Task"
     QAction* mnuDeleteFile;
     QAction* mnuAddPoint;
     QAction* mnuSort;
@@ -64,6 +65,7 @@ public:
     QAction* mnuTAddFile;
     QAction* mnuTDelete;
     QAction* mnuSplit8;
+    QAction* mnuTPreview;
     QAction* mnuTDeleteFile;
     QAction* mnuTAddPoint;
     QAction* mnuTExec;

@@ -1,8 +1,10 @@
 #include "mainwindow/TaskLauncher.h"
 
+#include "editor/PreviewDialog.h"
 #include "engine/TaskRunner.h"
 #include "platform/Prompts.h"
 #include "taskdef/TaskFiles.h"
+#include "taskdef/TaskPageSettings.h"
 #include "workspace/TaskTreeModel.h"
 
 #include <QApplication>
@@ -52,6 +54,23 @@ bool TaskLauncher::EditTask(const QStandardItem& task, QWidget* parent) {
     taskPath.chop(4); // ".ttp"
     openEditor_(parent, taskPath);
     return true;
+}
+
+void TaskLauncher::preview(const QStandardItem& task, const QString& file, QWidget* parent) {
+    const std::string folder = programFolder_.toStdString();
+    const std::string name = task.text().toStdString();
+    try {
+        // The list written at the task's last edit, as a run reads it.
+        const std::vector<std::string> files = readTaskFileList(taskFileListPath(folder, name));
+        if (files.empty() && file.isEmpty()) {
+            prompts_.information(QStringLiteral("You didn't select files"), promptTitle);
+            return;
+        }
+        showTaskPreview(parent, readTaskPageSettings(taskSettingsPath(folder, name)), files,
+                        file.isEmpty() ? files.front() : file.toStdString());
+    } catch (const std::exception& failure) {
+        prompts_.error(QString::fromStdString(failure.what()), promptTitle);
+    }
 }
 
 void TaskLauncher::runWithProgress(const QStandardItem& task, QProgressBar& progress) {

@@ -36,6 +36,9 @@ public:
     // Runs the task over its files. The bar advances per file and is redrawn at once, while
     // the window takes no commands; the run ends with "Vell down!" or with one error message.
     void runWithProgress(const QStandardItem& task, QProgressBar& progress);
+    // Shows what the task would do to `file` (the task's first file when empty) as its
+    // settings stand, writing nothing beside the sources.
+    void preview(const QStandardItem& task, const QString& file, QWidget* parent);
     // Whether a run is under way: the window repaints meanwhile but takes no other command.
     bool isRunning() const { return running_; }
 

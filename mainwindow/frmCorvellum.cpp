@@ -231,6 +231,7 @@ void frmCorvellum::applyAvailability() {
     enable(available.addTask, {m.mnuAddPoint, m.mnuTAddPoint});
     enable(available.editTask, {m.mnuEditCap, m.mnuTDelete});
     enable(available.runTask, {m.RunTask, m.mnuSplit8});
+    enable(available.previewTask, {m.mnuPreview, m.mnuTPreview});
     enable(available.deleteNode, {m.mnuDeleteFile, m.mnuTDeleteFile});
     enable(available.sortFiles, {m.mnuSort});
     enable(available.openFile, {m.mnuExec, m.mnuTExec, m.mnuXExec});
@@ -392,6 +393,16 @@ void frmCorvellum::EditTask() {
 void frmCorvellum::RunTask() {
     if (QStandardItem* task = selectedNode())
         launcher_.runWithProgress(*task, *sbMain_->ProgressBar1());
+}
+
+// The selected file of a task, or the task's first file when the task itself is selected.
+void frmCorvellum::PreviewTask() {
+    QStandardItem* node = selectedNode();
+    if (node == nullptr)
+        return;
+    const QString path = NodeTag::split(TaskTreeModel::tag(node)).path;
+    QStandardItem* task = path.isEmpty() || node->parent() == nullptr ? node : node->parent();
+    launcher_.preview(*task, path, this);
 }
 
 void frmCorvellum::mnuExec_Click() {

@@ -73,6 +73,7 @@ public:
     void mnuAddfile_Click();
     void EditTask();
     void RunTask();
+    void PreviewTask();
     void mnuDeleteFile_Click();
     void mnuAddPoint_Click();
     void mnuSort_Click();

@@ -2,7 +2,7 @@
 # Takes the README's picture, docs/screenshot.png: builds the window program (Release, in build/,
 # as scripts/run.sh does), lays out the example program folder in a neutral home folder,
 # /home/user/Morlevant, starts the window on the example workspace under a virtual X display and
-# grabs the window once it shows.
+# grabs the window once it shows, then the preview of the file it shows (docs/preview.png).
 # A developer's tool: it needs xvfb-run (xvfb, xauth), xwininfo (x11-utils), xdotool,
 # ImageMagick's import and unshare (util-linux) with user namespaces, which
 # scripts/install-deps.sh does not install.
@@ -40,6 +40,16 @@ for _ in $(seq 1 100); do
             /Width:/ { w = $NF } /Height:/ { h = $NF }
             END { print w "x" h "+" x "+" y }')
         import -window root -crop "$geometry" "$MORLEVANT_STAGE/screenshot.png"
+        # The preview of the file shown: Control(&C), &Preview Task.
+        xdotool key alt+c p
+        for _ in $(seq 1 50); do
+            preview=$(xwininfo -root -tree |
+                awk 'index($0, "\"Preview - ") { print $1; exit }')
+            [ -n "$preview" ] && break
+            sleep 0.2
+        done
+        sleep 1
+        import -window "$preview" "$MORLEVANT_STAGE/preview.png"
         exit 0
     fi
     sleep 0.2
@@ -56,4 +66,5 @@ MORLEVANT_STAGE=$stage MORLEVANT_GRAB=$grab unshare --mount --map-root-user bash
     "$MORLEVANT_STAGE/examples/prepare-home.sh" "$MORLEVANT_HOME" >/dev/null
     QT_QPA_PLATFORM=xcb xvfb-run -a -s "-screen 0 1280x800x24" bash -c "$MORLEVANT_GRAB"'
 cp "$stage/screenshot.png" docs/screenshot.png
-echo "screenshot: wrote docs/screenshot.png"
+cp "$stage/preview.png" docs/preview.png
+echo "screenshot: wrote docs/screenshot.png and docs/preview.png"

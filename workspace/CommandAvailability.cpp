@@ -20,6 +20,11 @@ CommandAvailability CommandAvailability::forNode(const QStandardItem* node, bool
     available.editTask = !isFile && node->hasChildren();
     available.runTask =
         !isFile && isTaskEdited(programFolder.toStdString(), node->text().toStdString());
+    const QStandardItem* task = isFile ? node->parent() : node;
+    available.previewTask =
+        task != nullptr &&
+        (task == node ? available.runTask
+                      : isTaskEdited(programFolder.toStdString(), task->text().toStdString()));
     available.deleteNode = true;
     available.sortFiles = !TaskTreeModel::isTopLevel(node);
     available.openFile = isFile;

@@ -17,6 +17,7 @@ namespace morlevant {
 //   Edit Task                    no                 when it holds files     no
 //   Run Task                     no                 when edited: its ".ttp" no
 //                                                   is complete (31 lines)
+//   Preview Task                 no                 when edited             when its task is
 //   Delete Task Or File          no                 yes                     yes
 //   File Sort                    no                 when below another node (sorts its level)
 //   Open In Default              no                 no                      yes
@@ -27,6 +28,7 @@ struct CommandAvailability {
     bool addTask = false;
     bool editTask = false;
     bool runTask = false;
+    bool previewTask = false;
     bool deleteNode = false;
     bool sortFiles = false;
     bool openFile = false;

@@ -177,6 +177,7 @@ TaskPreview previewTask(const TaskPageSettings& settings, const std::vector<std:
         break;
     case TaskPreview::Kind::Pieces:
         preview.files = piecesIn(divideFolder(copy), rows);
+        preview.divideFolder = divideFolder(file);
         if (preview.files.empty())
             preview.kind = TaskPreview::Kind::Nothing;
         break;

@@ -30,6 +30,7 @@ struct TaskPreview {
     PreviewFile source;
     PreviewFile result;
     std::vector<PreviewFile> files;
+    std::string divideFolder; // Pieces: the folder beside the source that would receive them
     std::vector<std::string> messages; // what the run would show in a box, in order
     std::optional<std::string> error;  // the message the run would stop with
     // Rows of the sample that the page changed, by position; only for Kind::Lines.
