@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/RunAlerts.h"
 #include "engine/TaskRunner.h"
 #include "engine/TaskSources.h"
 #include "taskdef/RangePairs.h"
@@ -18,6 +19,7 @@ struct RunContext {
     RangePairs columns; // line 3; empty in whole-text mode
     const RunRequest& request;
     const RunCallbacks& callbacks;
+    RunAlerts* alerts = nullptr; // what the Calculate page's alerts count
 };
 
 // Name of the result of the line pages: the source with ".modify" appended.

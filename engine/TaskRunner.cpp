@@ -60,13 +60,14 @@ void RunTask(const RunRequest& given, const RunCallbacks& callbacks) {
     const std::optional<RangeMode> mode = codes.rangeMode;
     std::unique_ptr<FilePage> page;
     std::optional<RunContext> context;
+    RunAlerts alerts(settings.nonNumericAlert == "Yes", settings.crossBorderAlert == "Yes");
     if (mode) {
         const bool byRanges = *mode != RangeMode::WholeText;
         context.emplace(RunContext{
             settings, sources, *mode,
             byRanges ? RangePairs::parse(settings.rowRange, "row ranges") : RangePairs(),
             byRanges ? RangePairs::parse(settings.columnRange, "column ranges") : RangePairs(),
-            request, callbacks});
+            request, callbacks, &alerts});
         page = makeFilePage(*context, codes);
     }
 
@@ -97,6 +98,8 @@ void RunTask(const RunRequest& given, const RunCallbacks& callbacks) {
     }
     if (page)
         page->finish();
+    if (const std::string report = alerts.report(); !report.empty() && callbacks.message)
+        callbacks.message(report);
 }
 
 } // namespace morlevant

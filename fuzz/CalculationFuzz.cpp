@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     settings.alignment = "Left";
     try {
         std::string out;
-        makeCalculation(settings, ColumnRanges(""))->wholeLine(parts[2], out);
+        makeCalculation(settings, ColumnRanges(""), nullptr)->wholeLine(parts[2], out);
     } catch (const TaskError&) {
     }
     return 0;

@@ -65,7 +65,8 @@ std::unique_ptr<FilePage> makeFilePage(const RunContext& context, const TaskCode
     switch (*codes.page) {
     case PageCode::Calculate:
         return std::make_unique<LinePage>(
-            context, makeCalculation(context.settings, ColumnRanges(context.columns)));
+            context,
+            makeCalculation(context.settings, ColumnRanges(context.columns), context.alerts));
     case PageCode::FindAndReplace:
         return std::make_unique<LinePage>(
             context, makeReplacement(context.settings, ColumnRanges(context.columns)));

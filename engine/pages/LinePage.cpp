@@ -70,6 +70,8 @@ void LinePage::applyOneByOne(const std::string& source, std::size_t lastLineNumb
 }
 
 void LinePage::apply(const std::string& source, std::size_t lineNumber, std::string_view line) {
+    if (context_.alerts)
+        context_.alerts->at(source, lineNumber);
     try {
         if (context_.mode == RangeMode::WholeText) {
             routine_->wholeLine(line, out_);

@@ -1,5 +1,6 @@
 #include "engine/routines/Calculation.h"
 
+#include "engine/RunAlerts.h"
 #include "engine/routines/RangedRoutine.h"
 #include "engine/text/NumberText.h"
 #include "engine/text/Utf8.h"
@@ -31,10 +32,25 @@ std::string trimmed(std::string_view text) {
     return std::string(text.substr(first, text.find_last_not_of(" \t") - first + 1));
 }
 
+// Whether the text starts, after blanks and a sign, with a number rather than counting as 0.
+bool holdsNumber(std::string_view text) {
+    std::size_t at = text.find_first_not_of(" \t");
+    if (at < text.size() && (text[at] == '+' || text[at] == '-'))
+        ++at;
+    if (at < text.size() && text[at] == '.')
+        ++at;
+    return at < text.size() && text[at] >= '0' && text[at] <= '9';
+}
+
 } // namespace
 
-Calculation::Calculation(const TaskPageSettings& settings, const ColumnRanges& columns)
+Calculation::Calculation(const TaskPageSettings& settings, const ColumnRanges& columns,
+                         RunAlerts* alerts)
     : alignLeft_(settings.alignment == "Left") {
+    if (alerts && alerts->watches(RunAlerts::Kind::NoNumber))
+        noNumberAlert_ = alerts;
+    if (alerts && alerts->watches(RunAlerts::Kind::TooWide))
+        tooWideAlert_ = alerts;
     std::string_view steps = settings.calculateSteps;
     while (true) {
         const std::size_t comma = steps.find(',');
@@ -129,6 +145,8 @@ void Calculation::CalculateLine(std::string_view line, std::string& out) {
         out.assign(line);
         return;
     }
+    if (noNumberAlert_ && !holdsNumber(line))
+        noNumberAlert_->note(RunAlerts::Kind::NoNumber);
     double value = readLeadingNumber(line);
     const std::size_t last = steps_.size() - 1;
     for (std::size_t i = 0; i < last; ++i)
@@ -153,8 +171,11 @@ void Calculation::CalculateLine(std::string_view line, std::string& out) {
 void Calculation::fitToWidth(std::string& result, std::size_t width) const {
     // Blanks make up a short result to the range's width; a longer one is kept whole.
     const std::size_t length = utf8CharCount(result);
-    if (length >= width)
+    if (length >= width) {
+        if (length > width && tooWideAlert_)
+            tooWideAlert_->note(RunAlerts::Kind::TooWide);
         return;
+    }
     if (alignLeft_)
         result.append(width - length, ' ');
     else
@@ -162,8 +183,8 @@ void Calculation::fitToWidth(std::string& result, std::size_t width) const {
 }
 
 std::unique_ptr<RangedRoutine> makeCalculation(const TaskPageSettings& settings,
-                                               ColumnRanges columns) {
-    const auto calculation = std::make_shared<Calculation>(settings, columns);
+                                               ColumnRanges columns, RunAlerts* alerts) {
+    const auto calculation = std::make_shared<Calculation>(settings, columns, alerts);
     return std::make_unique<RangedRoutine>(
         std::move(columns),
         [calculation](std::string_view line, std::string& out) {

@@ -12,13 +12,15 @@
 namespace morlevant {
 
 class RangedRoutine;
+class RunAlerts;
 
 // The Calculate page: the steps of line 10 applied to the number of a line or of a column
 // range, the result rounded by line 6 and, in columns, aligned by line 7.
 class Calculation final {
 public:
     // Throws TaskError for a number of decimals or column ranges that cannot be honoured.
-    Calculation(const TaskPageSettings& settings, const ColumnRanges& columns);
+    // `alerts` (may be null) counts rows without a number and results wider than their range.
+    Calculation(const TaskPageSettings& settings, const ColumnRanges& columns, RunAlerts* alerts);
 
     // Throws TaskError naming the step when it divides by zero or overflows.
     void CalculateLine(std::string_view line, std::string& out);
@@ -38,13 +40,15 @@ private:
     // Whole numbers rounded half to even (line 6 "0") or n decimals rounded half away from zero.
     enum class Rounding { WholeHalfEven, Decimals } rounding_ = Rounding::Decimals;
     int decimals_ = 0;
+    RunAlerts* noNumberAlert_ = nullptr; // set only when the alert watches
+    RunAlerts* tooWideAlert_ = nullptr;
     bool alignLeft_ = true;
 };
 
 // The Calculate page's routine over the whole line or the column ranges that the run read from
 // line 3 (blank in whole-text mode). Throws TaskError for settings that cannot work (a bad
-// number of decimals) before any file is written.
+// number of decimals) before any file is written. `alerts` may be null.
 std::unique_ptr<RangedRoutine> makeCalculation(const TaskPageSettings& settings,
-                                               ColumnRanges columns);
+                                               ColumnRanges columns, RunAlerts* alerts);
 
 } // namespace morlevant

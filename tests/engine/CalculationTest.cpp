@@ -30,7 +30,7 @@ class CalculateLineTable : public ::testing::TestWithParam<LineCase> {};
 TEST_P(CalculateLineTable, ChainsStepsAndRounds) {
     const LineCase& c = GetParam();
     std::string out;
-    made(makeCalculation, calculate(c.steps, c.decimals))->wholeLine(c.line, out);
+    made(makeCalculation, calculate(c.steps, c.decimals), nullptr)->wholeLine(c.line, out);
     EXPECT_EQ(out, c.expected) << c.steps << " with decimals \"" << c.decimals << "\" on "
                                << c.line;
 }
@@ -81,7 +81,8 @@ class CalculateRangesTable : public ::testing::TestWithParam<RangeCase> {};
 
 TEST_P(CalculateRangesTable, FitsResultsToTheirRanges) {
     const RangeCase& c = GetParam();
-    const auto operation = made(makeCalculation, calculate("*2", "0", c.columns, c.alignment));
+    const auto operation =
+        made(makeCalculation, calculate("*2", "0", c.columns, c.alignment), nullptr);
     EXPECT_EQ(runLine(*operation, c.mode, c.line), c.expected) << c.columns << " on " << c.line;
 }
 
@@ -115,8 +116,8 @@ TEST(Calculation, StopsWithAMessageNamingTheStep) {
                  {"+1", "0", "1-3,5", "1", "no partner"}};
     for (const auto& c : cases) {
         const std::string error = morlevant::testing::taskErrorOf([&] {
-            runLine(*made(makeCalculation, calculate(c.steps, c.decimals, c.columns)), Mode::Whole,
-                    c.line);
+            runLine(*made(makeCalculation, calculate(c.steps, c.decimals, c.columns), nullptr),
+                    Mode::Whole, c.line);
         });
         EXPECT_NE(error.find(c.named), std::string::npos) << error;
     }

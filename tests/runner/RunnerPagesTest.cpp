@@ -156,3 +156,34 @@ INSTANTIATE_TEST_SUITE_P(Runner, RunnerPages, ::testing::ValuesIn(pageCases),
                          [](const auto& info) { return std::string(info.param.name); });
 
 } // namespace
+
+namespace {
+
+// "Yes" on the Calculate page's alerts: one message after the run counts the rows that held no
+// number and the results wider than their column range, with the first five places; "No" says
+// nothing.
+TEST(RunnerAlerts, CountRowsWithoutANumberAndResultsPastTheirRange) {
+    RunnerFixture fixture;
+    const Lines calculateInPlace = {{1, "2"}, {2, ""},  {3, "1-2"},  {4, "0"},
+                                    {5, "3"}, {6, "0"}, {10, "*100"}};
+    fixture.writeSource("a.txt", "1\nab\n9\n");
+    fixture.writeSource("b.txt", "x\nx\nx\nx\nx\nx\n");
+    fixture.set(calculateInPlace + Lines{{8, "Yes"}, {9, "Yes"}});
+    fixture.run({"a.txt", "b.txt"});
+    const std::string a = fixture.source("a.txt");
+    const std::string b = fixture.source("b.txt");
+    EXPECT_EQ(fixture.messages,
+              std::vector<std::string>{"7 rows held no number and counted as 0: " + a + " row 2, " +
+                                       b + " row 1, " + b + " row 2, " + b + " row 3, " + b +
+                                       " row 4, …; 2 results ran past the "
+                                       "width of the column range: " +
+                                       a + " row 1, " + a + " row 3"});
+    EXPECT_EQ(fixture.result("a.txt.modify"), "100\r\n 0\r\n900\r\n");
+
+    fixture.messages.clear();
+    fixture.set({{8, "No"}, {9, "No"}});
+    fixture.run({"a.txt", "b.txt"});
+    EXPECT_TRUE(fixture.messages.empty());
+}
+
+} // namespace
