@@ -60,6 +60,8 @@ MainMenus::MainMenus(QMainWindow& window) : QObject(&window) {
     QMenu* manage = menu(window, "mnuManage", QStringLiteral("Control(&C)"));
     mnuAddfile = item(manage, "mnuAddfile", QStringLiteral("&Import File"));
     mnuEditCap = item(manage, "mnuEditCap", QStringLiteral("&Edit Task"));
+    mnuRenameTask = item(manage, "mnuRenameTask", QStringLiteral("Re&name Task"));
+    mnuRenameTask->setShortcut(Qt::Key_F2); // where desktops rename
     RunTask = item(manage, "RunTask", QStringLiteral("&Run Task"));
     mnuDeleteFile = item(manage, "mnuDeleteFile", QStringLiteral("&Delete Task Or File"));
     mnuAddPoint = item(manage, "mnuAddPoint", QStringLiteral("&Add Task"));
@@ -99,6 +101,7 @@ MainMenus::MainMenus(QMainWindow& window) : QObject(&window) {
     mnuTree = popup(window, "mnuTree", QStringLiteral("Tree"));
     mnuTAddFile = item(mnuTree, "mnuTAddFile", QStringLiteral("&Improt File"));
     mnuTDelete = item(mnuTree, "mnuTDelete", QStringLiteral("&Edit Task"));
+    mnuTRenameTask = item(mnuTree, "mnuTRenameTask", QStringLiteral("Re&name Task"));
     mnuSplit8 = item(mnuTree, "mnuSplit8", QStringLiteral("&Run Task"));
     mnuTDeleteFile = item(mnuTree, "mnuTDeleteFile", QStringLiteral("&Delete Task Or File"));
     mnuTAddPoint = item(mnuTree, "mnuTAddPoint", QStringLiteral("&Add New Task"));
@@ -142,6 +145,7 @@ void MainMenus::connectTo(frmCorvellum& w) {
 
     on(mnuAddfile, &frmCorvellum::mnuAddfile_Click);
     on(mnuEditCap, &frmCorvellum::EditTask);
+    on(mnuRenameTask, &frmCorvellum::mnuRenameTask_Click);
     on(RunTask, &frmCorvellum::RunTask);
     on(mnuDeleteFile, &frmCorvellum::mnuDeleteFile_Click);
     on(mnuAddPoint, &frmCorvellum::mnuAddPoint_Click);
@@ -166,6 +170,7 @@ void MainMenus::connectTo(frmCorvellum& w) {
 
     twin(mnuTAddFile, mnuAddfile);
     twin(mnuTDelete, mnuEditCap);
+    twin(mnuTRenameTask, mnuRenameTask);
     twin(mnuSplit8, RunTask);
     twin(mnuTDeleteFile, mnuDeleteFile);
     twin(mnuTAddPoint, mnuAddPoint);

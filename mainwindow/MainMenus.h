@@ -37,6 +37,7 @@ public:
     // Control(&C)
     QAction* mnuAddfile;
     QAction* mnuEditCap;
+    QAction* mnuRenameTask;
     QAction* RunTask;
     QAction* mnuDeleteFile;
     QAction* mnuAddPoint;
@@ -63,6 +64,7 @@ public:
     // Tree pop-up: each item runs its twin of the Control menu.
     QAction* mnuTAddFile;
     QAction* mnuTDelete;
+    QAction* mnuTRenameTask;
     QAction* mnuSplit8;
     QAction* mnuTDeleteFile;
     QAction* mnuTAddPoint;

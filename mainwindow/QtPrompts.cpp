@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QFontDialog>
 #include <QInputDialog>
+#include <QLineEdit>
 
 namespace morlevant {
 
@@ -79,6 +80,16 @@ std::optional<QFont> QtPrompts::chooseFont(const QFont& initial) {
 
 QString QtPrompts::inputText(const QString& prompt, const QString& title) {
     return QInputDialog::getText(owner(), title, prompt);
+}
+
+std::optional<QString> QtPrompts::editText(const QString& prompt, const QString& title,
+                                           const QString& initial) {
+    bool accepted = false;
+    const QString text =
+        QInputDialog::getText(owner(), title, prompt, QLineEdit::Normal, initial, &accepted);
+    if (!accepted)
+        return std::nullopt;
+    return text;
 }
 
 } // namespace morlevant

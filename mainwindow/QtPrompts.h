@@ -24,6 +24,8 @@ public:
     QString saveFileName(const FileDialogRequest& request) override;
     std::optional<QFont> chooseFont(const QFont& initial) override;
     QString inputText(const QString& prompt, const QString& title) override;
+    std::optional<QString> editText(const QString& prompt, const QString& title,
+                                    const QString& initial) override;
 
     // The message box's buttons for a question, and the answer the button it returned means.
     // A box closed without a button (Escape, the window's close button) returns the escape

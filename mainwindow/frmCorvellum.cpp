@@ -230,6 +230,7 @@ void frmCorvellum::applyAvailability() {
     enable(available.importFile, {m.mnuAddfile, m.mnuTAddFile});
     enable(available.addTask, {m.mnuAddPoint, m.mnuTAddPoint});
     enable(available.editTask, {m.mnuEditCap, m.mnuTDelete});
+    enable(available.renameTask, {m.mnuRenameTask, m.mnuTRenameTask});
     enable(available.runTask, {m.RunTask, m.mnuSplit8});
     enable(available.deleteNode, {m.mnuDeleteFile, m.mnuTDeleteFile});
     enable(available.sortFiles, {m.mnuSort});
@@ -386,6 +387,14 @@ void frmCorvellum::EditTask() {
     if (task == nullptr)
         return;
     launcher_.EditTask(*task, this);
+    applyAvailability();
+}
+
+void frmCorvellum::mnuRenameTask_Click() {
+    QStandardItem* task = selectedNode();
+    if (!commands_.renameTask(task, programFolder()))
+        return;
+    showNode(task);
     applyAvailability();
 }
 

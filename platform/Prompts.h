@@ -39,6 +39,10 @@ public:
     virtual std::optional<QFont> chooseFont(const QFont& initial) = 0;
     // An input box asking for one line of text; empty when the user cancels.
     virtual QString inputText(const QString& prompt, const QString& title) = 0;
+    // An input box holding `initial` for the user to change; nothing when the user cancels, so
+    // that an emptied box is an answer of its own.
+    virtual std::optional<QString> editText(const QString& prompt, const QString& title,
+                                            const QString& initial) = 0;
 };
 
 } // namespace morlevant

@@ -2,9 +2,12 @@
 
 #include "platform/Prompts.h"
 #include "taskdef/PathNames.h"
+#include "taskdef/TaskError.h"
 #include "taskdef/TaskFiles.h"
+#include "taskdef/TaskRename.h"
 #include "taskdef/VisibleName.h"
 #include "workspace/FileTypes.h"
+#include "workspace/NodeTag.h"
 #include "workspace/TaskTreeModel.h"
 #include "workspace/WorkspaceState.h"
 
@@ -83,6 +86,40 @@ void TreeCommands::refuseUnlistable(const QStringList& paths) {
                        "a task lists its files one name per line. Rename them first:\n") +
             shown.join('\n'),
         promptTitle);
+}
+
+bool TreeCommands::renameTask(QStandardItem* task, const QString& programFolder) {
+    if (task == nullptr || !NodeTag::split(TaskTreeModel::tag(task)).path.isEmpty())
+        return false;
+    const std::optional<QString> answer = prompts_.editText(
+        QStringLiteral("New name of the task:"), QStringLiteral("Rename Task"), task->text());
+    if (!answer || *answer == task->text())
+        return false;
+    const QString& name = *answer;
+    QString problem = QString::fromStdString(taskNameProblem(name.toStdString()));
+    const QList<QStandardItem*> nodes = model_.nodesInOrder();
+    const bool taken = std::any_of(nodes.begin(), nodes.end(), [&](const QStandardItem* other) {
+        return other != task && other->text() == name &&
+               NodeTag::split(TaskTreeModel::tag(other)).path.isEmpty();
+    });
+    if (problem.isEmpty() && taken)
+        problem = QStringLiteral("Another task is already named \"%1\": choose another name")
+                      .arg(QString::fromStdString(visibleName(name.toStdString())));
+    if (problem.isEmpty()) {
+        try {
+            renameTaskFiles(programFolder.toStdString(), task->text().toStdString(),
+                            name.toStdString());
+        } catch (const TaskError& failure) {
+            problem = QString::fromStdString(failure.what());
+        }
+    }
+    if (!problem.isEmpty()) {
+        prompts_.error(problem, promptTitle);
+        return false;
+    }
+    task->setText(name);
+    state_.TaskDirty = true;
+    return true;
 }
 
 QStandardItem* TreeCommands::deleteNode(QStandardItem* selected) {

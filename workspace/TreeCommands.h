@@ -11,11 +11,11 @@ class Prompts;
 class TaskTreeModel;
 struct WorkspaceState;
 
-// The commands that add, import, delete and sort nodes of the task tree. Each takes the
+// The commands that add, import, rename, delete and sort nodes of the task tree. Each takes the
 // selected node (nullptr when none) and returns the node that should be selected afterwards
 // (nullptr: leave the selection to the view). Adding, importing and deleting mark the
-// workspace changed; sorting does not, so a sorted order reaches the file only with the next
-// save.
+// workspace changed, and so does renaming; sorting does not, so a sorted order reaches the file
+// only with the next save.
 class TreeCommands final {
 public:
     TreeCommands(TaskTreeModel& model, WorkspaceState& state, Prompts& prompts);
@@ -32,6 +32,12 @@ public:
     // holds a line break is left out, and the user told why: a task's file list could not keep
     // it. Returns nullptr when no file is added.
     QStandardItem* addFiles(QStandardItem* selected, const QStringList& chosen, bool intoSelected);
+
+    // Asks for a new name of the task and gives it to the node and to the task's files in
+    // programFolder's "task" folder together. A name that another task has, an empty one or one
+    // that a file name cannot hold is refused with a message, and nothing changes. True when the
+    // task was renamed.
+    bool renameTask(QStandardItem* task, const QString& programFolder);
 
     // Removes the selected node; one with children only after the user confirmed. Nothing is
     // removed from the disk.

@@ -18,6 +18,7 @@ public:
     QQueue<QStringList> fileNames;
     QQueue<std::optional<QFont>> fonts;
     QQueue<QString> inputs;
+    QQueue<std::optional<QString>> edits;
     QList<FileDialogRequest> dialogs;
 
     void information(const QString& text, const QString& title) override {
@@ -47,6 +48,11 @@ public:
     QString inputText(const QString& prompt, const QString& title) override {
         asked.append("input|" + title + "|" + prompt);
         return next(inputs, "input box: " + prompt);
+    }
+    std::optional<QString> editText(const QString& prompt, const QString& title,
+                                    const QString& initial) override {
+        asked.append("edit|" + title + "|" + prompt + "|" + initial);
+        return next(edits, "input box: " + prompt);
     }
 
     // The messages and questions only, without the dialogs.
