@@ -82,6 +82,8 @@ MainMenus::MainMenus(QMainWindow& window) : QObject(&window) {
     mnuAFSon = item(option, "mnuAFSon", QStringLiteral("Add File In Sub"), true);
     mnuDrag = item(option, "mnuDrag", QStringLiteral("Drag"), true);
     mnuPath = item(option, "mnuPath", QStringLiteral("Relative Path"), true);
+    mnuEditWithSettings = item(option, "mnuEditWithSettings",
+                               QStringLiteral("Edit Task opens with the task's settings"), true);
     option->addSeparator();
     mnuFileMatch = item(option, "mnuFileMatch", QStringLiteral("&Open *.tsk with Morlevant"));
     mnuCancelFileMatch =

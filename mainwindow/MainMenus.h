@@ -55,6 +55,7 @@ public:
     QAction* mnuAFSon;
     QAction* mnuDrag;
     QAction* mnuPath;
+    QAction* mnuEditWithSettings;
     QAction* mnuFileMatch;
     QAction* mnuCancelFileMatch;
     // Help(&H)
