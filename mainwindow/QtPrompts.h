@@ -32,9 +32,16 @@ public:
     // button or none; either counts as the last button offered.
     static QMessageBox::StandardButtons offeredButtons(Buttons buttons);
     static Answer answerOf(QMessageBox::StandardButton chosen, Buttons buttons);
+    // Makes the box at least as wide as its title needs beside the frame's buttons, so that the
+    // title is not cut short to "M…t" over a short message.
+    static void widenForTitle(QMessageBox& box);
 
 private:
     QWidget* owner() const;
+    // Shows a box over owner() and returns the button chosen (NoButton when closed without one).
+    QMessageBox::StandardButton showBox(QMessageBox::Icon icon, const QString& title,
+                                        const QString& text, QMessageBox::StandardButtons buttons,
+                                        QMessageBox::StandardButton defaultButton);
 
     QWidget* parent_;
 };
