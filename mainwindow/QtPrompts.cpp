@@ -81,7 +81,7 @@ Answer QtPrompts::answerOf(QMessageBox::StandardButton chosen, Buttons buttons) 
 
 QStringList QtPrompts::openFileNames(const FileDialogRequest& request) {
     return QFileDialog::getOpenFileNames(owner(), request.title, initialPath(request),
-                                         request.filter);
+                                         request.filter, request.selectedFilter);
 }
 
 QString QtPrompts::openFileName(const FileDialogRequest& request) {

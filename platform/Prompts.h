@@ -19,6 +19,9 @@ struct FileDialogRequest {
     QString filter;
     QString directory;
     QString fileName;
+    // When given, the file type the dialog starts on (empty: the first), and afterwards the one
+    // the user chose.
+    QString* selectedFilter = nullptr;
 };
 
 // Every message box, question, input box and file or font dialog the program shows goes through

@@ -32,6 +32,7 @@ QStandardItem* TreeCommands::addTask(QStandardItem* selected) {
         task = model_.insertNodeAfter(selected,
                                       QStringLiteral("My Batch Task %1").arg(model_.nodeCount()));
     }
+    TaskTreeModel::setFolderImages(task);
     state_.TaskDirty = true;
     return task;
 }
@@ -39,7 +40,7 @@ QStandardItem* TreeCommands::addTask(QStandardItem* selected) {
 QStandardItem* TreeCommands::importFiles(QStandardItem* selected, bool intoSelected) {
     const QStringList paths = prompts_.openFileNames(
         {QStringLiteral("Select File"), QStringLiteral("Text File (*.txt);;All Files (*)"),
-         lastDirectory_, QString()});
+         lastDirectory_, QString(), &lastFilter_});
     if (paths.isEmpty())
         return nullptr;
     lastDirectory_ = QFileInfo(paths.first()).absolutePath();
@@ -60,6 +61,7 @@ QStandardItem* TreeCommands::addFiles(QStandardItem* selected, const QStringList
     // selected, into the last task.
     if (model_.rowCount() == 0) {
         selected = model_.appendNode(nullptr, TaskTreeModel::defaultTaskCaption());
+        TaskTreeModel::setFolderImages(selected);
         intoSelected = true;
     } else if (selected == nullptr) {
         selected = model_.item(model_.rowCount() - 1);

@@ -25,8 +25,9 @@ public:
     QStandardItem* addTask(QStandardItem* selected);
 
     // Asks for files and adds a node for each, under the selected node when intoSelected,
-    // otherwise right after it. The files keep the order in which the dialog returned them.
-    // Returns the last node added, or nullptr when the user cancelled.
+    // otherwise right after it. The dialog opens on the folder and the file type last chosen. The
+    // files keep the order in which the dialog returned them. Returns the last node added, or
+    // nullptr when the user cancelled.
     QStandardItem* importFiles(QStandardItem* selected, bool intoSelected);
     // The same without the dialog, for files the user has already chosen. A file whose name
     // holds a line break is left out, and the user told why: a task's file list could not keep
@@ -57,6 +58,7 @@ private:
     WorkspaceState& state_;
     Prompts& prompts_;
     QString lastDirectory_;
+    QString lastFilter_; // the file type last chosen in the import dialog
 };
 
 } // namespace morlevant
