@@ -90,6 +90,20 @@ void TreeCommands::refuseUnlistable(const QStringList& paths) {
         promptTitle);
 }
 
+QString TreeCommands::nameRefusal(const QStandardItem* task, const QString& name) const {
+    if (const std::string problem = taskNameProblem(name.toStdString()); !problem.empty())
+        return QString::fromStdString(problem);
+    const QList<QStandardItem*> nodes = model_.nodesInOrder();
+    const bool taken = std::any_of(nodes.begin(), nodes.end(), [&](const QStandardItem* other) {
+        return other != task && other->text() == name &&
+               NodeTag::split(TaskTreeModel::tag(other)).path.isEmpty();
+    });
+    if (!taken)
+        return {};
+    return QStringLiteral("Another task is already named \"%1\": choose another name")
+        .arg(QString::fromStdString(visibleName(name.toStdString())));
+}
+
 bool TreeCommands::renameTask(QStandardItem* task, const QString& programFolder) {
     if (task == nullptr || !NodeTag::split(TaskTreeModel::tag(task)).path.isEmpty())
         return false;
@@ -98,15 +112,7 @@ bool TreeCommands::renameTask(QStandardItem* task, const QString& programFolder)
     if (!answer || *answer == task->text())
         return false;
     const QString& name = *answer;
-    QString problem = QString::fromStdString(taskNameProblem(name.toStdString()));
-    const QList<QStandardItem*> nodes = model_.nodesInOrder();
-    const bool taken = std::any_of(nodes.begin(), nodes.end(), [&](const QStandardItem* other) {
-        return other != task && other->text() == name &&
-               NodeTag::split(TaskTreeModel::tag(other)).path.isEmpty();
-    });
-    if (problem.isEmpty() && taken)
-        problem = QStringLiteral("Another task is already named \"%1\": choose another name")
-                      .arg(QString::fromStdString(visibleName(name.toStdString())));
+    QString problem = nameRefusal(task, name);
     if (problem.isEmpty()) {
         try {
             renameTaskFiles(programFolder.toStdString(), task->text().toStdString(),

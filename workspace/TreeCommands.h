@@ -51,6 +51,9 @@ public:
     const QString& lastDirectory() const { return lastDirectory_; }
 
 private:
+    // Why the task cannot be called name: what a file name cannot hold, or another task (a node
+    // without a file) of that name; empty when it can.
+    QString nameRefusal(const QStandardItem* task, const QString& name) const;
     // Says which files are left out because their names hold a line break.
     void refuseUnlistable(const QStringList& paths);
 

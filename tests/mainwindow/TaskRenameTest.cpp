@@ -1,8 +1,11 @@
 // "Rename Task" from the window: the node, the settings file and the file list together, or
 // nothing at all.
+#include "mainwindow/TaskTreeView.h"
 #include "tests/mainwindow/WindowFixture.h"
 
+#include <QApplication>
 #include <QLabel>
+#include <QTest>
 
 namespace morlevant {
 namespace {
@@ -30,9 +33,10 @@ protected:
 };
 
 TEST_F(TaskRename, MovesTheSettingsAndTheFileListWithTheCaption) {
-    EXPECT_EQ(menus().mnuRenameTask->shortcut(), QKeySequence(Qt::Key_F2));
+    // F2 in the tree, as on the desktop.
+    QApplication::setActiveWindow(window.get());
     prompts.edits.enqueue("Prices");
-    menus().mnuTRenameTask->trigger(); // the tree's menu runs the same command
+    QTest::keyClick(window->tvMain(), Qt::Key_F2);
     EXPECT_EQ(prompts.asked, QStringList{"edit|Rename Task|New name of the task:|My Batch Task"});
     EXPECT_EQ(tree(), "Prices[a] Other");
     EXPECT_EQ(window->lbCaption()->text(), "Prices");
@@ -41,6 +45,12 @@ TEST_F(TaskRename, MovesTheSettingsAndTheFileListWithTheCaption) {
     EXPECT_FALSE(exists("task/My Batch Task.edt"));
     EXPECT_EQ(testing::readBytes(home.file("task/Prices.ttp")), "settings\r\n");
     EXPECT_EQ(testing::readBytes(home.file("task/Prices.edt")), "list\r\n");
+
+    // The tree's menu runs the same command.
+    prompts.edits.enqueue("Prices 2");
+    menus().mnuTRenameTask->trigger();
+    EXPECT_EQ(tree(), "Prices 2[a] Other");
+    EXPECT_TRUE(exists("task/Prices 2.ttp"));
 }
 
 TEST_F(TaskRename, RefusesANameItCannotTakeAndChangesNothing) {
