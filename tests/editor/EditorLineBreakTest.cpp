@@ -37,12 +37,5 @@ TEST_F(EditorLineBreak, YesWritesTheLineBreakAsTheFileAlwaysHas) {
     EXPECT_NE(file.find("\r\none\r\ntwo\r\n1\r\n2\r\n"), std::string::npos) << file;
 }
 
-TEST_F(EditorLineBreak, ABoxOnOneLineAsksNothing) {
-    driver().perform({"Check4", "Text7=one two", "Text8=1 2"});
-    click("ok");
-    EXPECT_TRUE(prompts.asked.isEmpty()) << prompts.asked.join('\n').toStdString();
-    EXPECT_EQ(dialog->result(), QDialog::Accepted);
-}
-
 } // namespace
 } // namespace morlevant

@@ -68,6 +68,19 @@ TEST_F(EditWithSettings, OnTheEditorShowsTheSettingsAndCancelLeavesTheTaskAsItWa
     EXPECT_EQ(fileList(), listFile + homeFile("in/b.txt").toStdString() + "\r\n");
 }
 
+TEST_F(EditWithSettings, OnSettingsThatAreNotCompleteShowTheDefaultsAndStayAsTheyAre) {
+    menus().mnuEditWithSettings->trigger();
+    testing::writeBytes(home.file("task/My Batch Task.ttp"), "1\r\n\r\n");
+    QString shown = "?";
+    editorScript = [&shown](const testing::EditorDriver& editor) {
+        shown = editor.text("Text1");
+        editor.click("cancel");
+    };
+    menus().mnuEditCap->trigger();
+    EXPECT_EQ(shown, "");
+    EXPECT_EQ(settings(), "1\r\n\r\n");
+}
+
 TEST_F(EditWithSettings, TheOptionIsRememberedInTheSettingsStore) {
     menus().mnuEditWithSettings->trigger();
     window->state().TaskDirty = false;
