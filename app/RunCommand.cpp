@@ -98,6 +98,17 @@ void prepareProgramFolder(const std::string& home) {
         throw TaskError("Cannot create the folder " + mergeFolder(home) + ": " + failed.message());
 }
 
+// Where a task without its file list was looked for when no --home chose the folder: the task
+// may have been edited under another program folder.
+std::string folderLookedIn(const Options& options, const std::string& home) {
+    std::error_code error;
+    if (options.home || home.empty() ||
+        std::filesystem::exists(toFsPath(taskFolder(home) + options.task + ".edt"), error))
+        return {};
+    return " (looked in the program folder " + home +
+           "; choose another with --home DIR or MORLEVANT_HOME)";
+}
+
 } // namespace
 
 const char* const RunCommand::usage =
@@ -136,9 +147,9 @@ int RunCommand::run(const std::vector<std::string>& arguments) {
         return 0;
     }
 
+    std::string home;
     try {
-        const std::string home =
-            options.home ? *options.home : resolveProgramFolder(environment_.surroundings);
+        home = options.home ? *options.home : resolveProgramFolder(environment_.surroundings);
         if (options.previewRows)
             return preview(home, options.task, *options.previewRows);
         prepareProgramFolder(home);
@@ -166,7 +177,7 @@ int RunCommand::run(const std::vector<std::string>& arguments) {
     } catch (const RunStopped& stopped) {
         return interrupted(stopped);
     } catch (const std::exception& error) {
-        return fail(error.what());
+        return fail(error.what() + folderLookedIn(options, home));
     }
     if (barShown_)
         err_ << '\n';

@@ -41,8 +41,9 @@ int main(int argc, char** argv) {
     morlevant::QtPrompts prompts;
     morlevant::DesktopShell shell;
     morlevant::SettingsStore settings;
-    const auto openTaskEditor = [&prompts](QWidget* parent, const QString& taskPath) {
-        return morlevant::TaskEditorDialog::edit(prompts, parent, taskPath);
+    const auto openTaskEditor = [&prompts](QWidget* parent, const QString& taskPath,
+                                           const morlevant::TaskPageSettings* shown) {
+        return morlevant::TaskEditorDialog::edit(prompts, parent, taskPath, shown);
     };
     morlevant::frmCorvellum window(
         {prompts, shell, settings, openTaskEditor, QString::fromStdString(programFolder)});

@@ -36,10 +36,13 @@ CalculatePage::CalculatePage(Prompts& prompts, QWidget* parent)
     KeyFilter::install(decimalNumber_, &KeyFilter::digit);
 
     auto* options = new QFormLayout;
-    options->addRow(plainLabel(QStringLiteral("decimal     number:")), decimalNumber_);
-    options->addRow(plainLabel(QStringLiteral("alignment   in    file:")), alignment_);
-    options->addRow(plainLabel(QStringLiteral("non-numeric  Alert:")), nonNumericAlert_);
-    options->addRow(plainLabel(QStringLiteral("cross-border Alert:")), crossBorderAlert_);
+    const auto row = [options](const QString& caption, QWidget* field) {
+        options->addRow(labelFor(plainLabel(caption), field), field);
+    };
+    row(QStringLiteral("decimal     number:"), decimalNumber_);
+    row(QStringLiteral("alignment   in    file:"), alignment_);
+    row(QStringLiteral("non-numeric  Alert:"), nonNumericAlert_);
+    row(QStringLiteral("cross-border Alert:"), crossBorderAlert_);
 
     auto* layout = new QVBoxLayout(controls());
     layout->setContentsMargins(0, 0, 0, 0);
@@ -55,6 +58,14 @@ void CalculatePage::store(TaskPageSettings& settings) const {
     settings.nonNumericAlert = nonNumericAlert_->currentText().toStdString();
     settings.crossBorderAlert = crossBorderAlert_->currentText().toStdString();
     settings.calculateSteps = steps_->steps().toStdString();
+}
+
+void CalculatePage::loadControls(const TaskPageSettings& settings) {
+    decimalNumber_->setText(QString::fromStdString(settings.decimalNumber));
+    alignment_->setCurrentText(QString::fromStdString(settings.alignment));
+    nonNumericAlert_->setCurrentText(QString::fromStdString(settings.nonNumericAlert));
+    crossBorderAlert_->setCurrentText(QString::fromStdString(settings.crossBorderAlert));
+    steps_->setSteps(QString::fromStdString(settings.calculateSteps));
 }
 
 QString CalculatePage::missingInput() const {

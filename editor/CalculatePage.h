@@ -21,6 +21,9 @@ public:
     void store(TaskPageSettings& settings) const override;
     QString missingInput() const override;
 
+protected:
+    void loadControls(const TaskPageSettings& settings) override;
+
 private:
     QLineEdit* decimalNumber_;
     QComboBox* alignment_;

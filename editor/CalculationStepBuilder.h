@@ -20,6 +20,8 @@ public:
 
     // The step box's text, line 10 of the settings.
     QString steps() const;
+    // Steps built before, as a task's settings keep them.
+    void setSteps(const QString& steps);
 
     // Appends the step of button k (0 "+" .. 5 "%"); an empty operand box only gets "Please
     // input a number in the textbox".

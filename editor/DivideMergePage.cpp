@@ -28,6 +28,9 @@ DivideMergePage::DivideMergePage(Prompts& prompts, const EditRangePage& ranges, 
         texts_[static_cast<std::size_t>(i)] =
             named<QLineEdit>(arrayName("Text_dm", i), QString::fromLatin1(defaults[i]));
 
+    texts_[RowsText]->setAccessibleName(spokenName(actions_[RowsBox]->text()));
+    texts_[ColumnsText]->setAccessibleName(spokenName(actions_[ColumnsBox]->text()));
+
     auto* actions = new QGridLayout;
     actions->addWidget(actions_[RowsBox], 0, 0);
     actions->addWidget(texts_[RowsText], 0, 1);
@@ -41,16 +44,21 @@ DivideMergePage::DivideMergePage(Prompts& prompts, const EditRangePage& ranges, 
     actions->setColumnStretch(1, 1);
 
     auto* numbers = new QHBoxLayout;
-    numbers->addWidget(plainLabel(QStringLiteral("range of (*):")));
+    numbers->addWidget(
+        labelFor(plainLabel(QStringLiteral("range of (*):")), texts_[FirstNumberText]));
     numbers->addWidget(texts_[FirstNumberText], 1);
     numbers->addWidget(plainLabel(QStringLiteral("-")));
     numbers->addWidget(texts_[LastNumberText], 1);
+    // The two ends of one range: "from" and "to" say which is which.
+    texts_[FirstNumberText]->setAccessibleName(QStringLiteral("range of (*) from"));
+    texts_[LastNumberText]->setAccessibleName(QStringLiteral("range of (*) to"));
 
     auto* layout = new QVBoxLayout(controls());
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(actions);
     layout->addSpacing(12);
-    layout->addWidget(plainLabel(QStringLiteral("divide filename template:")));
+    layout->addWidget(
+        labelFor(plainLabel(QStringLiteral("divide filename template:")), texts_[TemplateText]));
     layout->addWidget(texts_[TemplateText]);
     layout->addLayout(numbers);
     layout->addStretch(1);
@@ -110,6 +118,16 @@ void DivideMergePage::store(TaskPageSettings& settings) const {
     settings.divideNameTemplate = texts_[TemplateText]->text().toStdString();
     settings.divideNumberFrom = texts_[FirstNumberText]->text().toStdString();
     settings.divideNumberTo = texts_[LastNumberText]->text().toStdString();
+}
+
+void DivideMergePage::loadControls(const TaskPageSettings& settings) {
+    tickAction(actions_, settings.divideAction);
+    enableActions({RowsBox, ColumnsBox, RangeRowBox, RangeColumnBox, MergeBox});
+    const std::string* lines[] = {&settings.divideByRowValue, &settings.divideByColumnValue,
+                                  &settings.divideNameTemplate, &settings.divideNumberFrom,
+                                  &settings.divideNumberTo};
+    for (int i = 0; i < textBoxCount; ++i)
+        texts_[static_cast<std::size_t>(i)]->setText(QString::fromStdString(*lines[i]));
 }
 
 QString DivideMergePage::missingInput() const {

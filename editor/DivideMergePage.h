@@ -32,6 +32,7 @@ public:
 
 protected:
     void pageChosen(bool chosen) override;
+    void loadControls(const TaskPageSettings& settings) override;
 
 private:
     // The action boxes Check_dm(0..4), in the order of their codes on line 26.

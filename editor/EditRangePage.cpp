@@ -24,6 +24,8 @@ EditRangePage::EditRangePage(Prompts& prompts, QWidget* parent)
       takeOut_(named<QCheckBox>(QStringLiteral("Check2"),
                                 QStringLiteral("take the operating ranges out"))) {
     setObjectName(QStringLiteral("Frame_range"));
+    labelFor(rowLabel_, rowBox_);
+    labelFor(columnLabel_, columnBox_);
     RangeBoxCheck::install(rowBox_, RangeBox::Row, prompts, columnBox_);
     RangeBoxCheck::install(columnBox_, RangeBox::Column, prompts);
 
@@ -87,6 +89,15 @@ bool EditRangePage::allRange() const {
 
 bool EditRangePage::takeRangesOut() const {
     return takeOut_->isChecked();
+}
+
+void EditRangePage::load(const TaskPageSettings& settings) {
+    const bool byRanges = settings.rangeMode == "2";
+    (byRanges ? selectByRanges_ : allRange_)->setChecked(true);
+    rowBox_->setText(QString::fromStdString(settings.rowRange));
+    columnBox_->setText(QString::fromStdString(settings.columnRange));
+    takeOut_->setChecked(settings.takeRangesOut == "1");
+    applyRangeMode(byRanges);
 }
 
 void EditRangePage::store(TaskPageSettings& settings) const {

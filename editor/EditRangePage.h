@@ -27,6 +27,8 @@ public:
 
     // Lines 1 to 4 of the settings: the range mode, the two ranges, the take-out flag.
     void store(TaskPageSettings& settings) const;
+    // Sets the tab as lines 1 to 4 say; a mode of "1" shows "all range".
+    void load(const TaskPageSettings& settings);
 
 signals:
     void rangeModeClicked(bool selectByRanges);

@@ -25,4 +25,20 @@ inline QLabel* plainLabel(const QString& text, const QString& objectName = {}) {
     return label;
 }
 
+// What a screen reader says for a control captioned `caption`: its words without the colon
+// ("decimal     number:" is "decimal number").
+inline QString spokenName(const QString& caption) {
+    QString name = caption.simplified();
+    if (name.endsWith(u':'))
+        name.chop(1);
+    return name;
+}
+
+// Makes label the label of control: its buddy, and what a screen reader calls the control.
+inline QLabel* labelFor(QLabel* label, QWidget* control) {
+    label->setBuddy(control);
+    control->setAccessibleName(spokenName(label->text()));
+    return label;
+}
+
 } // namespace morlevant

@@ -19,6 +19,11 @@ public:
 
     void store(TaskPageSettings& settings) const override;
     QString missingInput() const override;
+    // What "ok" asks before saving when a large box holds a line break; empty when neither does.
+    QString lineBreakQuestion() const;
+
+protected:
+    void loadControls(const TaskPageSettings& settings) override;
 
 private:
     std::array<QLineEdit*, 6> lineBoxes_{}; // Text1 .. Text6

@@ -51,6 +51,15 @@ InsertFilterPage::InsertFilterPage(Prompts& prompts, const QDateTime& opened, QW
     for (int i = 0; i < textBoxCount; ++i)
         texts_[static_cast<std::size_t>(i)] = named<QLineEdit>(arrayName("Text_id", i));
     texts_[ExtraText]->setToolTip(QStringLiteral("Kept with the task's settings"));
+    // The boxes beside the action boxes are named after them.
+    const std::pair<QWidget*, ActionBox> besideActions[] = {
+        {dateTime_, InsertDateTimeBox},
+        {texts_[StringText], InsertStringBox},
+        {texts_[FileText], InsertFileBox},
+        {texts_[ReplacementText], FilterReplaceBox}};
+    for (const auto& [box, action] : besideActions)
+        box->setAccessibleName(spokenName(actions_[action]->text()));
+    templates_->setAccessibleName(QStringLiteral("filter templates"));
 
     dateTime_->addItems(dateTimeSamples(opened, QLocale::system()));
     dateTime_->setCurrentIndex(initialDateTimeSample);
@@ -72,7 +81,8 @@ InsertFilterPage::InsertFilterPage(Prompts& prompts, const QDateTime& opened, QW
             [this](QTreeWidgetItem* row) { texts_[PatternText]->setText(row->text(2)); });
 
     auto* grid = new QGridLayout;
-    grid->addWidget(texts_[ExtraText], 0, 0, 1, 3);
+    grid->addWidget(labelFor(plainLabel(QStringLiteral("note:")), texts_[ExtraText]), 0, 0);
+    grid->addWidget(texts_[ExtraText], 0, 1, 1, 2);
     grid->addWidget(actions_[InsertDateTimeBox], 1, 0);
     grid->addWidget(dateTime_, 1, 1, 1, 2);
     grid->addWidget(actions_[InsertStringBox], 2, 0);
@@ -84,8 +94,10 @@ InsertFilterPage::InsertFilterPage(Prompts& prompts, const QDateTime& opened, QW
     grid->addWidget(texts_[ReplacementText], 4, 1, 1, 2);
     grid->addWidget(actions_[FilterDeleteBox], 5, 0);
     grid->addWidget(actions_[FilterOutputBox], 6, 0);
-    grid->addWidget(plainLabel(QStringLiteral("regular expression:"), QStringLiteral("Label_id")),
-                    7, 0);
+    grid->addWidget(
+        labelFor(plainLabel(QStringLiteral("regular expression:"), QStringLiteral("Label_id")),
+                 texts_[PatternText]),
+        7, 0);
     grid->addWidget(texts_[PatternText], 7, 1, 1, 2);
     grid->setColumnStretch(1, 1);
 
@@ -126,6 +138,23 @@ void InsertFilterPage::store(TaskPageSettings& settings) const {
     settings.filterReplacement = texts_[ReplacementText]->text().toStdString();
     settings.filterPattern = texts_[PatternText]->text().toStdString();
     settings.insertExtra = texts_[ExtraText]->text().toStdString();
+}
+
+void InsertFilterPage::loadControls(const TaskPageSettings& settings) {
+    tickAction(actions_, settings.insertAction);
+    for (int k = 0; k < actionBoxCount; ++k)
+        if (actions_[static_cast<std::size_t>(k)]->isChecked())
+            actionClicked(k);
+    // The list shows samples of this moment; the sample the task keeps is shown as it was kept.
+    const QString sample = QString::fromStdString(settings.dateTimeFormat);
+    if (dateTime_->findText(sample) < 0)
+        dateTime_->addItem(sample);
+    dateTime_->setCurrentIndex(dateTime_->findText(sample));
+    const std::string* lines[] = {&settings.insertString, &settings.insertFile,
+                                  &settings.filterReplacement, &settings.filterPattern,
+                                  &settings.insertExtra};
+    for (int i = 0; i < textBoxCount; ++i)
+        texts_[static_cast<std::size_t>(i)]->setText(QString::fromStdString(*lines[i]));
 }
 
 QString InsertFilterPage::missingInput() const {

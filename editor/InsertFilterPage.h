@@ -27,6 +27,9 @@ public:
     void store(TaskPageSettings& settings) const override;
     QString missingInput() const override;
 
+protected:
+    void loadControls(const TaskPageSettings& settings) override;
+
 private:
     // The action boxes Check_id(0..5), in the order of their codes on line 19.
     enum ActionBox {

@@ -1,5 +1,7 @@
 #include "editor/OperationPage.h"
 
+#include "taskdef/TaskPageSettings.h"
+
 #include <QCheckBox>
 #include <QVBoxLayout>
 
@@ -25,6 +27,19 @@ OperationPage::OperationPage(const QString& frameName, PageCode pageCode, QWidge
 
 bool OperationPage::isChosen() const {
     return pageBox_->isChecked();
+}
+
+void OperationPage::load(const TaskPageSettings& settings) {
+    const bool chosen = settings.operationPage == std::to_string(static_cast<int>(pageCode_));
+    pageBox_->setChecked(chosen);
+    controls_->setEnabled(chosen);
+    loadControls(settings);
+    pageChosen(chosen);
+}
+
+void OperationPage::tickAction(std::span<QCheckBox* const> actions, const std::string& code) {
+    for (std::size_t k = 0; k < actions.size(); ++k)
+        actions[k]->setChecked(code == std::to_string(k + 1));
 }
 
 int OperationPage::actionCode(std::span<QCheckBox* const> actions) {

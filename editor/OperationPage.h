@@ -23,6 +23,9 @@ public:
 
     // Puts the page's values into their lines of the settings; all pages do, chosen or not.
     virtual void store(TaskPageSettings& settings) const = 0;
+    // The other way: the page box and every control as the settings say, ticked boxes
+    // disabling the others as a click would.
+    void load(const TaskPageSettings& settings);
     // What "ok" says when this page is chosen but not filled in enough to run; empty when fine.
     virtual QString missingInput() const = 0;
 
@@ -37,6 +40,10 @@ protected:
     QWidget* controls() const { return controls_; }
     // Called after the page's controls were enabled or disabled by the page box.
     virtual void pageChosen(bool /*chosen*/) {}
+    // Sets the page's controls from their lines of the settings.
+    virtual void loadControls(const TaskPageSettings& settings) = 0;
+    // Ticks the box of an action code (1 the first box; 0 none), unticking the others.
+    static void tickAction(std::span<QCheckBox* const> actions, const std::string& code);
 
     // The code of a group of action boxes: each ticked box weighs its position from 1, the
     // settings file's own encoding; 0 when none is ticked.

@@ -38,14 +38,15 @@ QPushButton* button(const QString& objectName, const QString& caption) {
 TaskEditorDialog::TaskEditorDialog(Prompts& prompts, const QString& taskPath, QWidget* parent,
                                    const QDateTime& opened)
     : QDialog(parent), prompts_(prompts), tabs_(named<QTabWidget>(QStringLiteral("taskedit"))),
-      rangePage_(new EditRangePage(prompts)), templates_(new TemplateLibrary(prompts)),
+      rangePage_(new EditRangePage(prompts)), findReplacePage_(new FindReplacePage),
+      templates_(new TemplateLibrary(prompts)),
       taskPath_(named<QLineEdit>(QStringLiteral("lujing"), taskPath)) {
     setObjectName(QStringLiteral("frmTask"));
     setWindowTitle(QStringLiteral("Edit Task - ") + QFileInfo(taskPath).fileName());
     taskPath_->setVisible(false);
 
     auto* divide = new DivideMergePage(prompts, *rangePage_);
-    operationPages_ = {new CalculatePage(prompts), new FindReplacePage,
+    operationPages_ = {new CalculatePage(prompts), findReplacePage_,
                        new InsertFilterPage(prompts, opened), divide};
     tabs_->addTab(rangePage_, QStringLiteral("Edit Range"));
     const char* captions[] = {"Calculate", "Find and Replace", "Insert Or Filter",
@@ -90,9 +91,22 @@ TaskEditorDialog::TaskEditorDialog(Prompts& prompts, const QString& taskPath, QW
 
 TaskEditorDialog::~TaskEditorDialog() = default;
 
-bool TaskEditorDialog::edit(Prompts& prompts, QWidget* parent, const QString& taskPath) {
+bool TaskEditorDialog::edit(Prompts& prompts, QWidget* parent, const QString& taskPath,
+                            const TaskPageSettings* shown) {
     TaskEditorDialog dialog(prompts, taskPath, parent);
+    if (shown != nullptr)
+        dialog.showSettings(*shown);
     return dialog.exec() == QDialog::Accepted;
+}
+
+void TaskEditorDialog::showSettings(const TaskPageSettings& settings) {
+    // The ranges first: which divides may be chosen depends on them.
+    rangePage_->load(settings);
+    for (OperationPage* page : operationPages_)
+        page->load(settings);
+    for (OperationPage* page : operationPages_)
+        if (page->isChosen())
+            pageBoxClicked(*page, true);
 }
 
 void TaskEditorDialog::pageBoxClicked(const OperationPage& page, bool ticked) {
@@ -149,6 +163,11 @@ void TaskEditorDialog::ok() {
         prompts_.information(message, promptTitle);
         return;
     }
+    // The settings file is written as it always was once the user knows what a line break does.
+    if (const QString question = findReplacePage_->lineBreakQuestion();
+        !question.isEmpty() &&
+        prompts_.question(question, promptTitle, Buttons::YesNo) != Answer::Yes)
+        return;
     const QString path = taskPath_->text() + QStringLiteral(".ttp");
     try {
         writeTaskPageSettings(path.toStdString(), settings());

@@ -10,13 +10,14 @@ class QTabWidget;
 namespace morlevant {
 
 class EditRangePage;
+class FindReplacePage;
 class OperationPage;
 class Prompts;
 class TemplateLibrary;
 struct TaskPageSettings;
 
 // The task editor: five tabs on which the user says once what a task does to each of its
-// files. It always opens on the defaults, whatever the task held before; "ok" checks the
+// files. It opens on the defaults, or on the task's settings when given them; "ok" checks the
 // chosen page and writes the task's settings file, "cancel" writes nothing.
 class TaskEditorDialog final : public QDialog {
     Q_OBJECT
@@ -28,11 +29,15 @@ public:
                      const QDateTime& opened = QDateTime::currentDateTime());
     ~TaskEditorDialog() override;
 
-    // Shows the editor modally; true when the task's settings were written.
-    static bool edit(Prompts& prompts, QWidget* parent, const QString& taskPath);
+    // Shows the editor modally, its controls as `shown` says (nullptr: the defaults); true when
+    // the task's settings were written.
+    static bool edit(Prompts& prompts, QWidget* parent, const QString& taskPath,
+                     const TaskPageSettings* shown = nullptr);
 
     // The 31 values as the controls hold them now.
     TaskPageSettings settings() const;
+    // Sets every control as the settings say, the tabs enabled as the chosen page leaves them.
+    void showSettings(const TaskPageSettings& settings);
 
     // "ok": the first failing check shows its message and leaves everything as it is;
     // otherwise the settings are written and the editor closes accepted.
@@ -49,6 +54,7 @@ private:
     QTabWidget* tabs_; // taskedit
     EditRangePage* rangePage_;
     std::array<OperationPage*, 4> operationPages_{};
+    FindReplacePage* findReplacePage_;
     TemplateLibrary* templates_; // frame_temp
     QLineEdit* taskPath_;        // lujing
 };

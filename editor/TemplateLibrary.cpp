@@ -37,6 +37,7 @@ TemplateLibrary::TemplateLibrary(Prompts& prompts, QWidget* parent)
     setObjectName(QStringLiteral("frame_temp"));
     auto* add = button(QStringLiteral("cmd_add"), QStringLiteral("\u2192"));
     add->setToolTip(QStringLiteral("add template task"));
+    add->setAccessibleName(add->toolTip()); // rather than the arrow's name
     auto* deleteFromLibrary =
         button(QStringLiteral("cmd_delete"), QStringLiteral("selected delete"));
     auto* deleteSelected = button(QStringLiteral("cmd_delete1"), QStringLiteral("selected delete"));
@@ -44,8 +45,8 @@ TemplateLibrary::TemplateLibrary(Prompts& prompts, QWidget* parent)
     auto* apply = button(QStringLiteral("cmd_apply"), QStringLiteral("Apply"));
 
     auto* layout = new QGridLayout(this);
-    layout->addWidget(plainLabel(QStringLiteral("Template Library")), 0, 0);
-    layout->addWidget(plainLabel(QStringLiteral("Selected Template")), 0, 2);
+    layout->addWidget(labelFor(plainLabel(QStringLiteral("Template Library")), library_), 0, 0);
+    layout->addWidget(labelFor(plainLabel(QStringLiteral("Selected Template")), selected_), 0, 2);
     layout->addWidget(library_, 1, 0);
     layout->addWidget(add, 1, 1, Qt::AlignVCenter);
     layout->addWidget(selected_, 1, 2);

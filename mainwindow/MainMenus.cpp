@@ -60,6 +60,8 @@ MainMenus::MainMenus(QMainWindow& window) : QObject(&window) {
     QMenu* manage = menu(window, "mnuManage", QStringLiteral("Control(&C)"));
     mnuAddfile = item(manage, "mnuAddfile", QStringLiteral("&Import File"));
     mnuEditCap = item(manage, "mnuEditCap", QStringLiteral("&Edit Task"));
+    mnuRenameTask = item(manage, "mnuRenameTask", QStringLiteral("Re&name Task"));
+    mnuRenameTask->setShortcut(Qt::Key_F2); // where desktops rename
     RunTask = item(manage, "RunTask", QStringLiteral("&Run Task"));
     mnuPreview = item(manage, "mnuPreview", QStringLiteral("&Preview Task"));
     mnuDeleteFile = item(manage, "mnuDeleteFile", QStringLiteral("&Delete Task Or File"));
@@ -81,6 +83,8 @@ MainMenus::MainMenus(QMainWindow& window) : QObject(&window) {
     mnuAFSon = item(option, "mnuAFSon", QStringLiteral("Add File In Sub"), true);
     mnuDrag = item(option, "mnuDrag", QStringLiteral("Drag"), true);
     mnuPath = item(option, "mnuPath", QStringLiteral("Relative Path"), true);
+    mnuEditWithSettings = item(option, "mnuEditWithSettings",
+                               QStringLiteral("Edit Task opens with the task's settings"), true);
     option->addSeparator();
     mnuFileMatch = item(option, "mnuFileMatch", QStringLiteral("&Open *.tsk with Morlevant"));
     mnuCancelFileMatch =
@@ -100,6 +104,7 @@ MainMenus::MainMenus(QMainWindow& window) : QObject(&window) {
     mnuTree = popup(window, "mnuTree", QStringLiteral("Tree"));
     mnuTAddFile = item(mnuTree, "mnuTAddFile", QStringLiteral("&Improt File"));
     mnuTDelete = item(mnuTree, "mnuTDelete", QStringLiteral("&Edit Task"));
+    mnuTRenameTask = item(mnuTree, "mnuTRenameTask", QStringLiteral("Re&name Task"));
     mnuSplit8 = item(mnuTree, "mnuSplit8", QStringLiteral("&Run Task"));
     mnuTPreview = item(mnuTree, "mnuTPreview", QStringLiteral("&Preview Task"));
     mnuTDeleteFile = item(mnuTree, "mnuTDeleteFile", QStringLiteral("&Delete Task Or File"));
@@ -144,6 +149,7 @@ void MainMenus::connectTo(frmCorvellum& w) {
 
     on(mnuAddfile, &frmCorvellum::mnuAddfile_Click);
     on(mnuEditCap, &frmCorvellum::EditTask);
+    on(mnuRenameTask, &frmCorvellum::mnuRenameTask_Click);
     on(RunTask, &frmCorvellum::RunTask);
     on(mnuPreview, &frmCorvellum::PreviewTask);
     on(mnuDeleteFile, &frmCorvellum::mnuDeleteFile_Click);
@@ -169,6 +175,7 @@ void MainMenus::connectTo(frmCorvellum& w) {
 
     twin(mnuTAddFile, mnuAddfile);
     twin(mnuTDelete, mnuEditCap);
+    twin(mnuTRenameTask, mnuRenameTask);
     twin(mnuSplit8, RunTask);
     twin(mnuTPreview, mnuPreview);
     twin(mnuTDeleteFile, mnuDeleteFile);

@@ -37,6 +37,7 @@ public:
     // Control(&C)
     QAction* mnuAddfile;
     QAction* mnuEditCap;
+    QAction* mnuRenameTask;
     QAction* RunTask;
     QAction* mnuPreview; // "Preview Task"
     QAction* mnuDeleteFile;
@@ -55,6 +56,7 @@ public:
     QAction* mnuAFSon;
     QAction* mnuDrag;
     QAction* mnuPath;
+    QAction* mnuEditWithSettings;
     QAction* mnuFileMatch;
     QAction* mnuCancelFileMatch;
     // Help(&H)
@@ -64,6 +66,7 @@ public:
     // Tree pop-up: each item runs its twin of the Control menu.
     QAction* mnuTAddFile;
     QAction* mnuTDelete;
+    QAction* mnuTRenameTask;
     QAction* mnuSplit8;
     QAction* mnuTPreview;
     QAction* mnuTDeleteFile;

@@ -2,8 +2,11 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QFontDatabase>
 #include <QFontDialog>
+#include <QGridLayout>
 #include <QInputDialog>
+#include <QLineEdit>
 
 namespace morlevant {
 
@@ -25,17 +28,39 @@ QWidget* QtPrompts::owner() const {
     return modal != nullptr ? modal : parent_;
 }
 
+QMessageBox::StandardButton QtPrompts::showBox(QMessageBox::Icon icon, const QString& title,
+                                               const QString& text,
+                                               QMessageBox::StandardButtons buttons,
+                                               QMessageBox::StandardButton defaultButton) {
+    QMessageBox box(icon, title, text, buttons, owner());
+    box.setDefaultButton(defaultButton);
+    widenForTitle(box);
+    box.exec();
+    return box.standardButton(box.clickedButton());
+}
+
+void QtPrompts::widenForTitle(QMessageBox& box) {
+    // The frame draws the title in the desktop's title font beside its own buttons (close,
+    // and often minimise and maximise), about 40 pixels each.
+    constexpr int frameButtons = 3 * 40;
+    const QFontMetrics title(QFontDatabase::systemFont(QFontDatabase::TitleFont));
+    const int width = title.horizontalAdvance(box.windowTitle()) + frameButtons;
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
+        grid->addItem(new QSpacerItem(width, 0, QSizePolicy::Minimum, QSizePolicy::Minimum),
+                      grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 void QtPrompts::information(const QString& text, const QString& title) {
-    QMessageBox::information(owner(), title, text);
+    showBox(QMessageBox::Information, title, text, QMessageBox::Ok, QMessageBox::Ok);
 }
 
 void QtPrompts::error(const QString& text, const QString& title) {
-    QMessageBox::critical(owner(), title, text);
+    showBox(QMessageBox::Critical, title, text, QMessageBox::Ok, QMessageBox::Ok);
 }
 
 Answer QtPrompts::question(const QString& text, const QString& title, Buttons buttons) {
     return answerOf(
-        QMessageBox::question(owner(), title, text, offeredButtons(buttons), QMessageBox::Yes),
+        showBox(QMessageBox::Question, title, text, offeredButtons(buttons), QMessageBox::Yes),
         buttons);
 }
 
@@ -56,7 +81,7 @@ Answer QtPrompts::answerOf(QMessageBox::StandardButton chosen, Buttons buttons) 
 
 QStringList QtPrompts::openFileNames(const FileDialogRequest& request) {
     return QFileDialog::getOpenFileNames(owner(), request.title, initialPath(request),
-                                         request.filter);
+                                         request.filter, request.selectedFilter);
 }
 
 QString QtPrompts::openFileName(const FileDialogRequest& request) {
@@ -79,6 +104,16 @@ std::optional<QFont> QtPrompts::chooseFont(const QFont& initial) {
 
 QString QtPrompts::inputText(const QString& prompt, const QString& title) {
     return QInputDialog::getText(owner(), title, prompt);
+}
+
+std::optional<QString> QtPrompts::editText(const QString& prompt, const QString& title,
+                                           const QString& initial) {
+    bool accepted = false;
+    const QString text =
+        QInputDialog::getText(owner(), title, prompt, QLineEdit::Normal, initial, &accepted);
+    if (!accepted)
+        return std::nullopt;
+    return text;
 }
 
 } // namespace morlevant

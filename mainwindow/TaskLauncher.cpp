@@ -11,6 +11,7 @@
 #include <QProgressBar>
 #include <QScopedValueRollback>
 #include <exception>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,25 +35,36 @@ TaskLauncher::TaskLauncher(Prompts& prompts, FolderOpener openFolder, EditorOpen
     : prompts_(prompts), openFolder_(std::move(openFolder)), openEditor_(std::move(openEditor)),
       programFolder_(std::move(programFolder)) {}
 
-bool TaskLauncher::EditTask(const QStandardItem& task, QWidget* parent) {
+bool TaskLauncher::EditTask(const QStandardItem& task, QWidget* parent, bool withSettings) {
+    const std::string folder = programFolder_.toStdString();
+    const std::string name = task.text().toStdString();
     std::vector<std::string> childTags;
     for (int row = 0; row < task.rowCount(); ++row)
         childTags.push_back(TaskTreeModel::tag(task.child(row)).toStdString());
+    if (childTags.empty()) {
+        prompts_.information(QStringLiteral("You didn't select files"), promptTitle);
+        return false;
+    }
+    std::optional<TaskPageSettings> shown;
     try {
-        const PrepareResult prepared = prepareTaskForEditing(programFolder_.toStdString(),
-                                                             task.text().toStdString(), childTags);
-        if (prepared == PrepareResult::NoFiles) {
-            prompts_.information(QStringLiteral("You didn't select files"), promptTitle);
-            return false;
-        }
+        if (withSettings)
+            shown = settingsForEditing(folder, name, childTags);
+        else
+            prepareTaskForEditing(folder, name, childTags);
     } catch (const std::exception& failure) {
         prompts_.error(QString::fromStdString(failure.what()), promptTitle);
         return false;
     }
-    QString taskPath = QString::fromStdString(
-        taskSettingsPath(programFolder_.toStdString(), task.text().toStdString()));
+    QString taskPath = QString::fromStdString(taskSettingsPath(folder, name));
     taskPath.chop(4); // ".ttp"
-    openEditor_(parent, taskPath);
+    const bool confirmed = openEditor_(parent, taskPath, shown ? &*shown : nullptr);
+    if (confirmed && withSettings) {
+        try {
+            writeTaskFileList(taskFileListPath(folder, name), childTags);
+        } catch (const std::exception& failure) {
+            prompts_.error(QString::fromStdString(failure.what()), promptTitle);
+        }
+    }
     return true;
 }
 

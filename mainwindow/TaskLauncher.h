@@ -10,14 +10,17 @@ class QWidget;
 namespace morlevant {
 
 class Prompts;
+struct TaskPageSettings;
 
 // "&Edit Task" and "&Run Task" on a task node of the tree: preparing the task's files and
 // opening the editor, and running the task with the window's progress bar.
 class TaskLauncher final {
 public:
-    // Opens the task editor modally for the task whose files are taskPath + ".ttp" / ".edt";
-    // true when the user confirmed.
-    using EditorOpener = std::function<bool(QWidget* parent, const QString& taskPath)>;
+    // Opens the task editor modally for the task whose files are taskPath + ".ttp" / ".edt",
+    // its controls as `shown` says (nullptr: the editor's defaults); true when the user
+    // confirmed.
+    using EditorOpener = std::function<bool(QWidget* parent, const QString& taskPath,
+                                            const TaskPageSettings* shown)>;
 
     // Shows a folder in the file manager (the merge folder at the end of a merge).
     using FolderOpener = std::function<void(const QString& folder)>;
@@ -30,8 +33,10 @@ public:
 
     // Writes the task's file list from its children, empties its settings and opens the
     // editor. A task without files only gets "You didn't select files". False when the editor
-    // did not open.
-    bool EditTask(const QStandardItem& task, QWidget* parent);
+    // did not open. withSettings ("Edit Task opens with the task's settings"): the editor opens
+    // on the task's settings instead, nothing is emptied, and the file list is written only when
+    // the editor confirmed, so that a cancelled edit leaves the task as it was.
+    bool EditTask(const QStandardItem& task, QWidget* parent, bool withSettings = false);
 
     // Runs the task over its files. The bar advances per file and is redrawn at once, while
     // the window takes no commands; the run ends with "Vell down!" or with one error message.

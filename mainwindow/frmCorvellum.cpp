@@ -132,6 +132,7 @@ void frmCorvellum::applySettings() {
     menus_->mnuHtml->setChecked(settings_.showHtml);
     menus_->mnuSun->setChecked(settings_.sameLevelDrag);
     menus_->mnuDrag->setChecked(settings_.liveDrag);
+    menus_->mnuEditWithSettings->setChecked(settings_.editWithSettings);
     pane_->setLiveDrag(settings_.liveDrag);
     pane_->picSplit()->setLeft(settings_.split);
     applyRecentMenu(recent_.ShowRecentFiles());
@@ -148,6 +149,7 @@ void frmCorvellum::collectSettings() {
     settings_.showHtml = menus_->mnuHtml->isChecked();
     settings_.sameLevelDrag = menus_->mnuSun->isChecked();
     settings_.liveDrag = menus_->mnuDrag->isChecked();
+    settings_.editWithSettings = menus_->mnuEditWithSettings->isChecked();
     settings_.split = pane_->picSplit()->Left();
     settings_.windowState = isMinimized()   ? UserSettings::Minimised
                             : isMaximized() ? UserSettings::Maximised
@@ -230,6 +232,7 @@ void frmCorvellum::applyAvailability() {
     enable(available.importFile, {m.mnuAddfile, m.mnuTAddFile});
     enable(available.addTask, {m.mnuAddPoint, m.mnuTAddPoint});
     enable(available.editTask, {m.mnuEditCap, m.mnuTDelete});
+    enable(available.renameTask, {m.mnuRenameTask, m.mnuTRenameTask});
     enable(available.runTask, {m.RunTask, m.mnuSplit8});
     enable(available.previewTask, {m.mnuPreview, m.mnuTPreview});
     enable(available.deleteNode, {m.mnuDeleteFile, m.mnuTDeleteFile});
@@ -386,7 +389,15 @@ void frmCorvellum::EditTask() {
     QStandardItem* task = selectedNode();
     if (task == nullptr)
         return;
-    launcher_.EditTask(*task, this);
+    launcher_.EditTask(*task, this, menus_->mnuEditWithSettings->isChecked());
+    applyAvailability();
+}
+
+void frmCorvellum::mnuRenameTask_Click() {
+    QStandardItem* task = selectedNode();
+    if (!commands_.renameTask(task, programFolder()))
+        return;
+    showNode(task);
     applyAvailability();
 }
 

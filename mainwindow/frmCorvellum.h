@@ -72,6 +72,7 @@ public:
     void mnuSearch_Click();
     void mnuAddfile_Click();
     void EditTask();
+    void mnuRenameTask_Click();
     void RunTask();
     void PreviewTask();
     void mnuDeleteFile_Click();

@@ -19,6 +19,9 @@ struct FileDialogRequest {
     QString filter;
     QString directory;
     QString fileName;
+    // When given, the file type the dialog starts on (empty: the first), and afterwards the one
+    // the user chose.
+    QString* selectedFilter = nullptr;
 };
 
 // Every message box, question, input box and file or font dialog the program shows goes through
@@ -39,6 +42,10 @@ public:
     virtual std::optional<QFont> chooseFont(const QFont& initial) = 0;
     // An input box asking for one line of text; empty when the user cancels.
     virtual QString inputText(const QString& prompt, const QString& title) = 0;
+    // An input box holding `initial` for the user to change; nothing when the user cancels, so
+    // that an emptied box is an answer of its own.
+    virtual std::optional<QString> editText(const QString& prompt, const QString& title,
+                                            const QString& initial) = 0;
 };
 
 } // namespace morlevant

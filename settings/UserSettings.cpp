@@ -81,6 +81,7 @@ void LoadSet(const SettingsStore& store, UserSettings& settings, const QString& 
     load(store, "DealHtml", fresh.showHtml, settings.showHtml, toBool);
     load(store, "AddSon", fresh.sameLevelDrag, settings.sameLevelDrag, toBool);
     load(store, "Drag", fresh.liveDrag, settings.liveDrag, toBool);
+    load(store, "EditWithSettings", fresh.editWithSettings, settings.editWithSettings, toBool);
     load(store, "BOIPath", programFolder, settings.BOIPath, asText);
     load(store, "DataPath", programFolder, settings.DataPath, asText);
     load(store, "split", fresh.split, settings.split, toNumber);
@@ -106,6 +107,7 @@ void SaveSet(SettingsStore& store, const UserSettings& settings) {
     store.setValue("AFSon", fromBool(settings.addFileInSub));
     store.setValue("DealHtml", fromBool(settings.showHtml));
     store.setValue("Drag", fromBool(settings.liveDrag));
+    store.setValue("EditWithSettings", fromBool(settings.editWithSettings));
     store.setValue("Split", QString::number(settings.split));
     store.setValue("WndStyle", QString::number(settings.windowState));
     store.setValue("DefBrowse", settings.defBrowse);

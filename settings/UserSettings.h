@@ -20,6 +20,8 @@ struct UserSettings {
     bool showHtml = true;      // mnuHtml "Show Html"
     bool sameLevelDrag = true; // mnuSun "Drag in the same level"
     bool liveDrag = false;     // mnuDrag "Drag": panes follow the splitter while dragging
+    // mnuEditWithSettings: "&Edit Task" shows the task's settings rather than emptying them.
+    bool editWithSettings = false;
     QString BOIPath;
     QString DataPath;   // folder under which task settings files live
     float split = 2700; // splitter position in twips

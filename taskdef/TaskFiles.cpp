@@ -51,6 +51,24 @@ std::string_view taggedPath(std::string_view tag) {
     return nul == std::string_view::npos ? tag : tag.substr(nul + 1);
 }
 
+// Refuses, naming it, a child whose path the list could not keep.
+void checkListable(const std::vector<std::string>& childTags) {
+    for (const std::string& tag : childTags)
+        if (!isListablePath(taggedPath(tag)))
+            throw TaskError("The file \"" + visibleName(taggedPath(tag)) +
+                            "\" cannot be a file of a task: its name holds a line break, and the "
+                            "task file list keeps one name per line; rename the file");
+}
+
+// One level only: a missing program folder is an error, not something to build.
+void createTaskFolder(const std::string& programFolder) {
+    std::error_code error;
+    std::filesystem::create_directory(toFsPath(taskFolder(programFolder)), error);
+    if (error)
+        throw TaskError("Cannot create the folder " + taskFolder(programFolder) + ": " +
+                        error.message());
+}
+
 } // namespace
 
 std::string taskFolder(const std::string& programFolder) {
@@ -78,11 +96,7 @@ bool isListablePath(std::string_view path) {
 }
 
 void writeTaskFileList(const std::string& path, const std::vector<std::string>& childTags) {
-    for (const std::string& tag : childTags)
-        if (!isListablePath(taggedPath(tag)))
-            throw TaskError("The file \"" + visibleName(taggedPath(tag)) +
-                            "\" cannot be a file of a task: its name holds a line break, and the "
-                            "task file list keeps one name per line; rename the file");
+    checkListable(childTags);
     std::ofstream out(toFsPath(path), std::ios::binary | std::ios::trunc);
     if (!out)
         throw TaskError("Cannot write the task file list " + path);
@@ -123,14 +137,7 @@ PrepareResult prepareTaskForEditing(const std::string& programFolder, const std:
     if (childTags.empty())
         return PrepareResult::NoFiles;
     const std::string settingsPath = taskSettingsPath(programFolder, taskName);
-
-    // One level only: a missing program folder is an error, not something to build.
-    std::error_code error;
-    std::filesystem::create_directory(toFsPath(taskFolder(programFolder)), error);
-    if (error)
-        throw TaskError("Cannot create the folder " + taskFolder(programFolder) + ": " +
-                        error.message());
-
+    createTaskFolder(programFolder);
     writeTaskFileList(taskFileListPath(programFolder, taskName), childTags);
     // The settings are emptied until the editor confirms them, so a cancelled edit leaves a
     // task that must be edited again before it runs.
@@ -138,6 +145,17 @@ PrepareResult prepareTaskForEditing(const std::string& programFolder, const std:
     if (!empty)
         throw TaskError("Cannot write the task settings file " + settingsPath);
     return PrepareResult::Prepared;
+}
+
+std::optional<TaskPageSettings> settingsForEditing(const std::string& programFolder,
+                                                   const std::string& taskName,
+                                                   const std::vector<std::string>& childTags) {
+    const std::string settingsPath = taskSettingsPath(programFolder, taskName);
+    createTaskFolder(programFolder);
+    checkListable(childTags);
+    if (!hasCompleteTaskPageSettings(settingsPath))
+        return std::nullopt;
+    return readTaskPageSettings(settingsPath);
 }
 
 } // namespace morlevant

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "taskdef/TaskPageSettings.h"
+
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,5 +44,14 @@ enum class PrepareResult { Prepared, NoFiles };
 // when a file cannot be written or the task name cannot be a file name.
 PrepareResult prepareTaskForEditing(const std::string& programFolder, const std::string& taskName,
                                     const std::vector<std::string>& childTags);
+
+// What "&Edit Task" does before an editor that opens with the task's settings: creates the
+// "task" folder and checks the task name and the children's paths as prepareTaskForEditing
+// does, but writes nothing, so that a cancelled edit leaves the task as it was (the caller writes
+// the file list once the editor confirmed). Returns the task's settings when they are complete,
+// nothing when they are not (the editor then starts from its defaults).
+std::optional<TaskPageSettings> settingsForEditing(const std::string& programFolder,
+                                                   const std::string& taskName,
+                                                   const std::vector<std::string>& childTags);
 
 } // namespace morlevant

@@ -18,6 +18,7 @@ CommandAvailability CommandAvailability::forNode(const QStandardItem* node, bool
     available.importFile = !isFile || !addFileInSub;
     available.addTask = !isFile;
     available.editTask = !isFile && node->hasChildren();
+    available.renameTask = !isFile;
     available.runTask =
         !isFile && isTaskEdited(programFolder.toStdString(), node->text().toStdString());
     const QStandardItem* task = isFile ? node->parent() : node;

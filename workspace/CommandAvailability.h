@@ -15,6 +15,7 @@ namespace morlevant {
 //   Add Task                     yes                yes                     no: tasks are added
 //                                                                           beside tasks
 //   Edit Task                    no                 when it holds files     no
+//   Rename Task                  no                 yes                     no
 //   Run Task                     no                 when edited: its ".ttp" no
 //                                                   is complete (31 lines)
 //   Preview Task                 no                 when edited             when its task is
@@ -27,6 +28,7 @@ struct CommandAvailability {
     bool importFile = false;
     bool addTask = false;
     bool editTask = false;
+    bool renameTask = false;
     bool runTask = false;
     bool previewTask = false;
     bool deleteNode = false;

@@ -63,6 +63,11 @@ void TaskTreeModel::setSelectedImage(QStandardItem* node, int image) {
     node->setData(image, SelectedImageRole);
 }
 
+void TaskTreeModel::setFolderImages(QStandardItem* node) {
+    setImage(node, treeImage::closedFolder);
+    setSelectedImage(node, treeImage::openFolder);
+}
+
 int TaskTreeModel::nodeCount() const {
     return static_cast<int>(nodesInOrder().size());
 }

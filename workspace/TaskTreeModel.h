@@ -47,6 +47,8 @@ public:
     static void setImage(QStandardItem* node, int image);
     static int selectedImage(const QStandardItem* node);
     static void setSelectedImage(QStandardItem* node, int image);
+    // The images of a task or of a node holding others: a closed folder, open while selected.
+    static void setFolderImages(QStandardItem* node);
 
     // Every node of the tree, tasks and files, at any depth.
     int nodeCount() const;

@@ -2,9 +2,12 @@
 
 #include "platform/Prompts.h"
 #include "taskdef/PathNames.h"
+#include "taskdef/TaskError.h"
 #include "taskdef/TaskFiles.h"
+#include "taskdef/TaskRename.h"
 #include "taskdef/VisibleName.h"
 #include "workspace/FileTypes.h"
+#include "workspace/NodeTag.h"
 #include "workspace/TaskTreeModel.h"
 #include "workspace/WorkspaceState.h"
 
@@ -29,6 +32,7 @@ QStandardItem* TreeCommands::addTask(QStandardItem* selected) {
         task = model_.insertNodeAfter(selected,
                                       QStringLiteral("My Batch Task %1").arg(model_.nodeCount()));
     }
+    TaskTreeModel::setFolderImages(task);
     state_.TaskDirty = true;
     return task;
 }
@@ -36,7 +40,7 @@ QStandardItem* TreeCommands::addTask(QStandardItem* selected) {
 QStandardItem* TreeCommands::importFiles(QStandardItem* selected, bool intoSelected) {
     const QStringList paths = prompts_.openFileNames(
         {QStringLiteral("Select File"), QStringLiteral("Text File (*.txt);;All Files (*)"),
-         lastDirectory_, QString()});
+         lastDirectory_, QString(), &lastFilter_});
     if (paths.isEmpty())
         return nullptr;
     lastDirectory_ = QFileInfo(paths.first()).absolutePath();
@@ -57,6 +61,7 @@ QStandardItem* TreeCommands::addFiles(QStandardItem* selected, const QStringList
     // selected, into the last task.
     if (model_.rowCount() == 0) {
         selected = model_.appendNode(nullptr, TaskTreeModel::defaultTaskCaption());
+        TaskTreeModel::setFolderImages(selected);
         intoSelected = true;
     } else if (selected == nullptr) {
         selected = model_.item(model_.rowCount() - 1);
@@ -83,6 +88,46 @@ void TreeCommands::refuseUnlistable(const QStringList& paths) {
                        "a task lists its files one name per line. Rename them first:\n") +
             shown.join('\n'),
         promptTitle);
+}
+
+QString TreeCommands::nameRefusal(const QStandardItem* task, const QString& name) const {
+    if (const std::string problem = taskNameProblem(name.toStdString()); !problem.empty())
+        return QString::fromStdString(problem);
+    const QList<QStandardItem*> nodes = model_.nodesInOrder();
+    const bool taken = std::any_of(nodes.begin(), nodes.end(), [&](const QStandardItem* other) {
+        return other != task && other->text() == name &&
+               NodeTag::split(TaskTreeModel::tag(other)).path.isEmpty();
+    });
+    if (!taken)
+        return {};
+    return QStringLiteral("Another task is already named \"%1\": choose another name")
+        .arg(QString::fromStdString(visibleName(name.toStdString())));
+}
+
+bool TreeCommands::renameTask(QStandardItem* task, const QString& programFolder) {
+    if (task == nullptr || !NodeTag::split(TaskTreeModel::tag(task)).path.isEmpty())
+        return false;
+    const std::optional<QString> answer = prompts_.editText(
+        QStringLiteral("New name of the task:"), QStringLiteral("Rename Task"), task->text());
+    if (!answer || *answer == task->text())
+        return false;
+    const QString& name = *answer;
+    QString problem = nameRefusal(task, name);
+    if (problem.isEmpty()) {
+        try {
+            renameTaskFiles(programFolder.toStdString(), task->text().toStdString(),
+                            name.toStdString());
+        } catch (const TaskError& failure) {
+            problem = QString::fromStdString(failure.what());
+        }
+    }
+    if (!problem.isEmpty()) {
+        prompts_.error(problem, promptTitle);
+        return false;
+    }
+    task->setText(name);
+    state_.TaskDirty = true;
+    return true;
 }
 
 QStandardItem* TreeCommands::deleteNode(QStandardItem* selected) {

@@ -98,14 +98,15 @@ WorkspaceFile::ReadResult WorkspaceFile::read(TaskTreeModel& model, const QByteA
         QStandardItem* node =
             TaskTreeModel::createNode(record.caption, tag, Imagen(record.storedPath));
         if (record.parentNumber == 0) {
+            // A task shows its folder also while it holds no file, as it did before saving.
+            if (record.storedPath.isEmpty())
+                TaskTreeModel::setFolderImages(node);
             tasks.append(node);
         } else {
             QStandardItem* parent = created[record.parentNumber - 1];
             parent->appendRow(node);
-            if (TaskTreeModel::image(parent) == treeImage::none) {
-                TaskTreeModel::setImage(parent, treeImage::closedFolder);
-                TaskTreeModel::setSelectedImage(parent, treeImage::openFolder);
-            }
+            if (TaskTreeModel::image(parent) == treeImage::none)
+                TaskTreeModel::setFolderImages(parent);
         }
         created.push_back(node);
         depths.push_back(depth);

@@ -90,6 +90,24 @@ TEST_F(RunCommandTest, AFailureIsOneLineOnTheErrorStreamAndExitCodeOne) {
     }
 }
 
+// A task edited under another program folder: the message says where it looked and how to
+// look elsewhere, but only when the folder was not named with --home.
+TEST_F(RunCommandTest, ATaskNotFoundNamesTheFolderLookedInAndHowToChooseAnother) {
+    homeVariable = home();
+    EXPECT_EQ(run({"Elsewhere"}), 1);
+    const std::string message = err.str();
+    EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 1) << message;
+    EXPECT_NE(message.find("Elsewhere.edt"), std::string::npos) << message;
+    EXPECT_NE(message.find(" (looked in the program folder " + home() +
+                           "; choose another with --home DIR or MORLEVANT_HOME)\n"),
+              std::string::npos)
+        << message;
+
+    err.str("");
+    EXPECT_EQ(run({"--home", "HOME", "Elsewhere"}), 1);
+    EXPECT_EQ(err.str().find("looked in"), std::string::npos) << err.str();
+}
+
 TEST_F(RunCommandTest, AWrongCommandLineIsExitCodeTwoAndRunsNothing) {
     const struct {
         std::vector<std::string> arguments;

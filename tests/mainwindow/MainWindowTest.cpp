@@ -55,6 +55,26 @@ TEST_F(Window, OpensTheWorkspaceNamedOnTheCommandLineAndHistoryReopensItSaved) {
     EXPECT_EQ(window->windowTitle(), productTitle() + " - " + homeFile("one.tsk"));
 }
 
+// A task shows its folder from the moment it is added, and still after the workspace is saved
+// and opened again, also while it holds no file.
+TEST_F(Window, TasksShowTheirFolderWhenAddedAndAfterReopening) {
+    start();
+    const auto icon = [this](const QStringList& task) {
+        return window->model().data(window->model().indexFromItem(node(task)), Qt::DecorationRole);
+    };
+    click(ToolbarButton::addTask);
+    EXPECT_FALSE(icon({"My Batch Task 1"}).value<QIcon>().isNull());
+    EXPECT_EQ(TaskTreeModel::image(node({"My Batch Task 1"})), treeImage::closedFolder);
+
+    prompts.fileNames.enqueue({homeFile("tasks.tsk")});
+    menus().mnuSaveAs->trigger();
+    menus().mnuNew->trigger();
+    menus().mLastFile[0]->trigger();
+    EXPECT_EQ(tree(), "My Batch Task My Batch Task 1");
+    for (const char* task : {"My Batch Task", "My Batch Task 1"})
+        EXPECT_EQ(TaskTreeModel::image(node({task})), treeImage::closedFolder) << task;
+}
+
 // Opening a named pipe to read it would wait for a writer, and the window would never appear.
 TEST_F(Window, StartsWithTheDefaultTaskWhenTheCommandLineNamesAPipe) {
     ASSERT_TRUE(testing::makeFifo(home.file("pipe.tsk")));

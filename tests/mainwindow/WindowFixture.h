@@ -26,11 +26,14 @@ class WindowFixture : public ::testing::Test {
 protected:
     void start(const QString& commandLine = {}) {
         createMergeFolder(home.path().string());
-        const auto openEditor = [this](QWidget* parent, const QString& taskPath) {
+        const auto openEditor = [this](QWidget* parent, const QString& taskPath,
+                                       const TaskPageSettings* shown) {
             editorOpened.append(taskPath);
             if (!editorScript)
                 return true;
             TaskEditorDialog editor(prompts, taskPath, parent);
+            if (shown != nullptr)
+                editor.showSettings(*shown);
             editor.show();
             editorScript(EditorDriver(editor));
             return editor.result() == QDialog::Accepted;

@@ -43,6 +43,7 @@ TEST_F(UserSettingsTest, ReadsBackWhatItWroteUnderOtherSpellings) {
     saved.showHtml = false;
     saved.sameLevelDrag = false;
     saved.liveDrag = true;
+    saved.editWithSettings = true;
     saved.BOIPath = "/srv/boi";
     saved.DataPath = "/srv/data";
     saved.split = 3150.5f;
@@ -50,6 +51,7 @@ TEST_F(UserSettingsTest, ReadsBackWhatItWroteUnderOtherSpellings) {
     SaveSet(store, saved);
     EXPECT_EQ(store.value("AFSon"), "True");
     EXPECT_EQ(store.value("fontu"), "True");
+    EXPECT_EQ(store.value("EditWithSettings"), "True");
     EXPECT_EQ(store.value("Split"), "3150.5");
     EXPECT_EQ(store.value("LastDir"), QDir::toNativeSeparators(QDir::currentPath()));
     EXPECT_EQ(loaded(), saved);

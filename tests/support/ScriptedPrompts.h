@@ -18,7 +18,11 @@ public:
     QQueue<QStringList> fileNames;
     QQueue<std::optional<QFont>> fonts;
     QQueue<QString> inputs;
+    QQueue<std::optional<QString>> edits;
     QList<FileDialogRequest> dialogs;
+    // The file type each dialog started on, and those the user chooses (when scripted).
+    QStringList startFilters;
+    QQueue<QString> chosenFilters;
 
     void information(const QString& text, const QString& title) override {
         asked.append("information|" + title + "|" + text);
@@ -48,6 +52,11 @@ public:
         asked.append("input|" + title + "|" + prompt);
         return next(inputs, "input box: " + prompt);
     }
+    std::optional<QString> editText(const QString& prompt, const QString& title,
+                                    const QString& initial) override {
+        asked.append("edit|" + title + "|" + prompt + "|" + initial);
+        return next(edits, "input box: " + prompt);
+    }
 
     // The messages and questions only, without the dialogs.
     QStringList messages() const {
@@ -62,6 +71,11 @@ private:
     QStringList dialog(const QString& kind, const FileDialogRequest& request) {
         asked.append(kind + "|" + request.title + "|" + request.filter);
         dialogs.append(request);
+        if (request.selectedFilter != nullptr) {
+            startFilters.append(*request.selectedFilter);
+            if (!chosenFilters.isEmpty())
+                *request.selectedFilter = chosenFilters.dequeue();
+        }
         return next(fileNames, "dialog: " + request.title);
     }
     // The next scripted answer, or `otherwise` and a failure when none is left.

@@ -119,5 +119,29 @@ TEST_F(TreeCommandsTest, SortOrdersTheLevelOnceWithoutMarkingChanges) {
     EXPECT_EQ(treeText(model), "B A[a.txt B.txt b.txt c.txt 0]");
 }
 
+// A new task shows its folder at once, as the start-up task does.
+TEST_F(TreeCommandsTest, ANewTaskShowsItsFolder) {
+    buildTree(model, "A");
+    const QStandardItem* added = commands.addTask(find(model, {"A"}));
+    EXPECT_EQ(TaskTreeModel::image(added), treeImage::closedFolder);
+    EXPECT_EQ(TaskTreeModel::selectedImage(added), treeImage::openFolder);
+
+    model.clear();
+    const QStandardItem* file = commands.addFiles(nullptr, {"/in/a.txt"}, false);
+    EXPECT_EQ(TaskTreeModel::image(TaskTreeModel::parentNode(file)), treeImage::closedFolder);
+}
+
+// The import dialog opens on the file type last chosen; its list of types stays as it is.
+TEST_F(TreeCommandsTest, TheImportDialogRemembersTheFileTypeLastChosen) {
+    buildTree(model, "A");
+    prompts.fileNames.enqueue({"/in/a.log"});
+    prompts.chosenFilters.enqueue("All Files (*)");
+    commands.importFiles(find(model, {"A"}), true);
+    prompts.fileNames.enqueue({});
+    commands.importFiles(find(model, {"A"}), true);
+    EXPECT_EQ(prompts.startFilters, (QStringList{"", "All Files (*)"}));
+    EXPECT_EQ(prompts.dialogs.at(1).filter, "Text File (*.txt);;All Files (*)");
+}
+
 } // namespace
 } // namespace morlevant

@@ -86,14 +86,17 @@ TEST(WorkspaceFile, ReadsTheTreeWithImagesAndTags) {
                                             "\"K1\",\"notes\",\"\377data/notes.txt\"\n"
                                             "\"K1\",\"page\",\"linked\377/x/page.HTML\"\r"
                                             "\"K3\",\"inner\",\"\377\"\r\n"
-                                            "\"K0\",\"second\",\"b.txt\"\r\n",
+                                            "\"K0\",\"second\",\"b.txt\"\r\n"
+                                            "\"K 0\",\"no files yet\",\"\377\"\r\n",
                                             "/w/");
     EXPECT_FALSE(result.problem);
     EXPECT_EQ(outline(model), "My Batch Task [] closedFolder/openFolder\n"
                               ".notes [|/w/data/notes.txt] text/text\n"
                               ".page [linked|/x/page.HTML] html/html\n"
                               "..inner [] none/none\n"
-                              "second [|/w/b.txt] text/text");
+                              "second [|/w/b.txt] text/text\n"
+                              // A task shows its folder whether it holds files or not.
+                              "no files yet [] closedFolder/openFolder");
 
     EXPECT_FALSE(WorkspaceFile::read(model, "\r\n", "/w/").problem);
     EXPECT_EQ(outline(model), "My Batch Task [] archive/archive");
@@ -105,7 +108,8 @@ TEST(WorkspaceFile, RoundTripsAwkwardCaptions) {
     TaskTreeModel::setSelectedImage(task, treeImage::openFolder);
     for (const QString caption :
          {"with, comma", "say \"hi\"", "\"quoted\"", "a\",\"b", "x\",", "  spaced  ", "宋体", ""}) {
-        model.appendNode(nullptr, caption);
+        // Tasks show their folder, as the window makes them.
+        TaskTreeModel::setFolderImages(model.appendNode(nullptr, caption));
         model.appendNode(task, caption, QString("r,\"") + nul + "/w/" + caption + ".txt",
                          treeImage::text);
     }
@@ -134,7 +138,7 @@ TEST(WorkspaceFile, WritesLineBreaksInFieldsAsBlanksAndReadsTheSameTreeBack) {
     EXPECT_EQ(outline(loaded), "two lines [] closedFolder/openFolder\n"
                                ".x [seen on  monday|/w/x y.txt] text/text\n"
                                ".z [|/w/z .txt] text/text\n"
-                               "after [] none/none");
+                               "after [] closedFolder/openFolder");
 }
 
 // A read stops at a record it cannot use and keeps the nodes before it, or the old tree when
@@ -149,8 +153,8 @@ TEST(WorkspaceFile, StopsAtARecordItCannotUseAndKeepsWhatALineCutShortHolds) {
     } cases[] = {
         {first + "\"K1\",\"b\",\"\377\"\r\n\"K7\",\"c\",\"\377\"\r\n\"K1\",\"d\",\"\377\"",
          parent + ".b [] none/none", "line 3 names K7"},
-        {first + "\"K2\",\"self\",\"\377\"\r\n", "a [] none/none", "line 2 names K2"},
-        {first + "\r\nrubbish\r\n\"K1\",\"b\",\"\377\"", "a [] none/none", "line 3 is not"},
+        {first + "\"K2\",\"self\",\"\377\"\r\n", parent.trimmed(), "line 2 names K2"},
+        {first + "\r\nrubbish\r\n\"K1\",\"b\",\"\377\"", parent.trimmed(), "line 3 is not"},
         {QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16), "old [] none/none", "not a task file"},
         {first + "\"K1\",\"notes\",\"\377data/no", parent + ".notes [|/w/data/no] none/none",
          nullptr},
