@@ -42,8 +42,9 @@ int main(int argc, char** argv) {
     morlevant::DesktopShell shell;
     morlevant::SettingsStore settings;
     const auto openTaskEditor = [&prompts](QWidget* parent, const QString& taskPath,
-                                           const morlevant::TaskPageSettings* shown) {
-        return morlevant::TaskEditorDialog::edit(prompts, parent, taskPath, shown);
+                                           const morlevant::TaskPageSettings* shown,
+                                           const std::vector<std::string>& files) {
+        return morlevant::TaskEditorDialog::edit(prompts, parent, taskPath, shown, files);
     };
     morlevant::frmCorvellum window(
         {prompts, shell, settings, openTaskEditor, QString::fromStdString(programFolder)});

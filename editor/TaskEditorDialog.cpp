@@ -92,8 +92,9 @@ TaskEditorDialog::TaskEditorDialog(Prompts& prompts, const QString& taskPath, QW
 TaskEditorDialog::~TaskEditorDialog() = default;
 
 bool TaskEditorDialog::edit(Prompts& prompts, QWidget* parent, const QString& taskPath,
-                            const TaskPageSettings* shown) {
+                            const TaskPageSettings* shown, const std::vector<std::string>& files) {
     TaskEditorDialog dialog(prompts, taskPath, parent);
+    dialog.setPreviewFiles(files);
     if (shown != nullptr)
         dialog.showSettings(*shown);
     return dialog.exec() == QDialog::Accepted;
@@ -145,9 +146,11 @@ void TaskEditorDialog::preview() {
         return;
     }
     try {
-        // The list the task's edit wrote; its first file is previewed.
+        // The first of the task's files is previewed.
         const std::vector<std::string> files =
-            readTaskFileList((taskPath_->text() + QStringLiteral(".edt")).toStdString());
+            !previewFiles_.empty()
+                ? previewFiles_
+                : readTaskFileList((taskPath_->text() + QStringLiteral(".edt")).toStdString());
         if (files.empty()) {
             prompts_.information(QStringLiteral("You didn't select files"), promptTitle);
             return;

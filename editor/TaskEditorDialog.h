@@ -3,6 +3,8 @@
 #include <QDateTime>
 #include <QDialog>
 #include <array>
+#include <string>
+#include <vector>
 
 class QLineEdit;
 class QTabWidget;
@@ -32,7 +34,11 @@ public:
     // Shows the editor modally, its controls as `shown` says (nullptr: the defaults); true when
     // the task's settings were written.
     static bool edit(Prompts& prompts, QWidget* parent, const QString& taskPath,
-                     const TaskPageSettings* shown = nullptr);
+                     const TaskPageSettings* shown = nullptr,
+                     const std::vector<std::string>& files = {});
+    // The files "Preview" works: the task's files in the tree. Without them, those of the list
+    // the task's last edit wrote.
+    void setPreviewFiles(std::vector<std::string> files) { previewFiles_ = std::move(files); }
 
     // The 31 values as the controls hold them now.
     TaskPageSettings settings() const;
@@ -57,6 +63,7 @@ private:
     FindReplacePage* findReplacePage_;
     TemplateLibrary* templates_; // frame_temp
     QLineEdit* taskPath_;        // lujing
+    std::vector<std::string> previewFiles_;
 };
 
 } // namespace morlevant

@@ -5,6 +5,7 @@
 #include "platform/Prompts.h"
 #include "taskdef/TaskFiles.h"
 #include "taskdef/TaskPageSettings.h"
+#include "workspace/NodeTag.h"
 #include "workspace/TaskTreeModel.h"
 
 #include <QApplication>
@@ -39,8 +40,13 @@ bool TaskLauncher::EditTask(const QStandardItem& task, QWidget* parent, bool wit
     const std::string folder = programFolder_.toStdString();
     const std::string name = task.text().toStdString();
     std::vector<std::string> childTags;
-    for (int row = 0; row < task.rowCount(); ++row)
+    std::vector<std::string> files;
+    for (int row = 0; row < task.rowCount(); ++row) {
         childTags.push_back(TaskTreeModel::tag(task.child(row)).toStdString());
+        if (const QString path = NodeTag::split(TaskTreeModel::tag(task.child(row))).path;
+            !path.isEmpty())
+            files.push_back(path.toStdString());
+    }
     if (childTags.empty()) {
         prompts_.information(QStringLiteral("You didn't select files"), promptTitle);
         return false;
@@ -57,7 +63,7 @@ bool TaskLauncher::EditTask(const QStandardItem& task, QWidget* parent, bool wit
     }
     QString taskPath = QString::fromStdString(taskSettingsPath(folder, name));
     taskPath.chop(4); // ".ttp"
-    const bool confirmed = openEditor_(parent, taskPath, shown ? &*shown : nullptr);
+    const bool confirmed = openEditor_(parent, taskPath, shown ? &*shown : nullptr, files);
     if (confirmed && withSettings) {
         try {
             writeTaskFileList(taskFileListPath(folder, name), childTags);

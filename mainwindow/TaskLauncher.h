@@ -2,6 +2,8 @@
 
 #include <QString>
 #include <functional>
+#include <string>
+#include <vector>
 
 class QProgressBar;
 class QStandardItem;
@@ -19,8 +21,10 @@ public:
     // Opens the task editor modally for the task whose files are taskPath + ".ttp" / ".edt",
     // its controls as `shown` says (nullptr: the editor's defaults); true when the user
     // confirmed.
-    using EditorOpener = std::function<bool(QWidget* parent, const QString& taskPath,
-                                            const TaskPageSettings* shown)>;
+    // `files`: the task's files in the tree, which the editor's preview works.
+    using EditorOpener =
+        std::function<bool(QWidget* parent, const QString& taskPath, const TaskPageSettings* shown,
+                           const std::vector<std::string>& files)>;
 
     // Shows a folder in the file manager (the merge folder at the end of a merge).
     using FolderOpener = std::function<void(const QString& folder)>;

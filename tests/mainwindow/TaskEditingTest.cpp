@@ -58,6 +58,9 @@ TEST_F(TaskEditing, PreviewShowsWhatTheTaskWouldDoAndWritesNothing) {
     menus().mnuAddfile->trigger();
     select({"calculate"});
     EXPECT_FALSE(menus().mnuPreview->isEnabled()) << "not edited yet";
+    // Edited with its settings shown, nothing is written before "ok", no file list either:
+    // the editor previews the task's files in the tree.
+    menus().mnuEditWithSettings->setChecked(true);
     QString inEditor;
     editorScript = [&inEditor](const testing::EditorDriver& editor) {
         editor.perform({"Check3", "Text_cal(1)=5", "Command_cal(0)", "Preview"});

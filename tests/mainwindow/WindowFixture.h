@@ -27,13 +27,15 @@ protected:
     void start(const QString& commandLine = {}) {
         createMergeFolder(home.path().string());
         const auto openEditor = [this](QWidget* parent, const QString& taskPath,
-                                       const TaskPageSettings* shown) {
+                                       const TaskPageSettings* shown,
+                                       const std::vector<std::string>& files) {
             editorOpened.append(taskPath);
             if (!editorScript)
                 return true;
             TaskEditorDialog editor(prompts, taskPath, parent);
             if (shown != nullptr)
                 editor.showSettings(*shown);
+            editor.setPreviewFiles(files);
             editor.show();
             editorScript(EditorDriver(editor));
             return editor.result() == QDialog::Accepted;
