@@ -12,25 +12,25 @@
 
 using namespace morlevant;
 using morlevant::testing::Lines;
-using morlevant::testing::operator+;
 using morlevant::testing::RunnerFixture;
+using morlevant::testing::writeBytes;
 
 namespace fs = std::filesystem;
 
 namespace {
 
 const Lines replaceAtoB = {{5, "4"}, {11, "a"}, {12, "b"}};
-const Lines mergeAll = {{5, "6"}, {26, "5"}};
-// Columns of three: a row of 7 or 8 characters ends inside the third piece, and the run
-// announces it through its message callback, in the middle of reading the file.
+// Columns of three: a row of 7 characters ends inside the third piece, which the run announces
+// through its message callback while it reads the file.
 const Lines divideByColumn = {{5, "6"}, {26, "2"}, {28, "3"}, {29, "p*.txt"}, {30, "1"}};
 
-// A source whose first row is announced, followed by more rows than one block holds.
-std::string announcedThenLong() {
+// b.txt: a row that is announced, then more rows than one block holds; b's older piece beside.
+void writeAnnouncedSource(const RunnerFixture& fixture) {
     std::string text = "1234567\n";
     for (int row = 0; row < 20000; ++row)
         text += "abcdef\n";
-    return text;
+    fixture.writeSource("b.txt", text);
+    fixture.writeSource("b/p1.txt", "older piece");
 }
 
 std::string temporaryOf(const RunnerFixture& fixture, const std::string& name) {
@@ -41,52 +41,25 @@ TEST(WholeResults, StoppedRunKeepsFinishedFilesAndTheOlderResultOfTheUnfinishedO
     RunnerFixture fixture;
     fixture.set(divideByColumn);
     fixture.writeSource("a.txt", "xy\n");
-    fixture.writeSource("b.txt", announcedThenLong());
     fixture.writeSource("c.txt", "xy\n");
-    fixture.writeSource("b/p1.txt", "older piece");
-    fixture.writeTask({"a.txt", "b.txt", "c.txt"});
-    int announced = 0;
-    try {
-        RunCallbacks callbacks;
-        callbacks.message = [&](const std::string&) {
-            ++announced;
-            fixture.stop = true;
-        };
-        RunRequest request{fixture.home.path().string(), fixture.taskName, 3};
-        request.stop = &fixture.stop;
-        RunTask(request, callbacks);
-        ADD_FAILURE() << "the run was not stopped";
-    } catch (const RunStopped& stopped) {
-        EXPECT_EQ(stopped.unfinished, fixture.source("b.txt"));
-        EXPECT_EQ(stopped.done, 1);
-        EXPECT_EQ(stopped.total, 3);
-    }
-    EXPECT_EQ(announced, 1) << "stopped at the next block";
+    writeAnnouncedSource(fixture);
+    fixture.onMessage = [&] { fixture.stop = true; };
+    const RunStopped midFile = fixture.stopped({"a.txt", "b.txt", "c.txt"});
+    EXPECT_EQ(midFile.unfinished, fixture.source("b.txt"));
+    EXPECT_EQ(midFile.done, 1);
+    EXPECT_EQ(midFile.total, 3);
+    EXPECT_EQ(fixture.messages.size(), 1u) << "stopped at the next block";
     EXPECT_EQ(fixture.result("a/p1.txt"), "xy\r\n");
     EXPECT_EQ(fixture.result("b/p1.txt"), "older piece");
     EXPECT_FALSE(fs::exists(temporaryOf(fixture, "b/p1.txt")));
-    EXPECT_FALSE(fs::exists(fixture.source("c")));
-}
 
-TEST(WholeResults, StopBetweenFilesNamesNoUnfinishedFile) {
-    RunnerFixture fixture;
-    fixture.set(replaceAtoB);
-    fixture.writeSource("a.txt", "a\n");
-    fixture.writeSource("b.txt", "a\n");
-    fixture.writeTask({"a.txt", "b.txt"});
-    RunCallbacks callbacks;
-    callbacks.progress = [&](int, int) { fixture.stop = true; };
-    RunRequest request{fixture.home.path().string(), fixture.taskName, 2};
-    request.stop = &fixture.stop;
-    try {
-        RunTask(request, callbacks);
-        ADD_FAILURE() << "the run was not stopped";
-    } catch (const RunStopped& stopped) {
-        EXPECT_EQ(stopped.unfinished, "");
-        EXPECT_EQ(stopped.done, 1);
-    }
-    EXPECT_EQ(fixture.result("a.txt.modify"), "b\r\n");
-    EXPECT_FALSE(fixture.exists("b.txt.modify"));
+    // Stopped between files, no file was left unfinished.
+    fixture.stop = false;
+    fixture.onMessage = nullptr;
+    fixture.afterFile = [&] { fixture.stop = true; };
+    const RunStopped betweenFiles = fixture.stopped({"a.txt", "b.txt"});
+    EXPECT_EQ(betweenFiles.unfinished, "");
+    EXPECT_EQ(betweenFiles.done, 1);
 }
 
 // A merge is one result for all files: a failure at the second file keeps the older merge.
@@ -94,120 +67,80 @@ TEST(WholeResults, StopBetweenFilesNamesNoUnfinishedFile) {
 // neither hang the run nor be read.
 TEST(WholeResults, FailingMergeKeepsTheOlderMergeAndNeverReadsAPipe) {
     RunnerFixture fixture;
-    fixture.set(mergeAll);
+    fixture.set({{5, "6"}, {26, "5"}});
     fixture.writeSource("a.txt", "a\n");
     fixture.writeSource("b.txt", "b\n");
     fixture.writeSource("../outcome/merge/merge-application-file.txt", "older merge");
-    fixture.writeTask({"a.txt", "b.txt"});
-    RunCallbacks callbacks;
-    callbacks.progress = [&](int, int) {
+    fixture.afterFile = [&] {
         fs::remove(fixture.source("b.txt"));
         ASSERT_TRUE(morlevant::testing::makeFifo(fixture.source("b.txt")));
     };
-    RunRequest request{fixture.home.path().string(), fixture.taskName, 2};
-    try {
-        RunTask(request, callbacks);
-        ADD_FAILURE() << "the pipe was read";
-    } catch (const TaskError& error) {
-        EXPECT_NE(std::string(error.what()).find("b.txt: it is not a regular file"),
-                  std::string::npos)
-            << error.what();
-    }
+    const std::string message = fixture.failure({"a.txt", "b.txt"});
+    EXPECT_NE(message.find("b.txt: it is not a regular file"), std::string::npos) << message;
     EXPECT_EQ(fixture.mergeResult(), "older merge");
-    std::vector<std::string> left;
-    for (const auto& entry : fs::directory_iterator(fixture.home.path() / "outcome" / "merge"))
-        left.push_back(entry.path().filename().string());
-    EXPECT_EQ(left, std::vector<std::string>{"merge-application-file.txt"}) << "no temporary";
+    EXPECT_EQ(fs::directory_iterator(fixture.home.path() / "outcome" / "merge")->path().filename(),
+              "merge-application-file.txt");
+    EXPECT_FALSE(
+        fs::exists(fixture.home.file("outcome/merge/merge-application-file.txt") + ".unfinished"));
 }
 
-// Saved in place (appended to) or saved by replacing the file (a new file renamed over it)
-// while the run reads it: either way the run stops with the file named, and drops its result.
+// Saved in place (appended to, or rewritten at the same size) or saved by replacing the file
+// while the run reads it: the run stops with the file named, and drops its result.
 TEST(WholeResults, SourceChangedWhileReadStopsTheRun) {
-    const struct {
-        const char* name;
-        std::function<void(const RunnerFixture&)> change;
-    } cases[] = {
-        {"appended",
-         [](const RunnerFixture& f) {
-             std::ofstream(f.source("b.txt"), std::ios::app) << "more\n";
-         }},
-        {"rewritten in place, same size",
-         [](const RunnerFixture& f) {
-             // Past the granularity of the file system's clock, as a later save would be.
-             std::this_thread::sleep_for(std::chrono::milliseconds(20));
-             std::fstream file(f.source("b.txt"), std::ios::in | std::ios::out | std::ios::binary);
-             file.seekp(0);
-             file << '9';
-         }},
-        {"replaced",
-         [](const RunnerFixture& f) {
-             morlevant::testing::writeBytes(f.source("new.txt"), "new\n");
-             fs::rename(f.source("new.txt"), f.source("b.txt"));
-         }},
+    const std::function<void(const RunnerFixture&)> changes[] = {
+        [](const RunnerFixture& f) { std::ofstream(f.source("b.txt"), std::ios::app) << "x\n"; },
+        [](const RunnerFixture& f) {
+            // Past the granularity of the file system's clock, as a later save would be.
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            std::fstream(f.source("b.txt"), std::ios::in | std::ios::out) << '9';
+        },
+        [](const RunnerFixture& f) {
+            writeBytes(f.source("new.txt"), "new\n");
+            fs::rename(f.source("new.txt"), f.source("b.txt"));
+        },
     };
-    for (const auto& test : cases) {
+    for (const auto& change : changes) {
         RunnerFixture fixture;
         fixture.set(divideByColumn);
-        fixture.writeSource("b.txt", announcedThenLong());
-        fixture.writeSource("b/p1.txt", "older piece");
-        fixture.writeTask({"b.txt"});
-        RunCallbacks callbacks;
-        bool changed = false;
-        callbacks.message = [&](const std::string&) {
-            if (!std::exchange(changed, true))
-                test.change(fixture);
-        };
-        RunRequest request{fixture.home.path().string(), fixture.taskName, 1};
-        try {
-            RunTask(request, callbacks);
-            ADD_FAILURE() << test.name << ": the change went unnoticed";
-        } catch (const TaskError& error) {
-            EXPECT_NE(std::string(error.what())
-                          .find(fixture.source("b.txt") + " changed while it was being read"),
-                      std::string::npos)
-                << error.what();
-        }
-        EXPECT_EQ(fixture.result("b/p1.txt"), "older piece") << test.name;
-        EXPECT_FALSE(fs::exists(temporaryOf(fixture, "b/p1.txt"))) << test.name;
+        writeAnnouncedSource(fixture);
+        fixture.onMessage = [&] { change(fixture); };
+        EXPECT_NE(fixture.failure({"b.txt"}).find(fixture.source("b.txt") +
+                                                  " changed while it was being read"),
+                  std::string::npos);
+        EXPECT_EQ(fixture.result("b/p1.txt"), "older piece");
+        EXPECT_FALSE(fs::exists(temporaryOf(fixture, "b/p1.txt")));
     }
 }
 
 // Whatever stands under a result's temporary name (left by a killed run, or put there) is
-// replaced, never written through or emptied: no file outside the task changes.
+// replaced, never written through or emptied: no file outside the task changes. One that
+// another run is writing at this moment is not touched.
 TEST(WholeResults, WhatStandsUnderTheTemporaryNameIsReplacedNotWrittenThrough) {
-    const struct {
-        const char* name;
-        std::function<void(const RunnerFixture&, const std::string& temporary)> plant;
-    } cases[] = {
-        {"longer leftover",
-         [](const RunnerFixture&, const std::string& temporary) {
-             morlevant::testing::writeBytes(temporary, std::string(1000, 'x'));
-         }},
-        {"hard link",
-         [](const RunnerFixture& f, const std::string& temporary) {
-             fs::create_hard_link(f.source("keep.txt"), temporary);
-         }},
-        {"symbolic link",
-         [](const RunnerFixture& f, const std::string& temporary) {
-             fs::create_symlink(f.source("keep.txt"), temporary);
-         }},
-        {"pipe",
-         [](const RunnerFixture&, const std::string& temporary) {
-             ASSERT_TRUE(morlevant::testing::makeFifo(temporary));
-         }},
+    const std::function<void(const std::string& keep, const std::string& temporary)> plants[] = {
+        [](const std::string&, const std::string& t) { writeBytes(t, std::string(1000, 'x')); },
+        [](const std::string& keep, const std::string& t) { fs::create_hard_link(keep, t); },
+        [](const std::string& keep, const std::string& t) { fs::create_symlink(keep, t); },
+        [](const std::string&, const std::string& t) { morlevant::testing::makeFifo(t); },
     };
-    for (const auto& test : cases) {
+    for (const auto& plant : plants) {
         RunnerFixture fixture;
         fixture.set(replaceAtoB);
         fixture.writeSource("a.txt", "a\n");
         fixture.writeSource("keep.txt", "keep");
-        test.plant(fixture, temporaryOf(fixture, "a.txt.modify"));
-        EXPECT_EQ(fixture.failure({"a.txt"}), "no error") << test.name;
-        EXPECT_EQ(fixture.result("a.txt.modify"), "b\r\n") << test.name;
-        EXPECT_EQ(fixture.result("keep.txt"), "keep") << test.name;
-        EXPECT_FALSE(fs::exists(fs::symlink_status(temporaryOf(fixture, "a.txt.modify"))))
-            << test.name;
+        plant(fixture.source("keep.txt"), temporaryOf(fixture, "a.txt.modify"));
+        EXPECT_EQ(fixture.failure({"a.txt"}), "no error");
+        EXPECT_EQ(fixture.result("a.txt.modify"), "b\r\n");
+        EXPECT_EQ(fixture.result("keep.txt"), "keep");
+        EXPECT_FALSE(fs::exists(fs::symlink_status(temporaryOf(fixture, "a.txt.modify"))));
     }
+
+    RunnerFixture fixture;
+    ResultFile first(fixture.home.file("a.txt.modify"), ResultFile::Start::Empty);
+    first.write("first", 5);
+    EXPECT_THROW(ResultFile(fixture.home.file("a.txt.modify"), ResultFile::Start::Empty),
+                 TaskError);
+    first.commit();
+    EXPECT_EQ(morlevant::testing::readBytes(fixture.home.file("a.txt.modify")), "first");
 }
 
 TEST(WholeResults, SecondRunOfATaskIsRefusedOrWaits) {
@@ -215,10 +148,8 @@ TEST(WholeResults, SecondRunOfATaskIsRefusedOrWaits) {
     fixture.set(replaceAtoB);
     fixture.writeSource("a.txt", "a\n");
     fixture.writeTask({"a.txt"});
-    const std::string lockPath = taskLockPath(fixture.home.path().string(), fixture.taskName);
-    auto otherRun = RunLock::tryTake(lockPath);
+    auto otherRun = RunLock::tryTake(taskLockPath(fixture.home.path().string(), fixture.taskName));
     ASSERT_TRUE(otherRun);
-    EXPECT_FALSE(RunLock::tryTake(lockPath)) << "the lock is held";
 
     // The window refuses at once and writes nothing.
     EXPECT_NE(fixture.failure({"a.txt"}).find("is being run elsewhere"), std::string::npos);
@@ -244,46 +175,23 @@ TEST(WholeResults, SecondRunOfATaskIsRefusedOrWaits) {
     EXPECT_EQ(fixture.result("a.txt.modify"), "b\r\n");
 }
 
-// Two runs writing the same result at the same moment (two tasks that share a source): the
-// second is refused rather than writing into the first one's temporary.
-TEST(WholeResults, ResultBeingWrittenByAnotherRunIsNotTouched) {
-    RunnerFixture fixture;
-    const std::string path = fixture.source("a.txt.modify");
-    fs::create_directories(fs::path(path).parent_path());
-    ResultFile first(path, ResultFile::Start::Empty);
-    first.write("first", 5);
-    try {
-        ResultFile second(path, ResultFile::Start::Empty);
-        ADD_FAILURE() << "two writers of one result";
-    } catch (const TaskError& error) {
-        EXPECT_NE(std::string(error.what()).find("another run is writing it"), std::string::npos);
-    }
-    first.commit();
-    EXPECT_EQ(fixture.result("a.txt.modify"), "first");
-}
-
 // The file to insert is held in memory in place: one that never ends (a device, a pipe) or
 // that is larger than the bound is refused with the reason, and no run hangs on it.
 TEST(WholeResults, FileToInsertMustBeARegularFileOfBoundedSize) {
     RunnerFixture fixture;
     const std::string huge = fixture.source("huge.txt");
-    morlevant::testing::writeBytes(huge, "");
+    writeBytes(huge, "");
     fs::resize_file(huge, (std::uintmax_t{64} << 20) + 1);
     ASSERT_TRUE(morlevant::testing::makeFifo(fixture.source("pipe")));
-    const struct {
-        std::string file;
-        const char* reason;
-    } cases[] = {
+    fixture.writeSource("a.txt", "a\n");
+    const std::pair<std::string, std::string> cases[] = {
         {fixture.source("pipe"), "pipe: it is not a regular file"},
         {"/dev/zero", "/dev/zero: it is not a regular file"},
         {huge, "is too large; at most 64 MB"},
     };
-    const Lines insertFileInPlace = {{1, "2"}, {2, "1-1"}, {4, "0"}, {5, "5"}, {19, "3"}};
-    fixture.writeSource("a.txt", "a\n");
-    for (const auto& test : cases) {
-        fixture.set(insertFileInPlace + Lines{{22, test.file}});
-        const std::string message = fixture.failure({"a.txt"});
-        EXPECT_NE(message.find(test.reason), std::string::npos) << message;
+    for (const auto& [file, reason] : cases) {
+        fixture.set({{1, "2"}, {2, "1-1"}, {4, "0"}, {5, "5"}, {19, "3"}, {22, file}});
+        EXPECT_NE(fixture.failure({"a.txt"}).find(reason), std::string::npos) << reason;
         EXPECT_FALSE(fixture.exists("a.txt.modify"));
     }
 }

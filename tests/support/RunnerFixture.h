@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/TaskRunner.h"
+#include "engine/io/LineReader.h"
 #include "taskdef/TaskError.h"
 #include "taskdef/TaskFiles.h"
 #include "taskdef/TaskPageSettings.h"
@@ -8,6 +9,7 @@
 
 #include <atomic>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -69,14 +71,34 @@ public:
 
     void runOnly(int fileCount) {
         RunCallbacks callbacks;
-        callbacks.progress = [this](int done, int total) { progress.emplace_back(done, total); };
-        callbacks.message = [this](const std::string& text) { messages.push_back(text); };
+        callbacks.progress = [this](int done, int total) {
+            progress.emplace_back(done, total);
+            if (afterFile)
+                afterFile();
+        };
+        callbacks.message = [this](const std::string& text) {
+            messages.push_back(text);
+            if (onMessage)
+                onMessage();
+        };
         callbacks.openFolder = [this](const std::string& folder) { opened.push_back(folder); };
         callbacks.waiting = [this] { ++waited; };
         RunRequest request{home.path().string(), taskName, fileCount};
         request.stop = &stop;
         request.waitForOtherRun = waitForOtherRun;
         RunTask(request, callbacks);
+    }
+
+    // The RunStopped that the run ends with; an empty one, with done -1, when it is not stopped.
+    RunStopped stopped(const std::vector<std::string>& names) {
+        try {
+            run(names);
+        } catch (const RunStopped& stopped) {
+            return stopped;
+        }
+        RunStopped none;
+        none.done = -1;
+        return none;
     }
 
     // The message of the TaskError that the run ends with, or "no error".
@@ -95,6 +117,9 @@ public:
     std::vector<std::pair<int, int>> progress;
     std::vector<std::string> messages;
     std::vector<std::string> opened;
+    // Called after each file, and with each message (the column divide's notice comes while a
+    // file is being read).
+    std::function<void()> afterFile, onMessage;
     std::atomic<bool> stop{false}; // turned true by a test to stop the run
     bool waitForOtherRun = false;
     std::atomic<int> waited{0}; // times the run waited for another run of the task
