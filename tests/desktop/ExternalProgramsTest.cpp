@@ -85,12 +85,10 @@ TEST(HelpPage, IsFoundBesideTheProgramAndWhereTheInstallPutsIt) {
     const std::string bin = dir.file("prefix/bin");
     std::filesystem::create_directories(bin);
     EXPECT_EQ(ExternalPrograms::findHelpPage(QString::fromStdString(bin)), QString());
-    EXPECT_FALSE(isInstalledProgram(bin));
     const std::string installed = installedDataFolder(bin) + "/help/index.html";
     testing::writeBytes(installed, "<html/>");
     EXPECT_EQ(ExternalPrograms::findHelpPage(QString::fromStdString(bin)),
               QString::fromStdString(installed));
-    EXPECT_TRUE(installed.starts_with(dir.file("prefix/")));
 }
 
 } // namespace
