@@ -93,7 +93,7 @@ TEST(SettingsStore, KeysWrittenByHandInAnyCaseMeanTheSameAndAreWrittenBackOnce) 
     }
 }
 
-class RecentFilesTest : public ::testing::Test {
+class RecentFilesTest : public UserSettingsTest {
 protected:
     // The menu as text: visible entries' captions, a disabled one in brackets.
     static QString shown(const RecentMenu& menu) {
@@ -112,8 +112,6 @@ protected:
         return menu;
     }
 
-    testing::TempDir dir;
-    SettingsStore store{QString::fromStdString(dir.file("settings.ini"))};
     RecentFiles recent{store};
 };
 
