@@ -106,6 +106,7 @@ TEST_F(WindowCommands, EditTaskPreparesTheTaskFilesAndACancelledEditorWritesNoth
 
 class WindowRun : public testing::WindowFixture {
 protected:
+    void SetUp() override { start(); }
     // A task "Job" over the given files, with its settings and file list in the program folder.
     void makeTask(TaskPageSettings settings, const QStringList& files) {
         settings.rangeMode = "1";
@@ -134,7 +135,6 @@ protected:
 
 // What a refused folder is told is pinned by the desktop's tests.
 TEST_F(WindowRun, AMergeOpensTheMergeFolder) {
-    start();
     TaskPageSettings settings;
     settings.operationPage = "6";
     settings.divideAction = "5";
@@ -146,7 +146,6 @@ TEST_F(WindowRun, AMergeOpensTheMergeFolder) {
 }
 
 TEST_F(WindowRun, AFailedRunIsOneErrorAndTheWindowGoesOn) {
-    start();
     makeTask(insertAfterLast(), {homeFile("in/missing.txt")});
     menus().RunTask->trigger();
     ASSERT_EQ(prompts.messages().size(), 1);
@@ -157,7 +156,6 @@ TEST_F(WindowRun, AFailedRunIsOneErrorAndTheWindowGoesOn) {
 }
 
 TEST_F(WindowRun, ACloseRequestDuringARunWaitsForItsEnd) {
-    start();
     makeTask(insertAfterLast(), {makeFile("in/a.txt", "a\n")});
     // Delivered while the run repaints its progress bar.
     QCoreApplication::postEvent(window.get(), new QCloseEvent);
@@ -221,6 +219,7 @@ TEST_F(WindowCommands, LinksHelpAndTheOptionMenuReachTheDesktop) {
 
 class Find : public testing::WindowFixture {
 protected:
+    void SetUp() override { start(); }
     void selectInViewer(int start, int length) const {
         QTextCursor cursor = viewer().textCursor();
         cursor.setPosition(start);
@@ -240,7 +239,6 @@ protected:
 // Where each search lands is pinned by the viewer search's table; here the dialog and the
 // commands drive it.
 TEST_F(Find, TheDialogStartsFromTheSelectionAndFindNextGoesOnUntilNoneIsLeft) {
-    start();
     showFile("text", "in/text.txt", "abc xyz ABC abc");
     selectInViewer(4, 3);
     menus().mnuFind->trigger();
@@ -274,7 +272,6 @@ TEST_F(Find, TheDialogStartsFromTheSelectionAndFindNextGoesOnUntilNoneIsLeft) {
 
 // Which files the group holds is pinned by the file search's tests.
 TEST_F(Find, FindInAllFilesAsksForTheTextAndShowsItsGroup) {
-    start();
     showFile("a", "in/a.txt", "needle");
     prompts.inputs.enqueue("");
     menus().mnuSearch->trigger();

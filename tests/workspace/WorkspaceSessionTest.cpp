@@ -49,7 +49,9 @@ TEST_F(WorkspaceSessionTest, NewAsksAboutChangesAndCancelKeepsTheTree) {
     EXPECT_FALSE(state.HasTaskFile);
 }
 
-TEST_F(WorkspaceSessionTest, SaveAsksForANameOnceAndAddsTheExtension) {
+// Save asks for a name once. A Save As that is cancelled or cannot write leaves the workspace
+// under its old name: the title and the History, which follow that name, stay as they were.
+TEST_F(WorkspaceSessionTest, SaveAsksForANameOnceAndASaveAsThatDoesNotSaveKeepsIt) {
     buildTree(model, "A");
     state.TaskDirty = true;
     prompts.fileNames.enqueue({path("work")});
@@ -58,20 +60,12 @@ TEST_F(WorkspaceSessionTest, SaveAsksForANameOnceAndAddsTheExtension) {
     EXPECT_EQ(state.TaskFileName, path("work.tsk"));
     EXPECT_FALSE(state.TaskDirty);
     EXPECT_EQ(chosen, QStringList{path("work.tsk")});
-
     EXPECT_TRUE(session.mnuSave()); // no second dialog: the script holds no more names
     EXPECT_EQ(prompts.dialogs.size(), 1);
-}
 
-// A Save As that is cancelled or cannot write leaves the workspace under its old name: the title
-// and the History, which follow that name, stay as they were.
-TEST_F(WorkspaceSessionTest, SaveAsThatDoesNotSaveKeepsTheOldName) {
-    buildTree(model, "A");
-    prompts.fileNames.enqueue({path("first.tsk")});
-    session.mnuSaveAs();
     buildTree(model, "B");
     state.TaskDirty = true;
-    const std::string before = testing::readBytes(folder.file("first.tsk"));
+    const std::string before = testing::readBytes(folder.file("work.tsk"));
     testing::writeBytes(folder.file("blocked"), ""); // no one, root included, writes below a file
     for (const QString& name : {QString(), path("blocked/two.tsk"), path("missing/two.tsk")}) {
         prompts.asked.clear();
@@ -83,10 +77,10 @@ TEST_F(WorkspaceSessionTest, SaveAsThatDoesNotSaveKeepsTheOldName) {
                 "error|Morlevant|Can't save the task file " + name))
                 << prompts.messages().at(0).toStdString();
         }
-        EXPECT_EQ(testing::readBytes(folder.file("first.tsk")), before);
-        EXPECT_EQ(state.TaskFileName, path("first.tsk"));
+        EXPECT_EQ(testing::readBytes(folder.file("work.tsk")), before);
+        EXPECT_EQ(state.TaskFileName, path("work.tsk"));
         EXPECT_TRUE(state.TaskDirty);
-        EXPECT_EQ(chosen, QStringList{path("first.tsk")});
+        EXPECT_EQ(chosen, QStringList{path("work.tsk")});
     }
 }
 
