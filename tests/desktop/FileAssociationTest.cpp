@@ -75,11 +75,6 @@ TEST_F(Association, WithoutAnInstallOpenWritesItsOwnEntryAndCancelTakesBackExact
     EXPECT_EQ(readAll(mimeApps()), before);
 }
 
-TEST_F(Association, AListThatOpenMadeGoesWithCancel) {
-    commands("oc");
-    EXPECT_FALSE(QFile::exists(mimeApps()));
-}
-
 TEST_F(Association, AUserInstallKeepsItsEntryAndTypeOnlyTheDefaultChanges) {
     install("data");
     EXPECT_EQ(commands("oo"), QStringList({matched, alreadyMatched}));
@@ -104,8 +99,8 @@ TEST_F(Association, AUserInstallKeepsItsEntryAndTypeOnlyTheDefaultChanges) {
 TEST_F(Association, CancelStopsASystemEntryFromOpeningWorkspaces) {
     install("system");
     EXPECT_EQ(commands("cc"), QStringList({cancelled, noMatch}));
-    const QString list = readAll(mimeApps());
-    EXPECT_EQ(list, "[Removed Associations]\napplication/x-corvellum=morlevant.desktop;\n");
+    EXPECT_EQ(readAll(mimeApps()),
+              "[Removed Associations]\napplication/x-corvellum=morlevant.desktop;\n");
     EXPECT_FALSE(QDir(data("")).exists());
 }
 
@@ -121,10 +116,12 @@ TEST_F(Association, AnotherProgramsDefaultStaysAndCancelOnlyWithdrawsOurs) {
               other + "[Removed Associations]\napplication/x-corvellum=morlevant.desktop;\n");
 }
 
-TEST_F(Association, AnEntryWithoutItsTypeIsNoInstall) {
+TEST_F(Association, AnEntryWithoutItsTypeIsNoInstallAndAListThatOpenMadeGoesWithCancel) {
     testing::writeBytes(folders.path("system/applications/morlevant.desktop").toStdString(), "");
     commands("o");
     EXPECT_TRUE(QFile::exists(data("applications/morlevant-user.desktop")));
+    commands("c");
+    EXPECT_FALSE(QFile::exists(mimeApps()));
 }
 
 TEST_F(Association, AFolderThatCannotBeWrittenIsNamedAndNothingIsClaimed) {

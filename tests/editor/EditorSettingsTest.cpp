@@ -41,14 +41,11 @@ TEST_F(EditorSettings, OkRefusesAnIncompletePageAndLeavesEverythingAsItWas) {
 }
 
 TEST_F(EditorSettings, StepsAreBuiltByTheOperatorButtons) {
-    click("Check3");
-    click("Command_cal(0)");
+    clickAll({"Check3", "Command_cal(0)"});
     EXPECT_EQ(prompts.asked,
               QStringList{"information|Morlevant|Please input a number in the textbox"});
-    type("Text_cal(1)", "5");
-    type("Text_cal(3)", "2");
-    type("Text_cal(6)", "1.5.2");
-    clickAll({"Command_cal(0)", "Command_cal(2)", "Command_cal(2)", "Command_cal(5)"});
+    driver().perform({"Text_cal(1)=5", "Text_cal(3)=2", "Text_cal(6)=1.5.2", "Command_cal(0)",
+                      "Command_cal(2)", "Command_cal(2)", "Command_cal(5)"});
     EXPECT_EQ(text("Text_cal(7)"), "+5,*2,*2,%1.5.2,");
     EXPECT_EQ(text("Text_cal(3)"), "2"); // the operand stays for the next click
 }
@@ -94,9 +91,7 @@ TEST_F(EditorSettings, OkWritesTheThirtyOneLinesOfEveryPage) {
 
 TEST_F(EditorSettings, AnUnwritableSettingsFileIsReportedAndTheEditorStaysOpen) {
     std::filesystem::create_directory(home.file("Job.ttp"));
-    click("Check4");
-    type("Text1", "x");
-    click("ok");
+    driver().perform({"Check4", "Text1=x", "ok"});
     ASSERT_EQ(prompts.asked.size(), 1);
     EXPECT_TRUE(prompts.asked[0].startsWith("error|Morlevant|Cannot write the task settings file"));
     EXPECT_TRUE(dialog->isVisible());
@@ -107,8 +102,7 @@ TEST_F(EditorSettings, TemplateLibraryAddsSamplesOnEveryOpeningAndNeverCrashes) 
     auto* library = control<QTreeWidget>("list_temp");
     auto* selected = control<QTreeWidget>("list_select");
     EXPECT_FALSE(control("frame_temp")->isVisible());
-    click("Opent");
-    click("Opent");
+    clickAll({"Opent", "Opent"});
     EXPECT_TRUE(control("frame_temp")->isVisible());
     ASSERT_EQ(library->topLevelItemCount(), 6);
 
