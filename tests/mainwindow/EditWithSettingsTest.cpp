@@ -35,7 +35,7 @@ protected:
     std::string settingsFile;
 };
 
-TEST_F(EditWithSettings, OnTheEditorShowsTheSettingsAndCancelLeavesTheTaskAsItWas) {
+TEST_F(EditWithSettings, OnlyWhenOnTheEditorShowsTheSettingsAndCancelKeepsThem) {
     menus().mnuEditWithSettings->trigger();
     // A file imported since the last edit reaches the list only with the next confirmed edit.
     window->model().appendNode(node({"My Batch Task"}), "b", makeFile("in/b.txt", "b\n"),
