@@ -67,12 +67,11 @@ TEST_F(Outside, ChoosesOnlyAProgramAndKeepsTheOldOneOtherwise) {
     prompts.fileNames.enqueue({tool});
     EXPECT_EQ(programs.chooseBrowser("/usr/bin/old"), tool);
 
-    EXPECT_EQ(prompts.asked, QStringList({"open file|select browser |executable file(*)",
-                                          "open file|select browser |executable file(*)",
-                                          "error|Morlevant|" + text +
-                                              " is not a program: the files stay with "
-                                              "/usr/bin/old.",
-                                          "open file|select browser |executable file(*)"}));
+    EXPECT_EQ(prompts.asked[0], "open file|select browser |executable file(*)");
+    EXPECT_EQ(prompts.messages(),
+              QStringList{"error|Morlevant|" + text +
+                          " is not a program: the files stay with /usr/bin/old."});
+    EXPECT_EQ(prompts.dialogs.size(), 3);
     EXPECT_EQ(prompts.dialogs.at(0).directory, "/usr/bin");
 }
 
@@ -85,12 +84,10 @@ TEST(HelpPage, IsFoundBesideTheProgramAndWhereTheInstallPutsIt) {
     const std::string bin = dir.file("prefix/bin");
     std::filesystem::create_directories(bin);
     EXPECT_EQ(ExternalPrograms::findHelpPage(QString::fromStdString(bin)), QString());
-    EXPECT_FALSE(isInstalledProgram(bin));
     const std::string installed = installedDataFolder(bin) + "/help/index.html";
     testing::writeBytes(installed, "<html/>");
     EXPECT_EQ(ExternalPrograms::findHelpPage(QString::fromStdString(bin)),
               QString::fromStdString(installed));
-    EXPECT_TRUE(installed.starts_with(dir.file("prefix/")));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "mainwindow/desktop/FileAssociation.h"
 
 #include "mainwindow/desktop/ExternalPrograms.h"
+#include "mainwindow/desktop/MimeAppsList.h"
 #include "tests/support/DesktopFolders.h"
 #include "tests/support/QStringPrinter.h"
 #include "tests/support/RecordingShell.h"
@@ -74,11 +75,6 @@ TEST_F(Association, WithoutAnInstallOpenWritesItsOwnEntryAndCancelTakesBackExact
     EXPECT_EQ(readAll(mimeApps()), before);
 }
 
-TEST_F(Association, AListThatOpenMadeGoesWithCancel) {
-    commands("oc");
-    EXPECT_FALSE(QFile::exists(mimeApps()));
-}
-
 TEST_F(Association, AUserInstallKeepsItsEntryAndTypeOnlyTheDefaultChanges) {
     install("data");
     EXPECT_EQ(commands("oo"), QStringList({matched, alreadyMatched}));
@@ -103,8 +99,8 @@ TEST_F(Association, AUserInstallKeepsItsEntryAndTypeOnlyTheDefaultChanges) {
 TEST_F(Association, CancelStopsASystemEntryFromOpeningWorkspaces) {
     install("system");
     EXPECT_EQ(commands("cc"), QStringList({cancelled, noMatch}));
-    const QString list = readAll(mimeApps());
-    EXPECT_EQ(list, "[Removed Associations]\napplication/x-corvellum=morlevant.desktop;\n");
+    EXPECT_EQ(readAll(mimeApps()),
+              "[Removed Associations]\napplication/x-corvellum=morlevant.desktop;\n");
     EXPECT_FALSE(QDir(data("")).exists());
 }
 
@@ -120,10 +116,12 @@ TEST_F(Association, AnotherProgramsDefaultStaysAndCancelOnlyWithdrawsOurs) {
               other + "[Removed Associations]\napplication/x-corvellum=morlevant.desktop;\n");
 }
 
-TEST_F(Association, AnEntryWithoutItsTypeIsNoInstall) {
+TEST_F(Association, AnEntryWithoutItsTypeIsNoInstallAndAListThatOpenMadeGoesWithCancel) {
     testing::writeBytes(folders.path("system/applications/morlevant.desktop").toStdString(), "");
     commands("o");
     EXPECT_TRUE(QFile::exists(data("applications/morlevant-user.desktop")));
+    commands("c");
+    EXPECT_FALSE(QFile::exists(mimeApps()));
 }
 
 TEST_F(Association, AFolderThatCannotBeWrittenIsNamedAndNothingIsClaimed) {
@@ -135,6 +133,69 @@ TEST_F(Association, AFolderThatCannotBeWrittenIsNamedAndNothingIsClaimed) {
                                        data("applications/morlevant-user.desktop")))
         << messages[0].toStdString();
     EXPECT_FALSE(QFile::exists(mimeApps()));
+}
+
+// The list of default programs, edited line by line.
+const QString defaults = MimeAppsList::defaultApplications;
+const QString removed = MimeAppsList::removedAssociations;
+const QString type = "application/x-corvellum";
+const QString ours = "morlevant.desktop";
+
+TEST(MimeAppsList, AddingAnEntryKeepsEveryOtherLine) {
+    struct Case {
+        QString list;
+        QString group;
+        QString expected;
+    };
+    const Case cases[] = {
+        {"", defaults, "[Default Applications]\napplication/x-corvellum=morlevant.desktop;\n"},
+        // A missing group goes at the end, after a last line without a line end.
+        {"[Added Associations]\ntext/plain=a.desktop;", removed,
+         "[Added Associations]\ntext/plain=a.desktop;\n"
+         "[Removed Associations]\napplication/x-corvellum=morlevant.desktop;\n"},
+        // The key goes first in its group; the group is found with blanks around it.
+        {"# mine\n [Default Applications] \ntext/plain=a.desktop;\n\n[Other]\nk=v\n", defaults,
+         "# mine\n [Default Applications] \napplication/x-corvellum=morlevant.desktop;\n"
+         "text/plain=a.desktop;\n\n[Other]\nk=v\n"},
+        // An existing key gets the entry first, once.
+        {"[Removed Associations]\napplication/x-corvellum = other.desktop;morlevant.desktop\n",
+         removed,
+         "[Removed Associations]\napplication/x-corvellum =morlevant.desktop;other.desktop;\n"},
+        // The same type in another group is another key.
+        {"[Added Associations]\napplication/x-corvellum=other.desktop;\n", defaults,
+         "[Added Associations]\napplication/x-corvellum=other.desktop;\n"
+         "[Default Applications]\napplication/x-corvellum=morlevant.desktop;\n"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(MimeAppsList::withEntry(c.list, c.group, type, ours), c.expected)
+            << c.list.toStdString();
+}
+
+TEST(MimeAppsList, RemovingAnEntryDropsWhatItLeavesEmpty) {
+    struct Case {
+        QString list;
+        QString expected;
+    };
+    const Case cases[] = {
+        {"[Default Applications]\napplication/x-corvellum=morlevant.desktop;\n", ""},
+        {"[Other]\nk=v\n[Default Applications]\napplication/x-corvellum=morlevant.desktop;\n\n"
+         "[Last]\nk=v\n",
+         "[Other]\nk=v\n[Last]\nk=v\n"},
+        {"[Default Applications]\napplication/x-corvellum=other.desktop;morlevant.desktop;\n",
+         "[Default Applications]\napplication/x-corvellum=other.desktop;\n"},
+        {"[Default Applications]\n# kept\napplication/x-corvellum=morlevant.desktop;\n",
+         "[Default Applications]\n# kept\n"},
+        // Nothing of ours: the text stays byte for byte, odd spacing included.
+        {"[Default Applications]\napplication/x-corvellum = other.desktop\n",
+         "[Default Applications]\napplication/x-corvellum = other.desktop\n"},
+        {"[Added Associations]\napplication/x-corvellum=morlevant.desktop;",
+         "[Added Associations]\napplication/x-corvellum=morlevant.desktop;"},
+        {"[Default Applications]\napplication/x-corvellum-old=morlevant.desktop;\n",
+         "[Default Applications]\napplication/x-corvellum-old=morlevant.desktop;\n"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(MimeAppsList::withoutEntry(c.list, defaults, type, ours), c.expected)
+            << c.list.toStdString();
 }
 
 } // namespace

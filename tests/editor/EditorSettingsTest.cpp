@@ -21,40 +21,31 @@ TEST_F(EditorSettings, OkRefusesAnIncompletePageAndLeavesEverythingAsItWas) {
         {{"Check4"}, "What string do you want to find"},
         {{"Check5"}, askForAction},
         {{"Check6"}, askForAction},
+        // A replacement alone finds nothing.
+        {{"Check4", "Text2=x"}, "What string do you want to find"},
     };
     for (const auto& sequence : cases) {
         prompts.asked.clear();
         reopen();
-        clickAll(sequence.clicks);
+        driver().perform(sequence.clicks);
         click("ok");
         EXPECT_EQ(prompts.asked, QStringList{QString("information|Morlevant|") + sequence.message})
             << sequence.clicks.join(", ").toStdString();
         EXPECT_TRUE(dialog->isVisible());
         EXPECT_FALSE(std::filesystem::exists(home.file("Job.ttp")));
     }
-    // A replacement alone finds nothing; the large box alone is enough.
+    // The large box alone is enough.
     reopen();
-    prompts.asked.clear();
-    click("Check4");
-    type("Text2", "x");
-    click("ok");
-    EXPECT_EQ(prompts.asked.size(), 1);
-    QTest::keyClicks(control("Text7"), "a");
-    click("ok");
-    EXPECT_EQ(prompts.asked.size(), 1);
+    driver().perform({"Check4", "Text7=a", "ok"});
     EXPECT_EQ(dialog->result(), QDialog::Accepted);
 }
 
 TEST_F(EditorSettings, StepsAreBuiltByTheOperatorButtons) {
-    click("Check3");
-    EXPECT_EQ(control("Command_cal(1)")->toolTip(), "subtration");
-    click("Command_cal(0)");
+    clickAll({"Check3", "Command_cal(0)"});
     EXPECT_EQ(prompts.asked,
               QStringList{"information|Morlevant|Please input a number in the textbox"});
-    type("Text_cal(1)", "5");
-    type("Text_cal(3)", "2");
-    type("Text_cal(6)", "1.5.2");
-    clickAll({"Command_cal(0)", "Command_cal(2)", "Command_cal(2)", "Command_cal(5)"});
+    driver().perform({"Text_cal(1)=5", "Text_cal(3)=2", "Text_cal(6)=1.5.2", "Command_cal(0)",
+                      "Command_cal(2)", "Command_cal(2)", "Command_cal(5)"});
     EXPECT_EQ(text("Text_cal(7)"), "+5,*2,*2,%1.5.2,");
     EXPECT_EQ(text("Text_cal(3)"), "2"); // the operand stays for the next click
 }
@@ -100,9 +91,7 @@ TEST_F(EditorSettings, OkWritesTheThirtyOneLinesOfEveryPage) {
 
 TEST_F(EditorSettings, AnUnwritableSettingsFileIsReportedAndTheEditorStaysOpen) {
     std::filesystem::create_directory(home.file("Job.ttp"));
-    click("Check4");
-    type("Text1", "x");
-    click("ok");
+    driver().perform({"Check4", "Text1=x", "ok"});
     ASSERT_EQ(prompts.asked.size(), 1);
     EXPECT_TRUE(prompts.asked[0].startsWith("error|Morlevant|Cannot write the task settings file"));
     EXPECT_TRUE(dialog->isVisible());
@@ -113,8 +102,7 @@ TEST_F(EditorSettings, TemplateLibraryAddsSamplesOnEveryOpeningAndNeverCrashes) 
     auto* library = control<QTreeWidget>("list_temp");
     auto* selected = control<QTreeWidget>("list_select");
     EXPECT_FALSE(control("frame_temp")->isVisible());
-    click("Opent");
-    click("Opent");
+    clickAll({"Opent", "Opent"});
     EXPECT_TRUE(control("frame_temp")->isVisible());
     ASSERT_EQ(library->topLevelItemCount(), 6);
 

@@ -16,15 +16,19 @@ protected:
     void SetUp() override {
         start();
         showFile("a", "in/a.txt", "a\n");
-        writeBytes("task/My Batch Task.ttp", "settings\r\n");
-        writeBytes("task/My Batch Task.edt", "list\r\n");
+        makeFile("task/My Batch Task.ttp", "settings\r\n");
+        makeFile("task/My Batch Task.edt", "list\r\n");
         window->model().appendNode(nullptr, "Other");
         select({"My Batch Task"});
     }
-    void writeBytes(const std::string& name, const std::string& bytes) const {
-        testing::writeBytes(home.file(name), bytes);
+    // The task's two files as "settings|list", "-" for one that is missing.
+    std::string files(const std::string& task) const {
+        const auto bytes = [&](const char* ext) {
+            const std::string name = home.file("task/" + task + ext);
+            return std::filesystem::exists(name) ? testing::readBytes(name) : "-";
+        };
+        return bytes(".ttp") + "|" + bytes(".edt");
     }
-    bool exists(const std::string& name) const { return std::filesystem::exists(home.file(name)); }
     // Renames the selected task answering `answer` in the input box.
     void rename(const std::optional<QString>& answer) {
         prompts.edits.enqueue(answer);
@@ -32,7 +36,7 @@ protected:
     }
 };
 
-TEST_F(TaskRename, MovesTheSettingsAndTheFileListWithTheCaption) {
+TEST_F(TaskRename, MovesTheSettingsAndTheFileListWithTheCaptionOfATask) {
     // F2 in the tree, as on the desktop.
     QApplication::setActiveWindow(window.get());
     prompts.edits.enqueue("Prices");
@@ -41,20 +45,27 @@ TEST_F(TaskRename, MovesTheSettingsAndTheFileListWithTheCaption) {
     EXPECT_EQ(tree(), "Prices[a] Other");
     EXPECT_EQ(window->lbCaption()->text(), "Prices");
     EXPECT_TRUE(window->state().TaskDirty);
-    EXPECT_FALSE(exists("task/My Batch Task.ttp"));
-    EXPECT_FALSE(exists("task/My Batch Task.edt"));
-    EXPECT_EQ(testing::readBytes(home.file("task/Prices.ttp")), "settings\r\n");
-    EXPECT_EQ(testing::readBytes(home.file("task/Prices.edt")), "list\r\n");
+    EXPECT_EQ(files("My Batch Task"), "-|-");
+    EXPECT_EQ(files("Prices"), "settings\r\n|list\r\n");
 
     // The tree's menu runs the same command.
     prompts.edits.enqueue("Prices 2");
     menus().mnuTRenameTask->trigger();
     EXPECT_EQ(tree(), "Prices 2[a] Other");
-    EXPECT_TRUE(exists("task/Prices 2.ttp"));
+    EXPECT_EQ(files("Prices 2"), "settings\r\n|list\r\n");
+
+    // Only a task can be renamed, and one never edited has no files to move.
+    select({"Prices 2", "a"});
+    EXPECT_FALSE(menus().mnuRenameTask->isEnabled());
+    EXPECT_FALSE(menus().mnuTRenameTask->isEnabled());
+    select({"Other"});
+    rename("Third");
+    EXPECT_EQ(tree(), "Prices 2[a] Third");
+    EXPECT_EQ(files("Third"), "-|-");
 }
 
 TEST_F(TaskRename, RefusesANameItCannotTakeAndChangesNothing) {
-    writeBytes("task/Elsewhere.ttp", "another workspace's task\r\n");
+    makeFile("task/Elsewhere.ttp", "another workspace's task\r\n");
     const struct {
         QString name;
         QString message;
@@ -75,8 +86,7 @@ TEST_F(TaskRename, RefusesANameItCannotTakeAndChangesNothing) {
         EXPECT_TRUE(prompts.asked[1].contains(c.message)) << prompts.asked[1].toStdString();
         EXPECT_EQ(tree(), "My Batch Task[a] Other");
         EXPECT_FALSE(window->state().TaskDirty);
-        EXPECT_EQ(testing::readBytes(home.file("task/My Batch Task.ttp")), "settings\r\n");
-        EXPECT_EQ(testing::readBytes(home.file("task/My Batch Task.edt")), "list\r\n");
+        EXPECT_EQ(files("My Batch Task"), "settings\r\n|list\r\n");
     }
     // Cancel, or the same name, is no rename.
     for (const std::optional<QString>& answer : {std::optional<QString>(), {"My Batch Task"}}) {
@@ -85,18 +95,6 @@ TEST_F(TaskRename, RefusesANameItCannotTakeAndChangesNothing) {
         EXPECT_EQ(prompts.asked.size(), 1);
         EXPECT_FALSE(window->state().TaskDirty);
     }
-}
-
-TEST_F(TaskRename, OnlyATaskCanBeRenamedAndOneNeverEditedHasNoFilesToMove) {
-    select({"My Batch Task", "a"});
-    EXPECT_FALSE(menus().mnuRenameTask->isEnabled());
-    EXPECT_FALSE(menus().mnuTRenameTask->isEnabled());
-    select({"Other"});
-    EXPECT_TRUE(menus().mnuRenameTask->isEnabled());
-    rename("Third");
-    EXPECT_EQ(tree(), "My Batch Task[a] Third");
-    EXPECT_FALSE(exists("task/Third.ttp"));
-    EXPECT_TRUE(window->state().TaskDirty);
 }
 
 } // namespace

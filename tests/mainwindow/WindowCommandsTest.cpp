@@ -1,5 +1,6 @@
 #include "mainwindow/MainStatusBar.h"
 #include "mainwindow/TaskTreeView.h"
+#include "mainwindow/find/frmFind.h"
 #include "mainwindow/viewer/TextViewer.h"
 #include "taskdef/TaskFiles.h"
 #include "taskdef/TaskPageSettings.h"
@@ -7,12 +8,16 @@
 #include "tests/support/DesktopFolders.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 
 namespace morlevant {
@@ -75,9 +80,9 @@ TEST_F(WindowCommands, DroppingANodeOnTheTreeMovesIt) {
     EXPECT_TRUE(window->tvMain()->isExpanded(model.indexFromItem(node({"Other"}))));
 }
 
-// The task's settings are emptied before the editor opens, so a cancelled editor leaves the task
-// to be edited again.
-TEST_F(WindowCommands, EditTaskPreparesTheTaskFilesAndACancelledEditorWritesNothing) {
+// Without files there is nothing to edit, and a cancelled editor leaves the task to be edited
+// again (what it leaves in the task files is pinned by EditWithSettings).
+TEST_F(WindowCommands, EditTaskNeedsFilesAndACancelledEditorLeavesTheTaskToEditAgain) {
     start();
     std::filesystem::create_directories(home.path() / "task");
     menus().mnuEditCap->setEnabled(true);
@@ -85,22 +90,19 @@ TEST_F(WindowCommands, EditTaskPreparesTheTaskFilesAndACancelledEditorWritesNoth
     EXPECT_EQ(prompts.messages(), QStringList{"information|Morlevant|You didn't select files"});
     EXPECT_TRUE(editorOpened.isEmpty());
 
-    const QString file = showFile("a", "in/a.txt", "a\n");
+    showFile("a", "in/a.txt", "a\n");
     writeTaskPageSettings(home.file("task/My Batch Task.ttp"), TaskPageSettings{});
     select({"My Batch Task"});
     EXPECT_TRUE(menus().RunTask->isEnabled());
-    editorScript = [](const testing::EditorDriver& editor) {
-        editor.perform({"Check4", "Text1=a", "cancel"});
-    };
+    editorScript = [](const testing::EditorDriver& editor) { editor.click("cancel"); };
     click(ToolbarButton::editTask);
     EXPECT_EQ(editorOpened, QStringList{homeFile("task/My Batch Task")});
-    EXPECT_EQ(testing::readBytes(home.file("task/My Batch Task.ttp")), "");
-    EXPECT_EQ(testing::readBytes(home.file("task/My Batch Task.edt")), file.toStdString() + "\r\n");
     EXPECT_FALSE(menus().RunTask->isEnabled());
 }
 
 class WindowRun : public testing::WindowFixture {
 protected:
+    void SetUp() override { start(); }
     // A task "Job" over the given files, with its settings and file list in the program folder.
     void makeTask(TaskPageSettings settings, const QStringList& files) {
         settings.rangeMode = "1";
@@ -129,7 +131,6 @@ protected:
 
 // What a refused folder is told is pinned by the desktop's tests.
 TEST_F(WindowRun, AMergeOpensTheMergeFolder) {
-    start();
     TaskPageSettings settings;
     settings.operationPage = "6";
     settings.divideAction = "5";
@@ -141,7 +142,6 @@ TEST_F(WindowRun, AMergeOpensTheMergeFolder) {
 }
 
 TEST_F(WindowRun, AFailedRunIsOneErrorAndTheWindowGoesOn) {
-    start();
     makeTask(insertAfterLast(), {homeFile("in/missing.txt")});
     menus().RunTask->trigger();
     ASSERT_EQ(prompts.messages().size(), 1);
@@ -152,7 +152,6 @@ TEST_F(WindowRun, AFailedRunIsOneErrorAndTheWindowGoesOn) {
 }
 
 TEST_F(WindowRun, ACloseRequestDuringARunWaitsForItsEnd) {
-    start();
     makeTask(insertAfterLast(), {makeFile("in/a.txt", "a\n")});
     // Delivered while the run repaints its progress bar.
     QCoreApplication::postEvent(window.get(), new QCloseEvent);
@@ -212,6 +211,76 @@ TEST_F(WindowCommands, LinksHelpAndTheOptionMenuReachTheDesktop) {
               QStringList({"information|Morlevant|FileMatch succeed，you can open it directly "
                            "next time!",
                            "information|Morlevant|Cancel file match！", later, later}));
+}
+
+class Find : public testing::WindowFixture {
+protected:
+    void SetUp() override { start(); }
+    void selectInViewer(int start, int length) const {
+        QTextCursor cursor = viewer().textCursor();
+        cursor.setPosition(start);
+        cursor.setPosition(start + length, QTextCursor::KeepAnchor);
+        viewer().setTextCursor(cursor);
+    }
+    // The viewer's selection as "start+length".
+    QString selection() const {
+        const QTextCursor cursor = viewer().textCursor();
+        return QString::number(cursor.selectionStart()) + "+" +
+               QString::number(cursor.selectionEnd() - cursor.selectionStart());
+    }
+    TextViewer& viewer() const { return *window->txtMain(); }
+    frmFind& dialog() const { return *window->findDialog(); }
+};
+
+// Where each search lands is pinned by the viewer search's table; here the dialog and the
+// commands drive it.
+TEST_F(Find, TheDialogStartsFromTheSelectionAndFindNextGoesOnUntilNoneIsLeft) {
+    showFile("text", "in/text.txt", "abc xyz ABC abc");
+    selectInViewer(4, 3);
+    menus().mnuFind->trigger();
+    ASSERT_NE(window->findDialog(), nullptr);
+    EXPECT_TRUE(dialog().isVisible());
+    EXPECT_FALSE(dialog().isModal());
+    EXPECT_EQ(dialog().Text1->text(), "xyz");
+    EXPECT_TRUE(dialog().optDirection[1]->isChecked()); // forward, as the search state says
+    dialog().Text1->clear();
+    QTest::keyClicks(dialog().Text1, "abc");
+
+    dialog().cmdFind->click();
+    EXPECT_EQ(selection(), "8+3");
+    EXPECT_TRUE(dialog().isVisible());
+    menus().mnuFindNext->trigger();
+    EXPECT_EQ(selection(), "12+3");
+    menus().mnuFindNext->trigger();
+    EXPECT_EQ(prompts.asked, QStringList{"information|Morlevant|Can't find \"abc\""});
+    EXPECT_EQ(selection(), "12+3");
+
+    dialog().optDirection[0]->click();
+    dialog().chkCase->click();
+    // Cancel keeps the text, the direction and the case for Find Next and closes the dialog for
+    // good: backward, "ABC" is passed over.
+    dialog().cmdcancel->click();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(window->findDialog(), nullptr);
+    menus().mnuFindNext->trigger();
+    EXPECT_EQ(selection(), "0+3");
+}
+
+// Which files the group holds is pinned by the file search's tests.
+TEST_F(Find, FindInAllFilesAsksForTheTextAndShowsItsGroup) {
+    showFile("a", "in/a.txt", "needle");
+    prompts.inputs.enqueue("");
+    menus().mnuSearch->trigger();
+    EXPECT_EQ(tree(), "My Batch Task[a]");
+
+    prompts.inputs.enqueue("needle");
+    menus().mnuSearch->trigger();
+    EXPECT_EQ(prompts.asked,
+              QStringList({"input|Morlevant|What do you want to find in all files?",
+                           "input|Morlevant|What do you want to find in all files?"}));
+    EXPECT_EQ(tree(), "My Batch Task[a] Include Files:needle [a]");
+    EXPECT_TRUE(window->tvMain()->isExpanded(
+        window->model().indexFromItem(node({"Include Files:needle "}))));
 }
 
 } // namespace

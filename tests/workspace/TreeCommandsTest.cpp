@@ -38,9 +38,13 @@ TEST_F(TreeCommandsTest, AddTaskIsNumberedByAllNodesAndPlacedAfterTheSelection) 
         model.clear();
         state.TaskDirty = false;
         buildTree(model, c.tree);
-        commands.addTask(c.selected.isEmpty() ? nullptr : find(model, c.selected));
+        const QStandardItem* added =
+            commands.addTask(c.selected.isEmpty() ? nullptr : find(model, c.selected));
         EXPECT_EQ(treeText(model), c.after) << c.tree;
         EXPECT_TRUE(state.TaskDirty);
+        // A new task shows its folder at once, as the start-up task does.
+        EXPECT_EQ(TaskTreeModel::image(added), treeImage::closedFolder);
+        EXPECT_EQ(TaskTreeModel::selectedImage(added), treeImage::openFolder);
     }
 }
 
@@ -63,9 +67,10 @@ TEST_F(TreeCommandsTest, ImportedFilesGoUnderOrBesideTheSelectionOrIntoANewTask)
     EXPECT_EQ(TaskTreeModel::image(alpha), treeImage::text);
     EXPECT_TRUE(state.TaskDirty);
 
-    model.clear(); // into an empty tree: a task is made for the files
-    commands.addFiles(nullptr, {"/in/a.txt"}, false);
+    model.clear(); // into an empty tree: a task is made for the files, showing its folder
+    const QStandardItem* file = commands.addFiles(nullptr, {"/in/a.txt"}, false);
     EXPECT_EQ(treeText(model), "My Batch Task[a]");
+    EXPECT_EQ(TaskTreeModel::image(TaskTreeModel::parentNode(file)), treeImage::closedFolder);
 }
 
 // A task lists its files one name per line, so a name with a line break is not imported.
@@ -117,18 +122,6 @@ TEST_F(TreeCommandsTest, SortOrdersTheLevelOnceWithoutMarkingChanges) {
     // Later additions stay where they are put.
     commands.addFiles(find(model, {"A"}), {"/in/0.txt"}, true);
     EXPECT_EQ(treeText(model), "B A[a.txt B.txt b.txt c.txt 0]");
-}
-
-// A new task shows its folder at once, as the start-up task does.
-TEST_F(TreeCommandsTest, ANewTaskShowsItsFolder) {
-    buildTree(model, "A");
-    const QStandardItem* added = commands.addTask(find(model, {"A"}));
-    EXPECT_EQ(TaskTreeModel::image(added), treeImage::closedFolder);
-    EXPECT_EQ(TaskTreeModel::selectedImage(added), treeImage::openFolder);
-
-    model.clear();
-    const QStandardItem* file = commands.addFiles(nullptr, {"/in/a.txt"}, false);
-    EXPECT_EQ(TaskTreeModel::image(TaskTreeModel::parentNode(file)), treeImage::closedFolder);
 }
 
 // The import dialog opens on the file type last chosen; its list of types stays as it is.
