@@ -61,13 +61,18 @@ void RunTask(const RunRequest& given, const RunCallbacks& callbacks) {
     std::unique_ptr<FilePage> page;
     std::optional<RunContext> context;
     RunAlerts alerts(settings.nonNumericAlert == "Yes", settings.crossBorderAlert == "Yes");
+    // Pages mark the row being worked only for alerts that watch: nothing per line otherwise.
+    RunAlerts* const watching =
+        alerts.watches(RunAlerts::Kind::NoNumber) || alerts.watches(RunAlerts::Kind::TooWide)
+            ? &alerts
+            : nullptr;
     if (mode) {
         const bool byRanges = *mode != RangeMode::WholeText;
         context.emplace(RunContext{
             settings, sources, *mode,
             byRanges ? RangePairs::parse(settings.rowRange, "row ranges") : RangePairs(),
             byRanges ? RangePairs::parse(settings.columnRange, "column ranges") : RangePairs(),
-            request, callbacks, &alerts});
+            request, callbacks, watching});
         page = makeFilePage(*context, codes);
     }
 
