@@ -13,7 +13,12 @@
 #include "taskdef/VisibleName.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <mutex>
 #include <optional>
 #include <stdexcept>
 #include <system_error>
@@ -33,6 +38,8 @@ struct Options {
     bool help = false;
     bool version = false;
     std::optional<std::size_t> previewRows; // --preview: rows of each file worked
+    std::optional<int> jobs;
+    std::optional<std::string> filesFrom; // a list of files, "-" for the standard input
     std::string task;
 };
 
@@ -63,6 +70,21 @@ Options parse(const std::vector<std::string>& arguments) {
             if (!allDigits(argument.substr(10)))
                 throw UsageError("--preview= needs a number of rows");
             options.previewRows = std::stoul(argument.substr(10));
+        } else if (!optionsEnded && (argument == "--jobs" || argument.starts_with("--jobs="))) {
+            const bool joined = argument.size() > 6;
+            if (!joined && i + 1 == arguments.size())
+                throw UsageError("--jobs needs a number of files to work at once");
+            const std::string count = joined ? argument.substr(7) : arguments[++i];
+            if (!allDigits(count) || std::stoul(count) == 0)
+                throw UsageError("--jobs needs a number of files to work at once, 1 or more; \"" +
+                                 count + "\" is not one");
+            options.jobs = static_cast<int>(std::stoul(count));
+        } else if (!optionsEnded && argument == "--files-from") {
+            if (i + 1 == arguments.size())
+                throw UsageError("--files-from needs a list of files, or - for the standard input");
+            options.filesFrom = arguments[++i];
+        } else if (!optionsEnded && argument.starts_with("--files-from=")) {
+            options.filesFrom = argument.substr(13);
         } else if (!optionsEnded && argument == "--open") {
             options.open = true;
         } else if (!optionsEnded && argument == "--home") {
@@ -109,16 +131,49 @@ std::string folderLookedIn(const Options& options, const std::string& home) {
            "; choose another with --home DIR or MORLEVANT_HOME)";
 }
 
+// The files of "--files-from": full paths, one a line, each a file that is there; read whole
+// before anything is written, so that a list with a mistake in it runs nothing.
+std::vector<std::string> readFilesFrom(const std::string& list, std::istream* in) {
+    std::string text;
+    std::string name;
+    if (list == "-") {
+        if (!in)
+            throw TaskError("No standard input to read the file list from");
+        text.assign(std::istreambuf_iterator<char>(*in), {});
+        name = "The file list on the standard input";
+    } else {
+        std::ifstream file(toFsPath(list), std::ios::binary);
+        if (!file)
+            throw TaskError("Cannot open the file list " + visibleName(list) + ": " +
+                            std::strerror(errno));
+        text.assign(std::istreambuf_iterator<char>(file), {});
+        name = "The file list " + visibleName(list);
+    }
+    std::vector<std::string> files =
+        parseFileList(text, name, "list every file with its full path");
+    for (const std::string& file : files) {
+        std::error_code error;
+        if (!std::filesystem::exists(toFsPath(file), error))
+            throw TaskError(name + " names " + visibleName(file) + ", which does not exist");
+    }
+    return files;
+}
+
 } // namespace
 
 const char* const RunCommand::usage =
-    "Usage: morlevant-run [--home DIR] [--open] [--preview [N]] TASK\n"
+    "Usage: morlevant-run [--home DIR] [--open] [--jobs N] [--files-from LIST]\n"
+    "                     [--preview [N]] TASK\n"
     "Runs the task TASK as \"Run Task\" does, without a window: reads DIR/task/TASK.ttp and\n"
     "DIR/task/TASK.edt and writes the results beside the task's files.\n"
     "\n"
     "  --home DIR  the program folder; default MORLEVANT_HOME, else the program's own folder\n"
     "              when it is writable and not installed, else the per-user data folder\n"
     "  --open      show the merge folder in the file manager when a merge ends\n"
+    "  --jobs N    work N files at once (default: as many as the machine has cores);\n"
+    "              1 works them one after the other\n"
+    "  --files-from LIST  work the files listed in LIST (full paths, one a line; - for the\n"
+    "              standard input) with the task's settings, instead of the task's own list\n"
     "  --preview [N]  write nothing: print what the task would do to the first N rows\n"
     "              (default 200) of each of its files, as a unified diff\n"
     "  --help      print this help\n"
@@ -157,10 +212,19 @@ int RunCommand::run(const std::vector<std::string>& arguments) {
         RunRequest request{home, options.task, std::nullopt};
         request.stop = environment_.stop;
         request.waitForOtherRun = true;
+        request.jobs = options.jobs.value_or(environment_.defaultJobs);
+        if (options.filesFrom)
+            request.files = readFilesFrom(*options.filesFrom, environment_.in);
 
         RunCallbacks callbacks;
-        callbacks.progress = [this](int done, int total) { showProgress(done, total); };
-        callbacks.message = [this](const std::string& text) {
+        // Files worked at once report from their threads: one at a time on the error stream.
+        std::mutex errLock;
+        callbacks.progress = [this, &errLock](int done, int total) {
+            const std::lock_guard lock(errLock);
+            showProgress(done, total);
+        };
+        callbacks.message = [this, &errLock](const std::string& text) {
+            const std::lock_guard lock(errLock);
             if (barShown_) {
                 err_ << '\n';
                 barShown_ = false;

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <functional>
+#include <istream>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -22,9 +23,14 @@ struct RunEnvironment {
     // Turns true when the run is asked to stop (Ctrl+C); the signal that asked, 0 for none.
     const std::atomic<bool>* stop = nullptr;
     std::function<int()> stopSignal = {};
+    // Read for "--files-from -".
+    std::istream* in = nullptr;
+    // Files worked at once when "--jobs" does not say: the machine's cores.
+    int defaultJobs = 1;
 };
 
-// morlevant-run [--home DIR] [--open] TASK: runs a task as "&Run Task" does, without a window.
+// morlevant-run [--home DIR] [--open] [--jobs N] [--files-from LIST] TASK: runs a task as
+// "&Run Task" does, without a window.
 // The progress bar goes to the error stream when that is a terminal, "Vell down!" to the output
 // stream at the end; a failure is one line on the error stream and exit code 1, a command line
 // that does not say what to run exit code 2. A run stopped by a signal says so in one line and

@@ -5,6 +5,8 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QProcess>
+#include <QThread>
+#include <algorithm>
 #include <atomic>
 #include <csignal>
 #include <iostream>
@@ -68,6 +70,8 @@ int main(int argc, char* argv[]) {
 #endif
     morlevant::RunEnvironment environment{morlevant::programSurroundingsFromQt(), openFolder,
                                           &stopRequested, [] { return int{stopSignal}; }};
+    environment.in = &std::cin;
+    environment.defaultJobs = std::max(1, QThread::idealThreadCount());
     morlevant::RunCommand command(std::move(environment), std::cout, std::cerr, errorIsTerminal());
     return command.run(arguments);
 }

@@ -11,6 +11,18 @@ void RunAlerts::note(Kind kind) {
         noted.places.emplace_back(*file_, row_);
 }
 
+void RunAlerts::take(RunAlerts& later) {
+    for (std::size_t kind = 0; kind < 2; ++kind) {
+        Count& noted = counts_[kind];
+        Count& more = later.counts_[kind];
+        noted.count += more.count;
+        for (auto& place : more.places)
+            if (noted.places.size() < placesShown)
+                noted.places.push_back(std::move(place));
+        more = Count();
+    }
+}
+
 std::string RunAlerts::report() const {
     const char* what[] = {" held no number and counted as 0: ",
                           " ran past the width of the column range: "};

@@ -25,6 +25,9 @@ public:
         row_ = row;
     }
     void note(Kind kind);
+    // Counts what `later` noted after what this one did: the files worked at once are added up
+    // in list order. Leaves `later` counting from nothing.
+    void take(RunAlerts& later);
     // One line for the end of the run, or the empty text when nothing was noted.
     std::string report() const;
 

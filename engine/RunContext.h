@@ -7,6 +7,9 @@
 #include "taskdef/TaskCodes.h"
 #include "taskdef/TaskPageSettings.h"
 
+#include <atomic>
+#include <cstdint>
+
 namespace morlevant {
 
 // What every page of a run shares: the settings, the ranges parsed once per run, and the
@@ -20,6 +23,10 @@ struct RunContext {
     const RunRequest& request;
     const RunCallbacks& callbacks;
     RunAlerts* alerts = nullptr; // what the Calculate page's alerts count
+    // Of the thread working a file: turned true to stop at the next block read, and the bytes
+    // read of the file being worked.
+    const std::atomic<bool>* stop = nullptr;
+    std::atomic<std::uint64_t>* bytesRead = nullptr;
 };
 
 // Name of the result of the line pages: the source with ".modify" appended.

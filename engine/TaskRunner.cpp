@@ -3,10 +3,13 @@
 #include "engine/io/Folders.h"
 #include "engine/io/RunLock.h"
 #include "engine/pages/FilePage.h"
+#include "engine/run/FilesAtOnce.h"
+#include "engine/run/RunProgress.h"
 #include "taskdef/TaskError.h"
 #include "taskdef/TaskFiles.h"
 #include "taskdef/VisibleName.h"
 
+#include <algorithm>
 #include <chrono>
 #include <optional>
 #include <thread>
@@ -42,13 +45,59 @@ std::unique_ptr<RunLock> lockTask(const RunRequest& request, const RunCallbacks&
     return lock;
 }
 
+// The files in list order on the calling thread; `page` is null when the task's settings select
+// nothing, and the files are then only counted.
+void workOneAtATime(const std::vector<std::string>& files, FilePage* page, RunContext* context,
+                    const RunRequest& request, const RunCallbacks& callbacks) {
+    const int total = *request.fileCount;
+    int done = 0;
+    for (std::size_t index = 0; index < files.size(); ++index) {
+        const std::string& file = files[index];
+        if (stopRequested(request)) {
+            RunStopped stopped;
+            stopped.done = done;
+            stopped.total = total;
+            throw stopped;
+        }
+        if (request.progress) {
+            std::atomic<std::uint64_t>* const bytesRead =
+                request.progress->startFile(0, static_cast<int>(index), file);
+            if (context)
+                context->bytesRead = bytesRead;
+        }
+        try {
+            if (page)
+                page->process(file);
+        } catch (RunStopped& stopped) {
+            if (request.progress)
+                request.progress->endFile(0, false);
+            stopped.unfinished = file;
+            stopped.done = done;
+            stopped.total = total;
+            throw;
+        } catch (...) {
+            if (request.progress)
+                request.progress->endFile(0, false);
+            throw;
+        }
+        if (request.progress)
+            request.progress->endFile(0, true);
+        ++done;
+        if (callbacks.progress)
+            callbacks.progress(done, total);
+    }
+    if (page)
+        page->finish();
+}
+
 } // namespace
 
 void RunTask(const RunRequest& given, const RunCallbacks& callbacks) {
     const std::unique_ptr<RunLock> lock = lockTask(given, callbacks);
     // The list first: a task never edited lacks both files, and the list's message says so.
     const std::vector<std::string> files =
-        readTaskFileList(taskFileListPath(given.programFolder, given.taskName));
+        given.files ? *given.files
+                    : readTaskFileList(taskFileListPath(given.programFolder, given.taskName));
     const TaskPageSettings settings =
         readTaskPageSettings(taskSettingsPath(given.programFolder, given.taskName));
     RunRequest request = given;
@@ -72,7 +121,7 @@ void RunTask(const RunRequest& given, const RunCallbacks& callbacks) {
             settings, sources, *mode,
             byRanges ? RangePairs::parse(settings.rowRange, "row ranges") : RangePairs(),
             byRanges ? RangePairs::parse(settings.columnRange, "column ranges") : RangePairs(),
-            request, callbacks, watching});
+            request, callbacks, watching, request.stop, nullptr});
         page = makeFilePage(*context, codes);
     }
 
@@ -80,29 +129,17 @@ void RunTask(const RunRequest& given, const RunCallbacks& callbacks) {
         for (const std::string& file : files)
             page->checkResults(file);
 
-    int done = 0;
-    for (const std::string& file : files) {
-        if (stopRequested(request)) {
-            RunStopped stopped;
-            stopped.done = done;
-            stopped.total = *request.fileCount;
-            throw stopped;
-        }
-        try {
-            if (page)
-                page->process(file);
-        } catch (RunStopped& stopped) {
-            stopped.unfinished = file;
-            stopped.done = done;
-            stopped.total = *request.fileCount;
-            throw;
-        }
-        ++done;
-        if (callbacks.progress)
-            callbacks.progress(done, *request.fileCount);
-    }
-    if (page)
-        page->finish();
+    const std::size_t jobs =
+        page && page->worksFilesApart()
+            ? std::min<std::size_t>(static_cast<std::size_t>(std::max(request.jobs, 1)),
+                                    files.size())
+            : 1;
+    if (request.progress)
+        request.progress->begin(*request.fileCount, std::max<std::size_t>(jobs, 1));
+    if (jobs > 1)
+        workFilesAtOnce(*context, codes, files, jobs, request.progress);
+    else
+        workOneAtATime(files, page.get(), context ? &*context : nullptr, request, callbacks);
     if (const std::string report = alerts.report(); !report.empty() && callbacks.message)
         callbacks.message(report);
 }

@@ -63,6 +63,9 @@ MainMenus::MainMenus(QMainWindow& window) : QObject(&window) {
     mnuRenameTask = item(manage, "mnuRenameTask", QStringLiteral("Re&name Task"));
     mnuRenameTask->setShortcut(Qt::Key_F2); // where desktops rename
     RunTask = item(manage, "RunTask", QStringLiteral("&Run Task"));
+    mnuStop = item(manage, "mnuStop", QStringLiteral("S&top"));
+    mnuStop->setShortcut(Qt::Key_Escape);
+    mnuStop->setEnabled(false);
     mnuPreview = item(manage, "mnuPreview", QStringLiteral("&Preview Task"));
     mnuDeleteFile = item(manage, "mnuDeleteFile", QStringLiteral("&Delete Task Or File"));
     mnuAddPoint = item(manage, "mnuAddPoint", QStringLiteral("&Add Task"));
@@ -151,6 +154,7 @@ void MainMenus::connectTo(frmCorvellum& w) {
     on(mnuEditCap, &frmCorvellum::EditTask);
     on(mnuRenameTask, &frmCorvellum::mnuRenameTask_Click);
     on(RunTask, &frmCorvellum::RunTask);
+    on(mnuStop, &frmCorvellum::mnuStop_Click);
     on(mnuPreview, &frmCorvellum::PreviewTask);
     on(mnuDeleteFile, &frmCorvellum::mnuDeleteFile_Click);
     on(mnuAddPoint, &frmCorvellum::mnuAddPoint_Click);

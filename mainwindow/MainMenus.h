@@ -39,6 +39,7 @@ public:
     QAction* mnuEditCap;
     QAction* mnuRenameTask;
     QAction* RunTask;
+    QAction* mnuStop;    // "Stop": ends the run under way, the one command a run takes
     QAction* mnuPreview; // "Preview Task"
     QAction* mnuDeleteFile;
     QAction* mnuAddPoint;

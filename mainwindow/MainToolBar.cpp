@@ -74,4 +74,10 @@ void MainToolBar::setPressed(ToolbarButton button, bool pressed) {
     action(button)->setChecked(pressed);
 }
 
+void MainToolBar::addStop(QAction* stop) {
+    addSeparator();
+    stop->setIcon(imageList_.icon(toolbarImage::stopRun));
+    addAction(stop);
+}
+
 } // namespace morlevant

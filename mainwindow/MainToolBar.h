@@ -43,6 +43,8 @@ public:
     bool isPressed(ToolbarButton button) const;
     void setPressed(ToolbarButton button, bool pressed);
     QAction* action(ToolbarButton button) const { return actions_.at(slot(button)); }
+    // Puts the "&Stop" command after the last position, with its image.
+    void addStop(QAction* stop);
 
 signals:
     void buttonClicked(ToolbarButton button);

@@ -2,6 +2,7 @@
 
 #include "editor/PreviewDialog.h"
 #include "engine/TaskRunner.h"
+#include "mainwindow/BackgroundRun.h"
 #include "platform/Prompts.h"
 #include "taskdef/TaskFiles.h"
 #include "taskdef/TaskPageSettings.h"
@@ -10,7 +11,8 @@
 
 #include <QApplication>
 #include <QProgressBar>
-#include <QScopedValueRollback>
+#include <QThread>
+#include <algorithm>
 #include <exception>
 #include <optional>
 #include <string>
@@ -18,23 +20,15 @@
 
 namespace morlevant {
 
-namespace {
-
-// The wait cursor for as long as a run lasts, also when it ends in an error.
-class BusyCursor final {
-public:
-    BusyCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~BusyCursor() { QApplication::restoreOverrideCursor(); }
-    BusyCursor(const BusyCursor&) = delete;
-    BusyCursor& operator=(const BusyCursor&) = delete;
-};
-
-} // namespace
-
 TaskLauncher::TaskLauncher(Prompts& prompts, FolderOpener openFolder, EditorOpener openEditor,
-                           QString programFolder)
+                           QString programFolder, int jobs)
     : prompts_(prompts), openFolder_(std::move(openFolder)), openEditor_(std::move(openEditor)),
-      programFolder_(std::move(programFolder)) {}
+      programFolder_(std::move(programFolder)), jobs_(jobs) {}
+
+TaskLauncher::~TaskLauncher() {
+    if (run_)
+        QApplication::restoreOverrideCursor();
+}
 
 bool TaskLauncher::EditTask(const QStandardItem& task, QWidget* parent, bool withSettings) {
     const std::string folder = programFolder_.toStdString();
@@ -91,41 +85,27 @@ void TaskLauncher::preview(const QStandardItem& task, const QString& file, QWidg
     }
 }
 
-void TaskLauncher::runWithProgress(const QStandardItem& task, QProgressBar& progress) {
-    if (running_)
+void TaskLauncher::run(const QStandardItem& task, QProgressBar& bar, MainStatusBar& status,
+                       std::function<void()> ended) {
+    if (run_)
         return;
-    const QScopedValueRollback<bool> running(running_, true);
-    const int fileCount = task.rowCount();
-    progress.setRange(0, std::max(fileCount, 1));
-    progress.setValue(0);
-    const auto redraw = [&progress] {
-        progress.repaint();
-        // Paint what is due without taking a click or a key: the run is one command.
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    };
-    RunCallbacks callbacks;
-    callbacks.progress = [&](int done, int) {
-        progress.setValue(done);
-        redraw();
-    };
-    callbacks.message = [this](const std::string& text) {
-        prompts_.information(QString::fromStdString(text), promptTitle);
-    };
-    callbacks.openFolder = [this](const std::string& folder) {
-        openFolder_(QString::fromStdString(folder));
-    };
-    try {
-        const BusyCursor busy;
-        redraw();
-        RunTask({programFolder_.toStdString(), task.text().toStdString(), fileCount}, callbacks);
-    } catch (const std::exception& failure) {
-        // A TaskError names the file and the cause; anything else is reported the same way.
-        progress.setValue(0);
-        prompts_.error(QString::fromStdString(failure.what()), promptTitle);
-        return;
-    }
-    progress.setValue(0);
-    prompts_.information(QStringLiteral("Vell down!"), promptTitle);
+    RunRequest request{programFolder_.toStdString(), task.text().toStdString(), task.rowCount()};
+    request.jobs = jobs_ > 0 ? jobs_ : std::max(1, QThread::idealThreadCount());
+    run_ = std::make_unique<BackgroundRun>(std::move(request), prompts_, openFolder_, bar, status);
+    QObject::connect(run_.get(), &BackgroundRun::ended, run_.get(), [this, ended] {
+        // Deleted once the signal has returned: it is emitted by the run itself.
+        run_.release()->deleteLater();
+        QApplication::restoreOverrideCursor();
+        if (ended)
+            ended();
+    });
+    // The wait cursor for as long as the run lasts; the window still takes the stop.
+    QApplication::setOverrideCursor(Qt::BusyCursor);
+}
+
+void TaskLauncher::stop(bool quietly) {
+    if (run_)
+        run_->stop(quietly);
 }
 
 } // namespace morlevant

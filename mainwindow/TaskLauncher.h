@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,8 @@ class QWidget;
 
 namespace morlevant {
 
+class BackgroundRun;
+class MainStatusBar;
 class Prompts;
 struct TaskPageSettings;
 
@@ -29,9 +32,14 @@ public:
     // Shows a folder in the file manager (the merge folder at the end of a merge).
     using FolderOpener = std::function<void(const QString& folder)>;
 
-    // programFolder holds the tasks' files ("task/") and the merge folder.
+    // programFolder holds the tasks' files ("task/") and the merge folder; a run works `jobs`
+    // files at once, 0 for as many as the machine has cores.
     TaskLauncher(Prompts& prompts, FolderOpener openFolder, EditorOpener openEditor,
-                 QString programFolder);
+                 QString programFolder, int jobs = 0);
+    // A run still under way is stopped and waited for.
+    ~TaskLauncher();
+    TaskLauncher(const TaskLauncher&) = delete;
+    TaskLauncher& operator=(const TaskLauncher&) = delete;
 
     const QString& programFolder() const { return programFolder_; }
 
@@ -42,21 +50,26 @@ public:
     // the editor confirmed, so that a cancelled edit leaves the task as it was.
     bool EditTask(const QStandardItem& task, QWidget* parent, bool withSettings = false);
 
-    // Runs the task over its files. The bar advances per file and is redrawn at once, while
-    // the window takes no commands; the run ends with "Vell down!" or with one error message.
-    void runWithProgress(const QStandardItem& task, QProgressBar& progress);
+    // Starts the task's run over its files on threads of its own and returns at once: the
+    // window keeps painting, showing progress on `bar` and `status`. The run ends with "Vell
+    // down!", one error message, or how far it came when stopped; then `ended` is called.
+    void run(const QStandardItem& task, QProgressBar& bar, MainStatusBar& status,
+             std::function<void()> ended);
+    // Asks the run under way to stop at its next block; `quietly` shows nothing at its end.
+    void stop(bool quietly = false);
     // Shows what the task would do to `file` (the task's first file when empty) as its
     // settings stand, writing nothing beside the sources.
     void preview(const QStandardItem& task, const QString& file, QWidget* parent);
     // Whether a run is under way: the window repaints meanwhile but takes no other command.
-    bool isRunning() const { return running_; }
+    bool isRunning() const { return run_ != nullptr; }
 
 private:
     Prompts& prompts_;
     FolderOpener openFolder_;
     EditorOpener openEditor_;
     QString programFolder_;
-    bool running_ = false;
+    int jobs_;
+    std::unique_ptr<BackgroundRun> run_;
 };
 
 } // namespace morlevant

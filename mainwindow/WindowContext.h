@@ -17,6 +17,8 @@ struct WindowContext {
     SettingsStore& settings;
     TaskLauncher::EditorOpener openTaskEditor;
     QString programFolder;
+    // Files a run works at once; 0 for as many as the machine has cores.
+    int runJobs = 0;
 };
 
 } // namespace morlevant

@@ -9,6 +9,7 @@
 #include "mainwindow/TaskTreeView.h"
 #include "mainwindow/Twips.h"
 #include "mainwindow/find/FindInAllFiles.h"
+#include "mainwindow/find/frmFind.h"
 #include "mainwindow/viewer/TextViewer.h"
 #include "platform/Prompts.h"
 #include "settings/SettingsStore.h"
@@ -40,7 +41,7 @@ frmCorvellum::frmCorvellum(WindowContext context, QWidget* parent)
       external_(context_.prompts, context_.shell, QCoreApplication::applicationFilePath()),
       launcher_(
           context_.prompts, [this](const QString& folder) { external_.openFolder(folder); },
-          context_.openTaskEditor, context_.programFolder),
+          context_.openTaskEditor, context_.programFolder, context_.runJobs),
       pane_(new MainPane(this)), tbMain_(new MainToolBar(this)), sbMain_(new MainStatusBar(this)),
       menus_(new MainMenus(*this)), viewerLoader_(*txtMain(), search_, context_.prompts),
       find_(search_, *txtMain(), context_.prompts) {
@@ -55,6 +56,7 @@ frmCorvellum::frmCorvellum(WindowContext context, QWidget* parent)
     addToolBar(Qt::TopToolBarArea, tbMain_);
     setStatusBar(sbMain_);
     menus_->connectTo(*this);
+    tbMain_->addStop(menus_->mnuStop);
 
     model_.setImageList(treeImages_.icons());
     tvMain()->setModel(&model_);
@@ -166,10 +168,18 @@ void frmCorvellum::applyRecentMenu(const RecentMenu& menu) {
 }
 
 void frmCorvellum::closeEvent(QCloseEvent* event) {
-    // A run is one command: the window stays until it has ended.
     if (launcher_.isRunning()) {
-        event->ignore();
-        return;
+        if (context_.prompts.question(QStringLiteral("A task is running. Stop it and close the "
+                                                     "window?"),
+                                      promptTitle, Buttons::YesNo) != Answer::Yes) {
+            event->ignore();
+            return;
+        }
+        // The run ends at its next block, its result being written dropped; then the window
+        // closes as it would have without it.
+        launcher_.stop(true);
+        while (launcher_.isRunning())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     // The settings are kept even when the user then stays.
     collectSettings();
@@ -402,8 +412,37 @@ void frmCorvellum::mnuRenameTask_Click() {
 }
 
 void frmCorvellum::RunTask() {
-    if (QStandardItem* task = selectedNode())
-        launcher_.runWithProgress(*task, *sbMain_->ProgressBar1());
+    QStandardItem* task = selectedNode();
+    if (task == nullptr || launcher_.isRunning())
+        return;
+    holdCommands(true);
+    launcher_.run(*task, *sbMain_->ProgressBar1(), *sbMain_, [this] { holdCommands(false); });
+}
+
+void frmCorvellum::mnuStop_Click() {
+    launcher_.stop();
+}
+
+void frmCorvellum::holdCommands(bool held) {
+    if (held) {
+        for (QAction* action : findChildren<QAction*>())
+            // A menu's own entry stays, so that "Stop" can be reached in the Control menu.
+            if (action != menus_->mnuStop && action->menu() == nullptr && action->isEnabled()) {
+                heldCommands_.append(action);
+                action->setEnabled(false);
+            }
+    } else {
+        for (const QPointer<QAction>& action : std::as_const(heldCommands_))
+            if (action)
+                action->setEnabled(true);
+        heldCommands_.clear();
+    }
+    tvMain()->setEnabled(!held);
+    if (findDialog())
+        findDialog()->setEnabled(!held);
+    menus_->mnuStop->setEnabled(held);
+    if (!held)
+        applyAvailability();
 }
 
 // The selected file of a task, or the task's first file when the task itself is selected.

@@ -14,7 +14,9 @@
 #include "workspace/WorkspaceSession.h"
 #include "workspace/WorkspaceState.h"
 
+#include <QList>
 #include <QMainWindow>
+#include <QPointer>
 
 class QLabel;
 class QStandardItem;
@@ -74,6 +76,9 @@ public:
     void EditTask();
     void mnuRenameTask_Click();
     void RunTask();
+    void mnuStop_Click();
+    // Whether a run is under way: the window then takes no command but "Stop".
+    bool isRunning() const { return launcher_.isRunning(); }
     void PreviewTask();
     void mnuDeleteFile_Click();
     void mnuAddPoint_Click();
@@ -116,6 +121,9 @@ private:
     void showTreeMenu(const QPoint& position);
     void showViewerMenu(const QPoint& position);
     void updateCaret();
+    // While a run lasts every command but "Stop" is disabled, the tree as well; afterwards each
+    // is as it was.
+    void holdCommands(bool held);
 
     WindowContext context_;
     TaskTreeModel model_;
@@ -134,6 +142,7 @@ private:
     SearchState search_;
     ViewerLoader viewerLoader_;
     FindCommands find_;
+    QList<QPointer<QAction>> heldCommands_; // those that holdCommands disabled
 };
 
 } // namespace morlevant

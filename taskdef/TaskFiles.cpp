@@ -112,9 +112,8 @@ bool isTaskEdited(const std::string& programFolder, const std::string& taskName)
            hasCompleteTaskPageSettings(taskSettingsPath(programFolder, taskName));
 }
 
-std::vector<std::string> readTaskFileList(const std::string& path) {
-    const std::string text = readWholeFile(path, "The task file list", "edit the task first");
-
+std::vector<std::string> parseFileList(std::string_view text, const std::string& name,
+                                       const std::string& remedy) {
     // Blank lines name no file; they are passed over rather than reported as a missing file
     // with an empty name.
     std::vector<std::string> paths;
@@ -123,13 +122,17 @@ std::vector<std::string> readTaskFileList(const std::string& path) {
         if (lines[i].empty())
             continue;
         if (!toFsPath(std::string(lines[i])).is_absolute())
-            throw TaskError("The task file list " + path + " holds \"" + visibleName(lines[i]) +
-                            "\" on line " + std::to_string(i + 1) +
-                            ", which is not a full path: every file of a task is listed with its "
-                            "full path; edit the task again");
+            throw TaskError(name + " holds \"" + visibleName(lines[i]) + "\" on line " +
+                            std::to_string(i + 1) + ", which is not a full path: " + remedy);
         paths.emplace_back(lines[i]);
     }
     return paths;
+}
+
+std::vector<std::string> readTaskFileList(const std::string& path) {
+    return parseFileList(readWholeFile(path, "The task file list", "edit the task first"),
+                         "The task file list " + path,
+                         "every file of a task is listed with its full path; edit the task again");
 }
 
 PrepareResult prepareTaskForEditing(const std::string& programFolder, const std::string& taskName,

@@ -31,6 +31,10 @@ void writeTaskFileList(const std::string& path, const std::vector<std::string>& 
 // not a full path: the window lists every file with its full path, so a relative entry is the
 // tail of a name that a line break cut in two, or was written by hand.
 std::vector<std::string> readTaskFileList(const std::string& path);
+// The full paths of a list of files, one a line (blank lines pass over). Throws TaskError naming
+// the list (`name`), the line and `remedy` for a line that is not a full path.
+std::vector<std::string> parseFileList(std::string_view text, const std::string& name,
+                                       const std::string& remedy);
 
 // Whether the task's settings are complete (see hasCompleteTaskPageSettings), so that it can
 // run; false also for a task name that cannot be a file name. Throws nothing.

@@ -41,8 +41,9 @@ constexpr std::size_t lastLfSearch = 4096;
 
 } // namespace
 
-LineReader::LineReader(const std::string& path, const std::atomic<bool>* stop)
-    : path_(path), file_(openForReading(path), &std::fclose), stop_(stop) {
+LineReader::LineReader(const std::string& path, const std::atomic<bool>* stop,
+                       std::atomic<std::uint64_t>* bytesRead)
+    : path_(path), file_(openForReading(path), &std::fclose), stop_(stop), bytesRead_(bytesRead) {
     if (!file_)
         throw TaskError("Cannot open " + visibleName(path) + ": " + std::strerror(errno));
     const std::optional<FileVersion> version = fileVersion(file_.get());
@@ -86,6 +87,8 @@ bool LineReader::fill() {
     if (stop_ && stop_->load(std::memory_order_relaxed))
         throw RunStopped();
     end_ = std::fread(buffer_.get(), 1, blockSize, file_.get());
+    if (bytesRead_)
+        bytesRead_->fetch_add(end_, std::memory_order_relaxed);
     begin_ = 0;
     crKnown_ = false;
     blockRefused_ = false;

@@ -32,8 +32,9 @@ public:
     // Throws TaskError naming the file when it cannot be opened or is not a regular file (a
     // pipe, a device, a folder), and, when its end is read, when it was changed or replaced
     // since it was opened. When `stop` is given and turns true, the next block read throws
-    // RunStopped.
-    explicit LineReader(const std::string& path, const std::atomic<bool>* stop = nullptr);
+    // RunStopped. `bytesRead`, when given, grows by every block read (a run's progress).
+    explicit LineReader(const std::string& path, const std::atomic<bool>* stop = nullptr,
+                        std::atomic<std::uint64_t>* bytesRead = nullptr);
 
     // The next line without its line end, valid until the next call; false at the end.
     bool next(std::string_view& line);
@@ -70,6 +71,7 @@ private:
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
     FileVersion opened_; // what the file was when it was opened
     const std::atomic<bool>* stop_;
+    std::atomic<std::uint64_t>* bytesRead_;
     // Left uninitialised: a run over many small files need not clear a block for each.
     std::unique_ptr<char[]> buffer_;
     std::size_t begin_ = 0; // first unread byte in buffer_

@@ -28,7 +28,7 @@ void ColumnDividePage::process(const std::string& source) {
 // taken out: it is worked out afresh on every pass over the source rather than kept in a file
 // of its own, so nothing is written beside the source but the pieces.
 template <typename Row> void ColumnDividePage::forEachRow(const std::string& source, Row row) {
-    LineReader reader(source, context_.request.stop);
+    LineReader reader(source, context_.stop, context_.bytesRead);
     reader.sameVersionAs(sourceVersion_);
     std::string_view line;
     while (reader.next(line)) {

@@ -3,6 +3,7 @@
 #include "engine/io/FileIdentity.h"
 #include "engine/pages/FilePage.h"
 #include "engine/pages/PieceNames.h"
+#include "engine/pages/ResultPlaces.h"
 #include "engine/text/LineColumns.h"
 
 #include <cstdint>
@@ -20,6 +21,9 @@ public:
     explicit ColumnDividePage(const RunContext& context);
     void checkResults(const std::string& source) const override;
     void process(const std::string& source) override;
+    std::string resultPlace(const std::string& source) const override {
+        return divideFolder(source);
+    }
 
 private:
     // The characters of piece v of the line. When the third piece (v = 2) is cut short by the

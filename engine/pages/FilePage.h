@@ -16,6 +16,12 @@ public:
     // the way.
     virtual void checkResults(const std::string& source) const = 0;
     virtual void process(const std::string& source) = 0;
+    // Where the results of `source` go (its result file or its divide folder): two sources of
+    // one place are worked one after the other, in list order, as a run one at a time would.
+    virtual std::string resultPlace(const std::string& source) const = 0;
+    // Whether several files can be worked at once, each by a page of its own: not when one
+    // result gathers every file in list order.
+    virtual bool worksFilesApart() const { return true; }
     // After the last file: a result that gathers every file is given its final name.
     virtual void finish() {}
 };

@@ -32,7 +32,7 @@ void InsertPage::checkResults(const std::string& source) const {
 }
 
 void InsertPage::process(const std::string& source) {
-    LineReader reader(source, context_.request.stop);
+    LineReader reader(source, context_.stop, context_.bytesRead);
     const std::string result = modifiedPath(source);
     LineWriter writer(result, LineWriter::Mode::Truncate);
     if (fromFile_) {
@@ -80,7 +80,7 @@ void InsertPage::appendInsertion(LineWriter& writer) const {
         writer.writeLine(text_);
         return;
     }
-    LineReader insert(context_.settings.insertFile, context_.request.stop);
+    LineReader insert(context_.settings.insertFile, context_.stop);
     std::string_view line;
     while (insert.next(line))
         writer.writeLine(line);
@@ -90,7 +90,7 @@ void InsertPage::appendInsertion(LineWriter& writer) const {
 // point, so they are bounded far above any text a user inserts by hand.
 std::string InsertPage::joinedInsertFile() const {
     constexpr std::size_t mostBytes = std::size_t{64} << 20;
-    LineReader insert(context_.settings.insertFile, context_.request.stop);
+    LineReader insert(context_.settings.insertFile, context_.stop);
     std::string joined;
     std::string_view line;
     while (insert.size() > mostBytes || insert.next(line)) {

@@ -17,6 +17,9 @@ public:
     InsertPage(const RunContext& context, InsertFilterAction action);
     void checkResults(const std::string& source) const override;
     void process(const std::string& source) override;
+    std::string resultPlace(const std::string& source) const override {
+        return modifiedPath(source);
+    }
 
 private:
     void appendInsertion(LineWriter& writer) const;

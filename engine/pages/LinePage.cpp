@@ -18,7 +18,7 @@ void LinePage::checkResults(const std::string& source) const {
 }
 
 void LinePage::process(const std::string& source) {
-    LineReader reader(source, context_.request.stop);
+    LineReader reader(source, context_.stop, context_.bytesRead);
     LineWriter writer(modifiedPath(source), LineWriter::Mode::Truncate);
     const bool manyLines = context_.mode == RangeMode::WholeText && routine_->takesManyLines();
     std::string_view line;

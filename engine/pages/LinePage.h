@@ -15,6 +15,9 @@ public:
     LinePage(const RunContext& context, std::unique_ptr<RangedRoutine> routine);
     void checkResults(const std::string& source) const override;
     void process(const std::string& source) override;
+    std::string resultPlace(const std::string& source) const override {
+        return modifiedPath(source);
+    }
 
 private:
     // Works a block of whole lines at once; false when they must go one by one.

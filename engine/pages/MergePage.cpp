@@ -23,7 +23,7 @@ void MergePage::process(const std::string& source) {
     int& count = context_.mode == RangeMode::RangesOut ? rangesOutMergeCount_ : mergeCount_;
     const std::string folder = mergeFolder(context_.request.programFolder);
     const std::string result = folder + resultName;
-    LineReader reader(source, context_.request.stop);
+    LineReader reader(source, context_.stop, context_.bytesRead);
     // Files merged after the result was shown (the task has more files in its list than in the
     // tree) go on from what it holds.
     if (!writer_)

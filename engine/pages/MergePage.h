@@ -3,6 +3,7 @@
 #include "engine/io/LineWriter.h"
 #include "engine/pages/FilePage.h"
 #include "engine/text/LineColumns.h"
+#include "taskdef/TaskFiles.h"
 
 #include <memory>
 
@@ -20,6 +21,10 @@ public:
     explicit MergePage(const RunContext& context);
     void checkResults(const std::string& source) const override;
     void process(const std::string& source) override;
+    std::string resultPlace(const std::string&) const override {
+        return mergeFolder(context_.request.programFolder) + resultName;
+    }
+    bool worksFilesApart() const override { return false; }
     void finish() override;
 
     static constexpr const char* resultName = "merge-application-file.txt";

@@ -32,7 +32,7 @@ void RangeDividePage::process(const std::string& source) {
 void RangeDividePage::divide(const std::string& source, const std::string& folder,
                              std::uint64_t pieces) {
     forEachPieceBatch(context_.sources, folder, names_, pieces, [&](PieceFiles& batch) {
-        LineReader reader(source, context_.request.stop);
+        LineReader reader(source, context_.stop, context_.bytesRead);
         reader.sameVersionAs(sourceVersion_);
         std::string_view line;
         while (reader.next(line)) {

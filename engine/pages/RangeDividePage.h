@@ -3,6 +3,7 @@
 #include "engine/io/FileIdentity.h"
 #include "engine/pages/FilePage.h"
 #include "engine/pages/PieceNames.h"
+#include "engine/pages/ResultPlaces.h"
 #include "engine/text/LineColumns.h"
 
 #include <cstdint>
@@ -20,6 +21,9 @@ public:
     RangeDividePage(const RunContext& context, bool byRows);
     void checkResults(const std::string& source) const override;
     void process(const std::string& source) override;
+    std::string resultPlace(const std::string& source) const override {
+        return divideFolder(source);
+    }
 
 private:
     void divide(const std::string& source, const std::string& folder, std::uint64_t pieces);

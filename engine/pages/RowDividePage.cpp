@@ -33,7 +33,7 @@ void RowDividePage::process(const std::string& source) {
 }
 
 void RowDividePage::divide(const std::string& source) {
-    LineReader reader(source, context_.request.stop);
+    LineReader reader(source, context_.stop, context_.bytesRead);
     if (context_.mode == RangeMode::WholeText)
         copyIntoPieces(reader);
     else

@@ -3,6 +3,7 @@
 #include "engine/io/LineWriter.h"
 #include "engine/pages/FilePage.h"
 #include "engine/pages/PieceNames.h"
+#include "engine/pages/ResultPlaces.h"
 #include "engine/text/LineColumns.h"
 
 #include <cstdint>
@@ -19,6 +20,9 @@ public:
     explicit RowDividePage(const RunContext& context);
     void checkResults(const std::string& source) const override;
     void process(const std::string& source) override;
+    std::string resultPlace(const std::string& source) const override {
+        return divideFolder(source);
+    }
 
 private:
     void divide(const std::string& source);

@@ -141,6 +141,15 @@ void play(QPainter& p) {
     polygon(p, {{12.5, 9.5}, {23.5, 16}, {12.5, 22.5}}, Qt::white, Qt::white, 1.2);
 }
 
+void stop(QPainter& p) {
+    p.setPen(pen(QColor(0xa8, 0x1f, 0x1f), 1.4));
+    p.setBrush(QColor(0xd9, 0x3b, 0x3b));
+    p.drawEllipse(QPointF(16, 16), 13, 13);
+    p.setPen(Qt::NoPen);
+    p.setBrush(Qt::white);
+    p.drawRect(QRectF(11, 11, 10, 10));
+}
+
 void cross(QPainter& p) {
     p.setPen(pen(QColor(0xa8, 0x1f, 0x1f), 1.4));
     p.setBrush(QColor(0xd9, 0x3b, 0x3b));

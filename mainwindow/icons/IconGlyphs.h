@@ -21,6 +21,7 @@ void plusBadge(QPainter& p);
 void pencil(QPainter& p);
 void play(QPainter& p);
 void cross(QPainter& p);
+void stop(QPainter& p);
 void floppy(QPainter& p);
 void titleMark(QPainter& p);
 void sortMark(QPainter& p);

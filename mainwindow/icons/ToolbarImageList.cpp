@@ -65,6 +65,7 @@ ToolbarImageList::ToolbarImageList() {
         {toolbarImage::strictDrag, glyphs::sameLevel},
         {toolbarImage::showHtml, showHtml},
         {toolbarImage::editTask, editTask},
+        {toolbarImage::stopRun, glyphs::stop},
     };
     for (const auto& [image, drawing] : drawings)
         icons_.insert(image, PaintedIconEngine::icon(drawing));

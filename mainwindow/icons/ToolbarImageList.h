@@ -23,6 +23,7 @@ inline constexpr int openIt = 12;
 inline constexpr int strictDrag = 13;
 inline constexpr int showHtml = 14;
 inline constexpr int editTask = 15;
+inline constexpr int stopRun = 16; // beside the positions, on the "&Stop" command
 inline constexpr int importFileOff = 20;
 inline constexpr int addTaskOff = 21;
 inline constexpr int editTaskOff = 22;

@@ -41,6 +41,7 @@ TEST_F(TaskEditing, APageEditedInTheEditorRunsToItsResult) {
     menus().mnuEditCap->trigger();
     ASSERT_EQ(toolbar().image(ToolbarButton::runTask), toolbarImage::runTask);
     click(ToolbarButton::runTask);
+    waitForRun();
     EXPECT_EQ(prompts.messages().last(), "information|Morlevant|Vell down!");
     // A line without a number counts as 0.
     EXPECT_EQ(testing::readBytes((file + ".modify").toStdString()), "15\r\n5\r\n");

@@ -136,6 +136,7 @@ TEST_F(WindowRun, AMergeOpensTheMergeFolder) {
     settings.divideAction = "5";
     makeTask(settings, {makeFile("in/a.txt", "a\n")});
     menus().mnuSplit8->trigger();
+    waitForRun();
     ASSERT_EQ(shell.opened.size(), 1);
     EXPECT_TRUE(shell.opened[0].startsWith("folder " + homeFile("outcome/merge")));
     EXPECT_EQ(prompts.messages(), QStringList{"information|Morlevant|Vell down!"});
@@ -144,20 +145,94 @@ TEST_F(WindowRun, AMergeOpensTheMergeFolder) {
 TEST_F(WindowRun, AFailedRunIsOneErrorAndTheWindowGoesOn) {
     makeTask(insertAfterLast(), {homeFile("in/missing.txt")});
     menus().RunTask->trigger();
+    waitForRun();
     ASSERT_EQ(prompts.messages().size(), 1);
     EXPECT_TRUE(prompts.messages().at(0).startsWith("error|Morlevant|"));
     EXPECT_TRUE(prompts.messages().at(0).contains("missing.txt"));
     EXPECT_EQ(window->sbMain()->ProgressBar1()->value(), 0);
-    EXPECT_TRUE(window->isEnabled());
+    EXPECT_TRUE(menus().RunTask->isEnabled());
+    EXPECT_FALSE(menus().mnuStop->isEnabled());
 }
 
-TEST_F(WindowRun, ACloseRequestDuringARunWaitsForItsEnd) {
-    makeTask(insertAfterLast(), {makeFile("in/a.txt", "a\n")});
-    // Delivered while the run repaints its progress bar.
-    QCoreApplication::postEvent(window.get(), new QCloseEvent);
+// Dividing by column shows its notice while the second file is read, and waits for it: the test
+// acts there, in the middle of the run, as a user would while the window goes on turning.
+class WindowStop : public WindowRun {
+protected:
+    void SetUp() override {
+        runJobs = 1; // how many files are done when the run stops is then certain
+        WindowRun::SetUp();
+        TaskPageSettings settings;
+        settings.operationPage = "6";
+        settings.divideAction = "2";
+        settings.divideByColumnValue = "10";
+        settings.divideNameTemplate = "p(*).txt";
+        settings.divideNumberFrom = "001";
+        // The first line ends inside the third piece; more than a block of reading follows.
+        std::string wide = std::string(25, 'w') + "\n";
+        for (int row = 0; row < 20000; ++row)
+            wide += "row " + std::to_string(row) + "\n";
+        makeTask(settings, {makeFile("in/a.txt", "a\n"), makeFile("in/wide.txt", wide),
+                            makeFile("in/c.txt", "c\n")});
+        makeFile("in/wide/p(001).txt", "older\n");
+    }
+    bool leftoverIn(const std::string& folder) const {
+        for (const auto& entry : std::filesystem::directory_iterator(home.file(folder)))
+            if (entry.path().extension() == ".unfinished")
+                return true;
+        return false;
+    }
+};
+
+TEST_F(WindowStop, StopEndsTheRunMidFileAndKeepsTheOlderResult) {
+    prompts.onInformation = [this](const QString& text) {
+        if (text != "10")
+            return;
+        // The window repaints and names the file being worked while the run lasts...
+        while (!window->sbMain()->path().startsWith("2 of 3: wide.txt"))
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        EXPECT_GT(window->sbMain()->ProgressBar1()->value(), 0);
+        // ...and takes no command but Stop, which Escape gives.
+        EXPECT_FALSE(menus().RunTask->isEnabled());
+        EXPECT_FALSE(menus().mnuNew->isEnabled());
+        EXPECT_FALSE(window->tvMain()->isEnabled());
+        EXPECT_TRUE(menus().mnuStop->isEnabled());
+        QTest::keyClick(window.get(), Qt::Key_Escape);
+    };
+    const QString shownBefore = window->sbMain()->path();
     menus().RunTask->trigger();
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_EQ(prompts.messages(), QStringList{"information|Morlevant|Vell down!"});
+    EXPECT_TRUE(window->isRunning());
+    waitForRun();
+    EXPECT_EQ(prompts.messages(),
+              QStringList({"information|Morlevant|10",
+                           "information|Morlevant|Stopped after 1 of 3 files"}));
+    EXPECT_EQ(testing::readBytes(home.file("in/wide/p(001).txt")), "older\n");
+    EXPECT_FALSE(leftoverIn("in/wide"));
+    EXPECT_TRUE(std::filesystem::exists(home.file("in/a/p(001).txt")));
+    EXPECT_FALSE(std::filesystem::exists(home.file("in/c")));
+    EXPECT_TRUE(menus().RunTask->isEnabled());
+    EXPECT_TRUE(menus().mnuNew->isEnabled());
+    EXPECT_TRUE(window->tvMain()->isEnabled());
+    EXPECT_FALSE(menus().mnuStop->isEnabled());
+    EXPECT_EQ(window->sbMain()->path(), shownBefore);
+}
+
+TEST_F(WindowStop, ClosingDuringARunAsksWhetherToStopIt) {
+    prompts.answers.append(Answer::No);
+    prompts.answers.append(Answer::Yes);
+    prompts.onInformation = [this](const QString& text) {
+        if (text != "10")
+            return;
+        window->close();
+        EXPECT_TRUE(window->isRunning()) << "No: the run goes on";
+        window->close();
+    };
+    menus().RunTask->trigger();
+    waitForRun();
+    EXPECT_FALSE(window->isVisible());
+    const QString asked = "yesno|Morlevant|A task is running. Stop it and close the window?";
+    EXPECT_EQ(prompts.messages(), QStringList({"information|Morlevant|10", asked, asked}));
+    EXPECT_EQ(testing::readBytes(home.file("in/wide/p(001).txt")), "older\n");
+    EXPECT_FALSE(leftoverIn("in/wide"));
 }
 
 // Which program opens which kind is pinned by the open rules' tests; here the chosen one is

@@ -40,8 +40,9 @@ protected:
             editorScript(EditorDriver(editor));
             return editor.result() == QDialog::Accepted;
         };
-        window = std::make_unique<frmCorvellum>(WindowContext{
-            prompts, shell, store, openEditor, QString::fromStdString(home.path().string())});
+        window = std::make_unique<frmCorvellum>(
+            WindowContext{prompts, shell, store, openEditor,
+                          QString::fromStdString(home.path().string()), runJobs});
         window->startUp(commandLine);
     }
 
@@ -70,6 +71,11 @@ protected:
     }
     void select(const QStringList& captions) const { window->selectNode(node(captions)); }
     void click(ToolbarButton button) const { toolbar().action(button)->trigger(); }
+    // A run works on threads of its own: the window's events turn until it has ended.
+    void waitForRun() const {
+        while (window->isRunning())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
 
     TempDir home;
     SettingsStore store{QString::fromStdString(home.file("settings.ini"))};
@@ -78,6 +84,7 @@ protected:
     QStringList editorOpened;
     std::function<void(const EditorDriver&)> editorScript;
     std::unique_ptr<frmCorvellum> window;
+    int runJobs = 0; // files a run works at once; 0: the machine's cores
 };
 
 } // namespace morlevant::testing

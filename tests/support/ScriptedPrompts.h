@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QQueue>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace morlevant::testing {
@@ -24,8 +25,13 @@ public:
     QStringList startFilters;
     QQueue<QString> chosenFilters;
 
+    // Called with each information box, as a user would act while it is shown.
+    std::function<void(const QString& text)> onInformation;
+
     void information(const QString& text, const QString& title) override {
         asked.append("information|" + title + "|" + text);
+        if (onInformation)
+            onInformation(text);
     }
     void error(const QString& text, const QString& title) override {
         asked.append("error|" + title + "|" + text);
