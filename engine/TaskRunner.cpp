@@ -22,13 +22,16 @@ bool stopRequested(const RunRequest& request) {
     return request.stop && request.stop->load(std::memory_order_relaxed);
 }
 
-// Two runs of one task at once would write the same results together. A task that was never
-// edited has no folder to lock in; its list then says so.
+// Two runs of one task at once would write the same results together. Runs on lists of their
+// own (shards of one large job) share the lock: their files differ, and each result is locked
+// while it is written. A task that was never edited has no folder to lock in; its list then
+// says so.
 std::unique_ptr<RunLock> lockTask(const RunRequest& request, const RunCallbacks& callbacks) {
     if (!FolderExists(taskFolder(request.programFolder)))
         return nullptr;
     const std::string path = taskLockPath(request.programFolder, request.taskName);
-    std::unique_ptr<RunLock> lock = RunLock::tryTake(path);
+    const bool shared = request.files.has_value();
+    std::unique_ptr<RunLock> lock = RunLock::tryTake(path, shared);
     if (lock)
         return lock;
     if (!request.waitForOtherRun)
@@ -37,7 +40,7 @@ std::unique_ptr<RunLock> lockTask(const RunRequest& request, const RunCallbacks&
                         "again when that run has finished");
     if (callbacks.waiting)
         callbacks.waiting();
-    while (!(lock = RunLock::tryTake(path))) {
+    while (!(lock = RunLock::tryTake(path, shared))) {
         if (stopRequested(request))
             throw RunStopped();
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
@@ -125,6 +128,9 @@ void RunTask(const RunRequest& given, const RunCallbacks& callbacks) {
         page = makeFilePage(*context, codes);
     }
 
+    if (page && given.files && !page->worksFilesApart())
+        throw TaskError("A merge gathers every file of the task into one result, so it cannot "
+                        "work a list of files given to it; run the task on its own list");
     if (page)
         for (const std::string& file : files)
             page->checkResults(file);

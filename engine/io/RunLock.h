@@ -10,9 +10,10 @@ namespace morlevant {
 // leaves its task locked.
 class RunLock {
 public:
-    // The lock at `path`, or nullptr when another run holds it now. Throws TaskError when the
-    // lock file cannot be made.
-    static std::unique_ptr<RunLock> tryTake(const std::string& path);
+    // The lock at `path`, or nullptr when another run holds it now. A shared lock is held by
+    // any number of runs at once, none of them beside the holder of the lock itself. Throws
+    // TaskError when the lock file cannot be made.
+    static std::unique_ptr<RunLock> tryTake(const std::string& path, bool shared = false);
     ~RunLock();
     RunLock(const RunLock&) = delete;
     RunLock& operator=(const RunLock&) = delete;

@@ -31,12 +31,14 @@ protected:
         RunEnvironment environment{
             {homeVariable, fixture.home.file("bin"), fixture.home.file("data")},
             [this](const std::string& folder) { opened.push_back(folder); }};
+        environment.in = &in;
         return RunCommand(std::move(environment), out, err, terminal).run(arguments);
     }
     std::string home() const { return fixture.home.path().string(); }
 
     RunnerFixture fixture;
     std::string homeVariable;
+    std::istringstream in;
     std::ostringstream out, err;
     std::vector<std::string> opened;
 };
@@ -105,6 +107,9 @@ TEST_F(RunCommandTest, AWrongCommandLineIsExitCodeTwoAndRunsNothing) {
         {{"--fast", "My Batch Task"}, "unknown option --fast"},
         {{"My", "Batch Task"}, "only one task"},
         {{"My Batch Task", "--home"}, "--home needs a folder"},
+        {{"--jobs", "0", "My Batch Task"}, "--jobs needs a number"},
+        {{"--jobs=two", "My Batch Task"}, "\"two\" is not one"},
+        {{"My Batch Task", "--files-from"}, "--files-from needs a list"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.mentions);
@@ -115,6 +120,40 @@ TEST_F(RunCommandTest, AWrongCommandLineIsExitCodeTwoAndRunsNothing) {
     }
     EXPECT_EQ(out.str(), "");
     EXPECT_EQ(fixture.mergeResult(), "") << "nothing ran";
+}
+
+// The task's settings over the files of a list instead of its own; a list with an entry that is
+// not a full path, or names no file, runs nothing, and so does a merge, which gathers the task's
+// own files.
+TEST_F(RunCommandTest, FilesFromAListOrTheStandardInputReplaceTheTaskList) {
+    fixture.writeSource("c.txt", "c1\n");
+    const std::string list = fixture.home.file("list.txt");
+    const auto refused = [&](const std::string& entries, const std::string& mentions) {
+        err.str("");
+        morlevant::testing::writeBytes(list, entries);
+        EXPECT_EQ(run({"--home", "HOME", "--files-from", list, "My Batch Task"}), 1);
+        EXPECT_NE(err.str().find(mentions), std::string::npos) << err.str();
+    };
+    refused(fixture.source("c.txt"), "A merge gathers every file");
+
+    fixture.set({{5, "5"}, {19, "2"}, {21, "END"}});
+    morlevant::testing::writeBytes(list,
+                                   fixture.source("c.txt") + "\n\n" + fixture.source("a.txt"));
+    EXPECT_EQ(run({"--home", "HOME", "--jobs", "2", "--files-from", list, "My Batch Task"}), 0);
+    EXPECT_EQ(fixture.result("c.txt.modify"), "c1\r\nEND\r\n");
+    EXPECT_TRUE(fixture.exists("a.txt.modify"));
+    EXPECT_FALSE(fixture.exists("b.txt.modify")) << "the task's own list is not worked";
+
+    in.str(fixture.source("b.txt") + "\r\n");
+    EXPECT_EQ(run({"--home", "HOME", "--files-from=-", "My Batch Task"}), 0);
+    EXPECT_EQ(fixture.result("b.txt.modify"), "b1\r\nEND\r\n");
+
+    std::filesystem::remove(fixture.source("a.txt.modify"));
+    refused(fixture.source("a.txt") + "\nfiles/b.txt\n",
+            "\"files/b.txt\" on line 2, which is not a full path");
+    refused(fixture.source("a.txt") + "\n" + fixture.source("gone.txt"),
+            "names " + fixture.source("gone.txt") + ", which does not exist");
+    EXPECT_FALSE(fixture.exists("a.txt.modify")) << "nothing ran";
 }
 
 TEST_F(RunCommandTest, HelpAndVersionAnswerOnTheOutputStreamAndRunNothing) {

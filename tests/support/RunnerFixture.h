@@ -86,6 +86,7 @@ public:
         RunRequest request{home.path().string(), taskName, fileCount};
         request.stop = &stop;
         request.waitForOtherRun = waitForOtherRun;
+        request.jobs = jobs;
         RunTask(request, callbacks);
     }
 
@@ -122,6 +123,7 @@ public:
     std::function<void()> afterFile, onMessage;
     std::atomic<bool> stop{false}; // turned true by a test to stop the run
     bool waitForOtherRun = false;
+    int jobs = 1;               // files worked at once
     std::atomic<int> waited{0}; // times the run waited for another run of the task
 };
 

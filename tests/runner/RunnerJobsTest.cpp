@@ -1,0 +1,151 @@
+// Files worked at once give what a run one at a time gives: the same bytes, messages and alerts
+// in list order, the first failure in list order, and no half-written result after a stop.
+#include "engine/run/FileSchedule.h"
+#include "tests/support/RunnerFixture.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <map>
+
+using namespace morlevant;
+using morlevant::testing::Lines;
+using morlevant::testing::operator+;
+using morlevant::testing::RunnerFixture;
+
+namespace {
+
+// Every file under files/ with its bytes, by its path below files/.
+std::map<std::string, std::string> filesLeft(const RunnerFixture& fixture) {
+    std::map<std::string, std::string> left;
+    const std::filesystem::path root = fixture.home.path() / "files";
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(root))
+        if (entry.is_regular_file())
+            left[std::filesystem::relative(entry.path(), root).string()] =
+                morlevant::testing::readBytes(entry.path().string());
+    return left;
+}
+
+// Sources that meet in their results: the same file twice, a hard link to it, two names with
+// one divide folder ("a/"), an empty file, ends of every kind, lines past a block.
+void writeMixedSources(const RunnerFixture& fixture) {
+    fixture.writeSource("a.txt", "10 x\r\n2\n30,5\rlast");
+    fixture.writeSource("a.csv", "col1,col2\nabcdefghijklmnopqrstuvwxy\n");
+    fixture.writeSource("empty.txt", "");
+    fixture.writeSource("wide.txt", std::string(70000, 'w') + "\n7\n" + std::string(23, 'z'));
+    for (int i = 0; i < 6; ++i)
+        fixture.writeSource("n" + std::to_string(i) + ".txt",
+                            std::string(i == 5 ? 65000 : i * 5, 'q') + "\n" + std::to_string(i) +
+                                "\n");
+    std::filesystem::create_hard_link(fixture.source("a.txt"), fixture.source("link.txt"));
+}
+
+const std::vector<std::string> mixedList = {"a.txt",     "n0.txt", "a.csv",    "wide.txt",
+                                            "n1.txt",    "a.txt",  "link.txt", "n2.txt",
+                                            "empty.txt", "n3.txt", "n4.txt",   "n5.txt"};
+
+struct JobsCase {
+    const char* name;
+    Lines lines;
+};
+
+const JobsCase jobsCases[] = {
+    {"CalculateWithAlerts", {{5, "3"}, {6, "0"}, {10, "*3"}, {8, "Yes"}, {9, "Yes"}}},
+    {"ReplaceInRanges", Lines{{1, "2"}, {2, "1-2"}, {3, "1-3"}, {4, "0"}} +
+                            Lines{{5, "4"}, {11, "Yes"}, {12, "q"}, {13, "Q"}}},
+    {"FilterAndOutput", {{5, "5"}, {19, "6"}, {24, "[0-9]+"}}},
+    {"InsertString", {{5, "5"}, {19, "2"}, {21, "END"}}},
+    {"DivideByRow", {{5, "6"}, {26, "1"}, {27, "1"}}},
+    // Its notice comes once for each line that ends inside the third piece.
+    {"DivideByColumn", {{5, "6"}, {26, "2"}, {28, "30000"}}},
+    {"DivideByRangeRowTakenOut",
+     Lines{{1, "2"}, {2, "1-1,2-3"}, {3, ""}, {4, "1"}} + Lines{{5, "6"}, {26, "3"}}},
+};
+
+class RunnerJobs : public ::testing::TestWithParam<JobsCase> {};
+
+TEST_P(RunnerJobs, ManyAtOnceLeaveTheBytesAndMessagesOfOneAtATime) {
+    RunnerFixture one;
+    RunnerFixture many;
+    many.jobs = 4;
+    for (RunnerFixture* fixture : {&one, &many}) {
+        writeMixedSources(*fixture);
+        fixture->set(GetParam().lines);
+        fixture->run(mixedList);
+    }
+    EXPECT_EQ(filesLeft(many), filesLeft(one));
+    std::vector<std::string> expected;
+    for (std::string message : one.messages) {
+        // The alerts name each file by its path, which differs between the two folders.
+        for (std::size_t at; (at = message.find(one.home.path().string())) != std::string::npos;)
+            message.replace(at, one.home.path().string().size(), many.home.path().string());
+        expected.push_back(message);
+    }
+    EXPECT_EQ(many.messages, expected);
+    ASSERT_FALSE(many.progress.empty());
+    EXPECT_EQ(many.progress.back(), (std::pair<int, int>(12, 12)));
+}
+
+INSTANTIATE_TEST_SUITE_P(Pages, RunnerJobs, ::testing::ValuesIn(jobsCases),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+bool anyUnfinished(const RunnerFixture& fixture) {
+    for (const auto& [name, bytes] : filesLeft(fixture))
+        if (name.ends_with(".unfinished"))
+            return true;
+    return false;
+}
+
+// The failing file that comes first in the list is named, whichever failed first; the file
+// being worked when the run failed keeps its older result whole.
+TEST(RunnerJobsFailure, TheFirstFailureInListOrderIsReportedAndTheOthersStop) {
+    RunnerFixture fixture;
+    fixture.jobs = 4;
+    fixture.set({{5, "4"}, {11, "Yes"}, {12, "a"}, {13, "b"}});
+    std::string big;
+    for (int row = 0; row < 100000; ++row)
+        big += "a row of a large file " + std::to_string(row) + "\n";
+    fixture.writeSource("big.txt", big);
+    fixture.writeSource("big.txt.modify", "older\r\n");
+    fixture.writeSource("ok.txt", "a\n");
+    const std::string error =
+        fixture.failure({"big.txt", "missing1.txt", "ok.txt", "missing2.txt"});
+    EXPECT_NE(error.find("missing1.txt"), std::string::npos) << error;
+    EXPECT_FALSE(anyUnfinished(fixture));
+    const std::string older = fixture.result("big.txt.modify");
+    EXPECT_TRUE(older == "older\r\n" || older.size() > big.size()) << "whole, old or new";
+}
+
+TEST(RunnerJobsFailure, AStopLeavesFinishedFilesAndNoHalfResult) {
+    RunnerFixture fixture;
+    fixture.jobs = 3;
+    fixture.set({{5, "6"}, {26, "2"}, {28, "10"}});
+    std::string wide = std::string(25, 'w') + "\n";
+    for (int row = 0; row < 20000; ++row)
+        wide += "row " + std::to_string(row) + "\n";
+    fixture.writeSource("wide.txt", wide);
+    fixture.writeSource("wide/p(001).txt", "older");
+    fixture.onMessage = [&] { fixture.stop = true; };
+    const RunStopped stopped = fixture.stopped({"wide.txt"});
+    EXPECT_EQ(stopped.unfinished, fixture.source("wide.txt"));
+    EXPECT_EQ(stopped.done, 0);
+    EXPECT_EQ(fixture.result("wide/p(001).txt"), "older");
+    EXPECT_FALSE(anyUnfinished(fixture));
+}
+
+// A file waits for the latest earlier one of its result place and for the latest earlier one
+// that is the same file; the others go in list order.
+TEST(FileScheduleTest, FilesMeetingInPlaceOrIdentityWaitForTheEarlierOne) {
+    const FileIdentity same{1, 7};
+    FileSchedule schedule({"p", "q", "p", "r", "s"}, {std::nullopt, same, std::nullopt, same, {}});
+    EXPECT_EQ(schedule.take(), 0u);
+    EXPECT_EQ(schedule.take(), 1u);
+    EXPECT_EQ(schedule.take(), 4u) << "2 waits for 0 (place p), 3 for 1 (the same file)";
+    EXPECT_EQ(schedule.take(), std::nullopt);
+    schedule.finish(1);
+    EXPECT_EQ(schedule.take(), 3u);
+    schedule.finish(0);
+    EXPECT_EQ(schedule.take(), 2u);
+    EXPECT_TRUE(schedule.allTaken());
+}
+
+} // namespace
