@@ -7,10 +7,11 @@ set -euo pipefail
 # shared-mime-info refreshes the types at install and libglib2.0-bin's gio reads them back;
 # man-db and groff-base read the manual pages; dpkg-dev and lintian build and check the Debian
 # package (scripts/deb.sh); xdg-utils is what the package recommends; clang-format checks the
-# sources' layout; Node compares the filter with JavaScript.
+# sources' layout; Node compares the filter with JavaScript; GNU parallel runs the README's
+# sharding example.
 packages=(cmake make g++ pkg-config qt6-base-dev libpcre2-dev libgtest-dev xvfb xauth x11-utils
     desktop-file-utils appstream shared-mime-info libglib2.0-bin man-db groff-base dpkg-dev
-    lintian xdg-utils clang-format nodejs)
+    lintian xdg-utils clang-format nodejs parallel)
 missing=()
 for package in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" ||
