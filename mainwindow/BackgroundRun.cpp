@@ -70,6 +70,9 @@ void BackgroundRun::work(RunCallbacks callbacks) {
         // A TaskError names the file and the cause; anything else is reported the same way.
         outcome = Outcome::Failed;
         text = QString::fromStdString(failure.what());
+    } catch (...) {
+        outcome = Outcome::Failed;
+        text = QStringLiteral("The run failed for a reason it could not name");
     }
     QMetaObject::invokeMethod(
         this, [this, outcome, text] { conclude(outcome, text); }, Qt::QueuedConnection);
