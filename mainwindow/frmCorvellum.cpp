@@ -232,6 +232,9 @@ void frmCorvellum::workspaceReplaced() {
 }
 
 void frmCorvellum::applyAvailability() {
+    // While a run lasts the commands stay held; its end works their availability out afresh.
+    if (launcher_.isRunning())
+        return;
     const CommandAvailability available = CommandAvailability::forNode(
         selectedNode(), menus_->mnuAFSon->isChecked(), programFolder());
     const MainMenus& m = *menus_;
@@ -559,7 +562,7 @@ void frmCorvellum::showTreeMenu(const QPoint& position) {
 
 void frmCorvellum::showViewerMenu(const QPoint& position) {
     updateCaret();
-    menus_->mnuXCap->setEnabled(txtMain()->textCursor().hasSelection());
+    menus_->mnuXCap->setEnabled(txtMain()->textCursor().hasSelection() && !launcher_.isRunning());
     menus_->mnuTxt->popup(txtMain()->viewport()->mapToGlobal(position));
 }
 

@@ -42,6 +42,7 @@ public:
 private:
     void addWorker(const TaskCodes& codes);
     void work(Worker& worker, std::size_t slot);
+    void workFiles(Worker& worker, std::size_t slot);
     bool stopAsked() const {
         return shared_.request.stop && shared_.request.stop->load(std::memory_order_relaxed);
     }
@@ -60,7 +61,8 @@ private:
     std::condition_variable changed_;
     std::atomic<bool> halt_{false}; // read by every page at each block
     std::vector<std::exception_ptr> failures_;
-    std::vector<RunAlerts> noted_; // what each file finished whole noted, added up at the end
+    std::exception_ptr betweenFiles_; // telling of a file's end failed (its progress, messages)
+    std::vector<RunAlerts> noted_;    // what each file finished whole noted, added up at the end
     std::optional<std::size_t> firstStopped_;
     std::size_t running_ = 0;
     int done_ = 0;
@@ -120,6 +122,21 @@ void FilesAtOnce::run(const TaskCodes& codes, std::size_t jobs) {
 }
 
 void FilesAtOnce::work(Worker& worker, std::size_t slot) {
+    try {
+        workFiles(worker, slot);
+    } catch (...) {
+        // The run fails with it, as one at a time; nothing may leave the thread.
+        const std::lock_guard lock(mutex_);
+        if (!betweenFiles_)
+            betweenFiles_ = std::current_exception();
+        halt_ = true;
+    }
+    const std::lock_guard lock(mutex_);
+    --running_;
+    changed_.notify_all();
+}
+
+void FilesAtOnce::workFiles(Worker& worker, std::size_t slot) {
     std::unique_lock lock(mutex_);
     while (!halt_) {
         const std::optional<std::size_t> next = schedule_->take();
@@ -132,11 +149,12 @@ void FilesAtOnce::work(Worker& worker, std::size_t slot) {
         worker.file = *next;
         lock.unlock();
         const std::string& file = files_[*next];
-        if (progress_)
-            worker.context->bytesRead = progress_->startFile(slot, static_cast<int>(*next), file);
         std::exception_ptr failure;
         bool stopped = false;
         try {
+            if (progress_)
+                worker.context->bytesRead =
+                    progress_->startFile(slot, static_cast<int>(*next), file);
             worker.page->process(file);
         } catch (const RunStopped&) {
             stopped = true;
@@ -161,14 +179,14 @@ void FilesAtOnce::work(Worker& worker, std::size_t slot) {
         }
         changed_.notify_all();
     }
-    --running_;
-    changed_.notify_all();
 }
 
 void FilesAtOnce::conclude(std::exception_ptr startFailure) {
     for (const std::exception_ptr& failure : failures_)
         if (failure)
             std::rethrow_exception(failure);
+    if (betweenFiles_)
+        std::rethrow_exception(betweenFiles_);
     if (startFailure)
         std::rethrow_exception(startFailure);
     if (static_cast<std::size_t>(done_) < files_.size()) {

@@ -14,6 +14,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
@@ -191,7 +192,13 @@ TEST_F(WindowStop, StopEndsTheRunMidFileAndKeepsTheOlderResult) {
         while (!window->sbMain()->path().startsWith("2 of 3: wide.txt"))
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         EXPECT_GT(window->sbMain()->ProgressBar1()->value(), 0);
-        // ...and takes no command but Stop, which Escape gives.
+        // ...and takes no command but Stop, which Escape gives, not even from the viewer's menu.
+        window->txtMain()->setPlainText("a title");
+        window->txtMain()->selectAll();
+        emit window->txtMain()->customContextMenuRequested({});
+        menus().mnuTxt->hide();
+        EXPECT_FALSE(menus().mnuXCap->isEnabled());
+        menus().mnuXCap->trigger();
         EXPECT_FALSE(menus().RunTask->isEnabled());
         EXPECT_FALSE(menus().mnuNew->isEnabled());
         EXPECT_FALSE(window->tvMain()->isEnabled());

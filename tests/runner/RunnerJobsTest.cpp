@@ -115,6 +115,17 @@ TEST(RunnerJobsFailure, TheFirstFailureInListOrderIsReportedAndTheOthersStop) {
     EXPECT_TRUE(older == "older\r\n" || older.size() > big.size()) << "whole, old or new";
 }
 
+// What the caller is told after a file fails the run there, as one at a time, on any thread.
+TEST(RunnerJobsFailure, AFailureInTellingOfAFinishedFileFailsTheRun) {
+    RunnerFixture fixture;
+    fixture.jobs = 2;
+    fixture.set({{5, "5"}, {19, "2"}, {21, "END"}});
+    fixture.writeSource("a.txt", "a\n");
+    fixture.writeSource("b.txt", "b\n");
+    fixture.afterFile = [] { throw TaskError("The progress cannot be shown"); };
+    EXPECT_EQ(fixture.failure({"a.txt", "b.txt"}), "The progress cannot be shown");
+}
+
 TEST(RunnerJobsFailure, AStopLeavesFinishedFilesAndNoHalfResult) {
     RunnerFixture fixture;
     fixture.jobs = 3;
