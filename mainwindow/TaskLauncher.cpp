@@ -103,6 +103,10 @@ void TaskLauncher::run(const QStandardItem& task, QProgressBar& bar, MainStatusB
     QApplication::setOverrideCursor(Qt::BusyCursor);
 }
 
+bool TaskLauncher::isWorking() const {
+    return run_ && !run_->hasEnded();
+}
+
 void TaskLauncher::stop(bool quietly) {
     if (run_)
         run_->stop(quietly);

@@ -62,6 +62,8 @@ public:
     void preview(const QStandardItem& task, const QString& file, QWidget* parent);
     // Whether a run is under way: the window repaints meanwhile but takes no other command.
     bool isRunning() const { return run_ != nullptr; }
+    // Whether the run is still at work, rather than showing how it ended.
+    bool isWorking() const;
 
 private:
     Prompts& prompts_;

@@ -168,7 +168,8 @@ void frmCorvellum::applyRecentMenu(const RecentMenu& menu) {
 }
 
 void frmCorvellum::closeEvent(QCloseEvent* event) {
-    if (launcher_.isRunning()) {
+    // A run showing its last message has ended: the window closes as it would without it.
+    if (launcher_.isWorking()) {
         if (context_.prompts.question(QStringLiteral("A task is running. Stop it and close the "
                                                      "window?"),
                                       promptTitle, Buttons::YesNo) != Answer::Yes) {
@@ -178,7 +179,7 @@ void frmCorvellum::closeEvent(QCloseEvent* event) {
         // The run ends at its next block, its result being written dropped; then the window
         // closes as it would have without it.
         launcher_.stop(true);
-        while (launcher_.isRunning())
+        while (launcher_.isWorking())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     // The settings are kept even when the user then stays.
@@ -418,8 +419,14 @@ void frmCorvellum::RunTask() {
     QStandardItem* task = selectedNode();
     if (task == nullptr || launcher_.isRunning())
         return;
+    // Its end comes through the event loop, so the commands are held before it can come.
+    try {
+        launcher_.run(*task, *sbMain_->ProgressBar1(), *sbMain_, [this] { holdCommands(false); });
+    } catch (const std::exception& failure) { // no thread could be started for it
+        context_.prompts.error(QString::fromStdString(failure.what()), promptTitle);
+        return;
+    }
     holdCommands(true);
-    launcher_.run(*task, *sbMain_->ProgressBar1(), *sbMain_, [this] { holdCommands(false); });
 }
 
 void frmCorvellum::mnuStop_Click() {

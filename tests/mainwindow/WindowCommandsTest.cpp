@@ -155,6 +155,16 @@ TEST_F(WindowRun, AFailedRunIsOneErrorAndTheWindowGoesOn) {
     EXPECT_FALSE(menus().mnuStop->isEnabled());
 }
 
+// The run has ended once it shows how: the window then closes without asking.
+TEST_F(WindowRun, ClosingWhileTheRunShowsItsEndClosesAtOnce) {
+    makeTask(insertAfterLast(), {makeFile("in/a.txt", "a\n")});
+    prompts.onInformation = [this](const QString&) { window->close(); };
+    menus().RunTask->trigger();
+    waitForRun();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(prompts.messages(), QStringList{"information|Morlevant|Vell down!"});
+}
+
 // Dividing by column shows its notice while the second file is read, and waits for it: the test
 // acts there, in the middle of the run, as a user would while the window goes on turning.
 class WindowStop : public WindowRun {
