@@ -56,6 +56,8 @@ BacktrackMatcher::Outcome BacktrackMatcher::find(std::size_t start) {
     std::fill(registers_.begin(), registers_.end(), unset);
     try {
         for (std::size_t at = start; at <= subject_.size(); at = nextCharacter(at)) {
+            if (program_.startsWithKnownByte && (at = nextPossibleStart(at)) == subject_.size())
+                break;
             // A failed attempt leaves the stack empty and every register as it found it.
             if (matchAt(at) == Outcome::Match)
                 return Outcome::Match;
@@ -69,6 +71,15 @@ BacktrackMatcher::Outcome BacktrackMatcher::find(std::size_t start) {
         return Outcome::OutOfMemory;
     }
     return Outcome::NoMatch;
+}
+
+std::size_t BacktrackMatcher::nextPossibleStart(std::size_t at) const {
+    const auto* text = reinterpret_cast<const unsigned char*>(subject_.data());
+    // Read as UTF-8, a character never starts with a continuation byte.
+    while (at < subject_.size() &&
+           !(program_.firstBytes[text[at]] && !(utf_ && isContinuationByte(text[at]))))
+        ++at;
+    return at;
 }
 
 BacktrackMatcher::Outcome BacktrackMatcher::matchAt(std::size_t start) {

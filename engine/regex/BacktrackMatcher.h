@@ -39,6 +39,8 @@ private:
         std::size_t value;   // Undo: the register's value before; else a position
     };
 
+    // The first position from `at` whose byte can start a match, or the end of the subject.
+    std::size_t nextPossibleStart(std::size_t at) const;
     Outcome matchAt(std::size_t start);
     bool backtrack(std::uint32_t& pc, std::size_t& pos);
     bool step(std::uint32_t& pc, std::size_t& pos);

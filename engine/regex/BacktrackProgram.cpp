@@ -17,6 +17,69 @@ std::size_t countOf(int count) {
                                            : static_cast<std::size_t>(count);
 }
 
+// The bytes a match of the subtree can start with, and whether it can match the empty text
+// (then what follows it may start the match too).
+struct FirstBytes {
+    std::bitset<256> bytes;
+    bool canBeEmpty = false;
+};
+
+FirstBytes firstBytesOf(const Node& n) {
+    FirstBytes first;
+    switch (n.kind) {
+    case Kind::Sequence:
+        first.canBeEmpty = true;
+        for (const Node& child : n.children) {
+            const FirstBytes next = firstBytesOf(child);
+            first.bytes |= next.bytes;
+            if (!next.canBeEmpty) {
+                first.canBeEmpty = false;
+                break;
+            }
+        }
+        break;
+    case Kind::Alternation:
+        for (const Node& child : n.children) {
+            const FirstBytes next = firstBytesOf(child);
+            first.bytes |= next.bytes;
+            first.canBeEmpty = first.canBeEmpty || next.canBeEmpty;
+        }
+        break;
+    case Kind::Character:
+        if (n.character < 0xD800 || n.character > 0xDFFF)
+            first.bytes.set(static_cast<unsigned char>(utf8Of(n.character).front()));
+        break;
+    case Kind::Set:
+        for (char32_t c = 0; c < 128; ++c)
+            first.bytes[c] = n.set.matches(c);
+        // Beyond ASCII: any lead byte, or any byte of a line read byte by byte.
+        if (n.set.negated || (!n.set.ranges.empty() && n.set.ranges.back().last >= 0x80))
+            for (int byte = 0x80; byte < 0x100; ++byte)
+                first.bytes.set(byte);
+        break;
+    case Kind::BackReference: // the group's text, or nothing
+        first.bytes.set();
+        first.canBeEmpty = true;
+        break;
+    case Kind::Anchor:
+    case Kind::Look:
+        first.canBeEmpty = true;
+        break;
+    case Kind::Group:
+        first = firstBytesOf(n.children.front());
+        break;
+    case Kind::Repeat:
+        if (n.max == 0) {
+            first.canBeEmpty = true;
+            break;
+        }
+        first = firstBytesOf(n.children.front());
+        first.canBeEmpty = first.canBeEmpty || n.min == 0;
+        break;
+    }
+    return first;
+}
+
 class Compiler {
 public:
     explicit Compiler(const ParsedPattern& pattern) {
@@ -178,7 +241,11 @@ private:
 } // namespace
 
 BacktrackProgram compileBacktrackProgram(const ParsedPattern& pattern) {
-    return Compiler(pattern).compile(pattern.root);
+    BacktrackProgram program = Compiler(pattern).compile(pattern.root);
+    const FirstBytes first = firstBytesOf(pattern.root);
+    program.startsWithKnownByte = !first.canBeEmpty;
+    program.firstBytes = first.bytes;
+    return program;
 }
 
 } // namespace morlevant

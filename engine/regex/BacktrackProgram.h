@@ -62,6 +62,10 @@ struct BacktrackProgram {
     std::vector<SetTable> sets;
     int groupCount = 0;
     std::uint32_t registerCount = 0;
+    // For a pattern that never matches the empty text, the bytes a match can start with, read
+    // as UTF-8 or byte by byte: the search skips the positions where no match can start.
+    bool startsWithKnownByte = false;
+    std::bitset<256> firstBytes;
 };
 
 BacktrackProgram compileBacktrackProgram(const ParsedPattern& pattern);
