@@ -9,6 +9,7 @@ namespace morlevant {
 // a repeated capturing group, a repetition of a group that can match the empty text where
 // JavaScript's rejection of empty iterations would show, a back-reference inside a repetition to a
 // group that the same iteration has not closed yet, and repeat counts above 65535.
+// EcmaRegex gives these patterns to BacktrackMatcher.
 void checkPcreMatchesLikeJavaScript(const ParsedPattern& pattern);
 
 } // namespace morlevant

@@ -1,5 +1,6 @@
 #include "engine/regex/EcmaRegex.h"
 
+#include "engine/regex/BacktrackMatcher.h"
 #include "engine/regex/EcmaPatternCheck.h"
 #include "engine/regex/EcmaPatternParser.h"
 #include "engine/regex/EcmaPatternWriter.h"
@@ -31,12 +32,11 @@ std::string errorText(int code) {
 
 } // namespace
 
-EcmaRegex::EcmaRegex(std::string_view pattern, MatchBudget budget)
+EcmaRegex::EcmaRegex(std::string_view pattern, MatchBudget budget, Matcher matcher)
     : pattern_(pattern), budget_(budget) {
     ParsedPattern parsed;
     try {
         parsed = parseEcmaPattern(pattern);
-        checkPcreMatchesLikeJavaScript(parsed);
     } catch (const PatternError& error) {
         throw TaskError("The regular expression \"" + pattern_ + "\" " +
                         (error.unsupported ? "cannot be matched as JavaScript matches it: "
@@ -49,6 +49,19 @@ EcmaRegex::EcmaRegex(std::string_view pattern, MatchBudget budget)
     for (int group = 1; group <= parsed.groupCount; ++group)
         if (!parsed.groupNames[group - 1].empty())
             groupNames_.emplace_back(parsed.groupNames[group - 1], group);
+
+    bool pcreMatchesLikeJavaScript = matcher == Matcher::Fastest;
+    try {
+        checkPcreMatchesLikeJavaScript(parsed);
+    } catch (const PatternError&) {
+        pcreMatchesLikeJavaScript = false;
+    }
+    if (!pcreMatchesLikeJavaScript) {
+        backtracker_ = std::make_unique<BacktrackMatcher>(compileBacktrackProgram(parsed));
+        ovector_ = backtracker_->captures();
+        readsBytesAlike_ = !canMatchEmpty_ && matchesOnlyAscii(parsed.root);
+        return;
+    }
 
     // Long lines are matched by a compile with a callout before the whole pattern, run at every
     // start position, where the budget is kept (PCRE2 still skips the positions where no match
@@ -136,7 +149,7 @@ EcmaRegex::Reading EcmaRegex::readingOf(std::string_view subject) const {
 
 void EcmaRegex::setSubject(std::string_view subject) {
     const Reading reading = readingOf(subject);
-    if (reading == Reading::Invalid && byteCode_ == nullptr)
+    if (reading == Reading::Invalid && byteCode_ == nullptr && !backtracker_)
         throw TaskError(
             "The regular expression \"" + pattern_ +
             "\" cannot be matched against a line that is not valid UTF-8: " + byteCodeError_);
@@ -159,6 +172,12 @@ bool EcmaRegex::setLines(std::string_view lines) {
 void EcmaRegex::use(std::string_view subject, Reading reading, bool budgeted) {
     subject_ = subject;
     subjectIsUtf_ = reading != Reading::Invalid;
+    if (backtracker_) {
+        // Every subject has its budget: without PCRE2's match limit, it is what stops runaway
+        // backtracking on a short line too.
+        backtracker_->setSubject(subject, reading == Reading::Utf8, deadlineFor(subject));
+        return;
+    }
     // A line of ASCII reads the same byte by byte, and the byte compile matches it faster: its
     // classes need no test for characters beyond ASCII.
     const bool bytes = reading != Reading::Utf8 && byteCode_ != nullptr;
@@ -166,8 +185,7 @@ void EcmaRegex::use(std::string_view subject, Reading reading, bool budgeted) {
     if (budgeted) {
         code = bytes ? byteBudgetedCode_ : utfBudgetedCode_;
         // Only the budgeted compiles look at the clock: a short line need not read it.
-        deadline_ = std::chrono::steady_clock::now() + budget_.fixed +
-                    budget_.perMebibyte * static_cast<std::int64_t>(subject.size() >> 20);
+        deadline_ = deadlineFor(subject);
     } else {
         code = bytes ? byteCode_ : utfCode_;
     }
@@ -179,7 +197,14 @@ void EcmaRegex::use(std::string_view subject, Reading reading, bool budgeted) {
     }
 }
 
+std::chrono::steady_clock::time_point EcmaRegex::deadlineFor(std::string_view subject) const {
+    return std::chrono::steady_clock::now() + budget_.fixed +
+           budget_.perMebibyte * static_cast<std::int64_t>(subject.size() >> 20);
+}
+
 bool EcmaRegex::find(std::size_t start) {
+    if (backtracker_)
+        return backtrackerFind(start);
     static constexpr char empty[] = "";
     const auto* text = reinterpret_cast<PCRE2_SPTR>(subject_.empty() ? empty : subject_.data());
     // The subject was checked once by setSubject: re-checking it on every call would make a
@@ -195,13 +220,35 @@ bool EcmaRegex::find(std::size_t start) {
     if (rc == PCRE2_ERROR_NOMATCH)
         return false;
     if (rc == budgetSpent)
-        throw TaskError("The regular expression \"" + pattern_ +
-                        "\" takes too long on this line: its work grows faster than the line; "
-                        "simplify it (a lookahead to the end of the line tried at every "
-                        "position is a usual cause)");
+        throwTakesTooLong();
     // Limits of backtracking and of JIT's stack end the run with a message, never a crash.
+    throwTooComplex(errorText(rc));
+}
+
+bool EcmaRegex::backtrackerFind(std::size_t start) {
+    switch (backtracker_->find(start)) {
+    case BacktrackMatcher::Outcome::Match:
+        return true;
+    case BacktrackMatcher::Outcome::NoMatch:
+        return false;
+    case BacktrackMatcher::Outcome::OutOfTime:
+        throwTakesTooLong();
+    case BacktrackMatcher::Outcome::OutOfMemory:
+        break;
+    }
+    throwTooComplex("its backtracking stack is full");
+}
+
+void EcmaRegex::throwTakesTooLong() const {
     throw TaskError("The regular expression \"" + pattern_ +
-                    "\" is too complex to match against this line (" + errorText(rc) + ")");
+                    "\" takes too long on this line: its work grows faster than the line; "
+                    "simplify it (a lookahead to the end of the line tried at every "
+                    "position is a usual cause)");
+}
+
+void EcmaRegex::throwTooComplex(const std::string& cause) const {
+    throw TaskError("The regular expression \"" + pattern_ +
+                    "\" is too complex to match against this line (" + cause + ")");
 }
 
 std::string_view EcmaRegex::group(int n) const {

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <pcre2.h>
 #include <string>
 #include <string_view>
@@ -11,6 +12,8 @@
 #include <vector>
 
 namespace morlevant {
+
+class BacktrackMatcher;
 
 // The time all the searches of one subject may take together: a fixed part and a part per
 // mebibyte of the subject. Patterns whose work grows with the line are done well within
@@ -26,11 +29,18 @@ struct MatchBudget {
 // at a time. Lines that are valid UTF-8 are matched character by character; other
 // lines by a second compile of the same pattern in which every byte is a character, so that
 // they can still be filtered. A pattern for which the two readings agree uses the second alone.
+// The few patterns that PCRE2 cannot match the way JavaScript does (see EcmaPatternCheck) are
+// matched by BacktrackMatcher instead, with the same readings of a line.
 class EcmaRegex final {
 public:
+    // Which matcher a pattern takes: PCRE2 where it matches the JavaScript way, else the
+    // backtracking matcher; or the backtracking matcher for every pattern, to compare the two.
+    enum class Matcher { Fastest, Backtracking };
+
     // Throws TaskError naming the pattern, the position and the cause when JavaScript would
-    // refuse it, or when PCRE2 cannot match it the way JavaScript does.
-    explicit EcmaRegex(std::string_view pattern, MatchBudget budget = {});
+    // refuse it.
+    explicit EcmaRegex(std::string_view pattern, MatchBudget budget = {},
+                       Matcher matcher = Matcher::Fastest);
     ~EcmaRegex();
     EcmaRegex(const EcmaRegex&) = delete;
     EcmaRegex& operator=(const EcmaRegex&) = delete;
@@ -71,6 +81,10 @@ private:
     // Called by PCRE2 at every position a match is tried from: stops the search once the
     // subject's budget is spent.
     static int atStartPosition(pcre2_callout_block* block, void* self);
+    std::chrono::steady_clock::time_point deadlineFor(std::string_view subject) const;
+    bool backtrackerFind(std::size_t start);
+    [[noreturn]] void throwTakesTooLong() const;
+    [[noreturn]] void throwTooComplex(const std::string& cause) const;
 
     std::string pattern_;
     pcre2_code* utfCode_ = nullptr;
@@ -89,6 +103,8 @@ private:
     bool readsBytesAlike_ = false;
     bool canMatchEmpty_ = true;
     std::vector<std::pair<std::string, int>> groupNames_;
+    // Set for a pattern that PCRE2 cannot match the JavaScript way, and then no compile is.
+    std::unique_ptr<BacktrackMatcher> backtracker_;
 
     std::string_view subject_;
     bool subjectIsUtf_ = true;

@@ -1,0 +1,397 @@
+#include "engine/regex/BacktrackMatcher.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace morlevant {
+
+namespace {
+
+using Op = BacktrackStep::Op;
+
+// Steps between two readings of the clock: a step costs far less than reading it.
+constexpr std::uint64_t workBetweenClockReadings = 1 << 16;
+
+// How a search that has spent its time or its stack is abandoned.
+struct TimeUp {};
+struct StackFull {};
+
+bool isContinuationByte(unsigned char byte) {
+    return (byte & 0xC0) == 0x80;
+}
+
+std::size_t sequenceLength(unsigned char lead) {
+    return lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+}
+
+// The code point of a valid UTF-8 sequence of `length` bytes.
+char32_t decode(const unsigned char* bytes, std::size_t length) {
+    if (length == 1)
+        return bytes[0];
+    char32_t c = bytes[0] & (0x7F >> length);
+    for (std::size_t i = 1; i < length; ++i)
+        c = (c << 6) | (bytes[i] & 0x3F);
+    return c;
+}
+
+bool isWordByte(unsigned char c) {
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
+}
+
+} // namespace
+
+BacktrackMatcher::BacktrackMatcher(BacktrackProgram program, std::size_t stackBytes)
+    : program_(std::move(program)), stackLimit_(stackBytes / sizeof(StackEntry)),
+      registers_(program_.registerCount, unset) {}
+
+void BacktrackMatcher::setSubject(std::string_view subject, bool utf,
+                                  std::chrono::steady_clock::time_point deadline) {
+    subject_ = subject;
+    utf_ = utf;
+    deadline_ = deadline;
+    work_ = 0;
+}
+
+BacktrackMatcher::Outcome BacktrackMatcher::find(std::size_t start) {
+    std::fill(registers_.begin(), registers_.end(), unset);
+    try {
+        for (std::size_t at = start; at <= subject_.size(); at = nextCharacter(at)) {
+            if (program_.startsWithKnownByte && (at = nextPossibleStart(at)) == subject_.size())
+                break;
+            // A failed attempt leaves the stack empty and every register as it found it.
+            if (matchAt(at) == Outcome::Match)
+                return Outcome::Match;
+        }
+    } catch (const TimeUp&) {
+        stack_.clear();
+        return Outcome::OutOfTime;
+    } catch (const StackFull&) {
+        stack_.clear();
+        stack_.shrink_to_fit();
+        return Outcome::OutOfMemory;
+    }
+    return Outcome::NoMatch;
+}
+
+std::size_t BacktrackMatcher::nextPossibleStart(std::size_t at) const {
+    const auto* text = reinterpret_cast<const unsigned char*>(subject_.data());
+    // Read as UTF-8, a character never starts with a continuation byte.
+    while (at < subject_.size() &&
+           !(program_.firstBytes[text[at]] && !(utf_ && isContinuationByte(text[at]))))
+        ++at;
+    return at;
+}
+
+BacktrackMatcher::Outcome BacktrackMatcher::matchAt(std::size_t start) {
+    stack_.clear();
+    std::uint32_t pc = 0;
+    std::size_t pos = start;
+    for (;;) {
+        charge(1);
+        if (program_.steps[pc].op == Op::Match) {
+            registers_[0] = start;
+            registers_[1] = pos;
+            return Outcome::Match;
+        }
+        if (!step(pc, pos) && !backtrack(pc, pos))
+            return Outcome::NoMatch;
+    }
+}
+
+void BacktrackMatcher::charge(std::size_t work) {
+    work_ += work;
+    if (work_ < workBetweenClockReadings)
+        return;
+    work_ = 0;
+    if (std::chrono::steady_clock::now() > deadline_)
+        throw TimeUp{};
+}
+
+void BacktrackMatcher::push(Entry kind, std::uint32_t index, std::size_t value) {
+    if (stack_.size() >= stackLimit_)
+        throw StackFull{};
+    stack_.push_back({kind, index, value});
+}
+
+void BacktrackMatcher::set(std::uint32_t reg, std::size_t value) {
+    if (registers_[reg] == value)
+        return;
+    push(Entry::Undo, reg, registers_[reg]);
+    registers_[reg] = value;
+}
+
+// Carries out the instruction at `pc`; false when it fails.
+bool BacktrackMatcher::step(std::uint32_t& pc, std::size_t& pos) {
+    const BacktrackStep& s = program_.steps[pc];
+    switch (s.op) {
+    case Op::Character:
+    case Op::Set: {
+        const std::size_t next = matchAtom(s, pos);
+        if (next == unset)
+            return false;
+        pos = next;
+        ++pc;
+        return true;
+    }
+    case Op::BackReference: {
+        const std::size_t next = matchBackReference(s, pos);
+        if (next == unset)
+            return false;
+        pos = next;
+        ++pc;
+        return true;
+    }
+    case Op::Start:
+        ++pc;
+        return pos == 0;
+    case Op::End:
+        ++pc;
+        return pos == subject_.size();
+    case Op::WordBoundary:
+        ++pc;
+        return (isWordAt(pos - 1) != isWordAt(pos)) != s.negative;
+    case Op::Split:
+        push(Entry::Choice, s.target, pos);
+        ++pc;
+        return true;
+    case Op::Jump:
+        pc = s.target;
+        return true;
+    case Op::GroupOpen:
+        set(s.reg, pos);
+        ++pc;
+        return true;
+    case Op::GroupClose: {
+        // Backwards the group was entered at its end.
+        const std::size_t opened = registers_[s.reg];
+        set(2 * s.index, s.backward ? pos : opened);
+        set(2 * s.index + 1, s.backward ? opened : pos);
+        ++pc;
+        return true;
+    }
+    case Op::RepeatInit:
+        set(s.reg, 0);
+        ++pc;
+        return true;
+    case Op::RepeatHead: {
+        const std::size_t done = registers_[s.reg];
+        if (done >= s.max) {
+            pc = s.target;
+        } else if (done < s.min) {
+            ++pc;
+        } else if (s.greedy) {
+            push(Entry::Choice, s.target, pos);
+            ++pc;
+        } else {
+            push(Entry::Choice, pc + 1, pos);
+            pc = s.target;
+        }
+        return true;
+    }
+    case Op::RepeatIterate:
+        // Each iteration starts with the groups of the repeated atom unset.
+        for (int group = s.groups.first; group < s.groups.first + s.groups.count; ++group) {
+            set(2 * group, unset);
+            set(2 * group + 1, unset);
+        }
+        set(s.reg + 1, pos);
+        ++pc;
+        return true;
+    case Op::RepeatEnd: {
+        const std::size_t done = registers_[s.reg];
+        // An iteration beyond the required ones must not match the empty text.
+        if (done >= s.min && pos == registers_[s.reg + 1])
+            return false;
+        // Without an upper limit only the required iterations need counting.
+        if (done < s.min || s.max != BacktrackStep::unbounded)
+            set(s.reg, done + 1);
+        pc = s.target;
+        return true;
+    }
+    case Op::SimpleRepeat: {
+        const BacktrackStep& atom = program_.steps[pc + 1];
+        std::size_t done = 0;
+        for (; done < s.min; ++done)
+            if ((pos = matchAtom(atom, pos)) == unset)
+                return false;
+        if (s.greedy) {
+            const std::size_t least = pos;
+            for (std::size_t next = 0; done < s.max && (next = matchAtom(atom, pos)) != unset;
+                 ++done)
+                pos = next;
+            if (pos != least) {
+                set(s.reg, least);
+                push(Entry::Greedy, pc, pos);
+            }
+        } else if (done < s.max) {
+            set(s.reg + 1, done);
+            push(Entry::Lazy, pc, pos);
+        }
+        charge(done);
+        pc += 2;
+        return true;
+    }
+    case Op::LookStart:
+        push(Entry::Look, pc, pos);
+        set(s.reg, stack_.size() - 1);
+        ++pc;
+        return true;
+    case Op::LookEnd:
+        lookEnd(s, pc, pos);
+        return !s.negative;
+    case Op::Match:
+        break;
+    }
+    return false;
+}
+
+void BacktrackMatcher::lookEnd(const BacktrackStep& s, std::uint32_t& pc, std::size_t& pos) {
+    const std::size_t marker = registers_[s.reg];
+    if (s.negative) {
+        // The body matched, so the lookaround fails: everything the body did is undone.
+        while (stack_.size() > marker) {
+            const StackEntry entry = stack_.back();
+            stack_.pop_back();
+            if (entry.kind == Entry::Undo)
+                registers_[entry.index] = entry.value;
+        }
+        return;
+    }
+    // A lookaround matches once: its open choices go, the groups it set stay (their old values
+    // kept for when the match backtracks past it), and the position is where it started.
+    pos = stack_[marker].value;
+    std::size_t kept = marker;
+    for (std::size_t i = marker + 1; i < stack_.size(); ++i)
+        if (stack_[i].kind == Entry::Undo)
+            stack_[kept++] = stack_[i];
+    stack_.resize(kept);
+    ++pc;
+}
+
+bool BacktrackMatcher::backtrack(std::uint32_t& pc, std::size_t& pos) {
+    while (!stack_.empty()) {
+        const StackEntry entry = stack_.back();
+        stack_.pop_back();
+        switch (entry.kind) {
+        case Entry::Undo:
+            registers_[entry.index] = entry.value;
+            break;
+        case Entry::Choice:
+            pc = entry.index;
+            pos = entry.value;
+            return true;
+        case Entry::Greedy: {
+            // One character fewer for the greedy run, down to the fewest it may take.
+            const BacktrackStep& s = program_.steps[entry.index];
+            pos = giveBack(program_.steps[entry.index + 1], entry.value);
+            if (pos != registers_[s.reg])
+                push(Entry::Greedy, entry.index, pos);
+            pc = entry.index + 2;
+            return true;
+        }
+        case Entry::Lazy: {
+            // One character more for the lazy run, up to the most it may take.
+            const BacktrackStep& s = program_.steps[entry.index];
+            const std::size_t next = matchAtom(program_.steps[entry.index + 1], entry.value);
+            if (next == unset)
+                break;
+            const std::size_t done = registers_[s.reg + 1] + 1;
+            set(s.reg + 1, done);
+            if (done < s.max)
+                push(Entry::Lazy, entry.index, next);
+            pc = entry.index + 2;
+            pos = next;
+            return true;
+        }
+        case Entry::Look: {
+            // The body of the lookaround found no match: a negative one goes on after it.
+            const BacktrackStep& s = program_.steps[entry.index];
+            if (s.negative) {
+                pc = s.target;
+                pos = entry.value;
+                return true;
+            }
+            break;
+        }
+        }
+        charge(1);
+    }
+    return false;
+}
+
+std::size_t BacktrackMatcher::matchAtom(const BacktrackStep& s, std::size_t pos) const {
+    if (s.op == Op::Set)
+        return matchSet(program_.sets[s.index], pos, s.backward);
+    const std::size_t length = s.length;
+    if (length == 0)
+        return unset;
+    if (s.backward) {
+        if (pos < length || std::memcmp(subject_.data() + pos - length, s.bytes, length) != 0)
+            return unset;
+        return pos - length;
+    }
+    if (subject_.size() - pos < length || std::memcmp(subject_.data() + pos, s.bytes, length) != 0)
+        return unset;
+    return pos + length;
+}
+
+std::size_t BacktrackMatcher::matchSet(const SetTable& set, std::size_t pos, bool backward) const {
+    const auto* text = reinterpret_cast<const unsigned char*>(subject_.data());
+    if (backward ? pos == 0 : pos == subject_.size())
+        return unset;
+    const std::size_t at = backward ? pos - 1 : pos;
+    const unsigned char byte = text[at];
+    if (byte < 0x80)
+        return set.ascii[byte] ? (backward ? at : at + 1) : unset;
+    if (!utf_) // beyond ASCII a byte is in a class only by being outside a negated one
+        return set.set.negated ? (backward ? at : at + 1) : unset;
+    const std::size_t first = backward ? previousCharacter(pos) : pos;
+    const std::size_t length = sequenceLength(text[first]);
+    if (!set.set.matches(decode(text + first, length)))
+        return unset;
+    return backward ? first : first + length;
+}
+
+std::size_t BacktrackMatcher::matchBackReference(const BacktrackStep& s, std::size_t pos) const {
+    const std::size_t first = registers_[2 * s.index];
+    if (first == unset) // a group without a value matches the empty text
+        return pos;
+    const std::size_t length = registers_[2 * s.index + 1] - first;
+    const char* text = subject_.data();
+    if (s.backward) {
+        if (pos < length || std::memcmp(text + first, text + pos - length, length) != 0)
+            return unset;
+        return pos - length;
+    }
+    if (subject_.size() - pos < length || std::memcmp(text + first, text + pos, length) != 0)
+        return unset;
+    return pos + length;
+}
+
+std::size_t BacktrackMatcher::giveBack(const BacktrackStep& s, std::size_t pos) const {
+    if (s.op == Op::Character)
+        return s.backward ? pos + s.length : pos - s.length;
+    return s.backward ? nextCharacter(pos) : previousCharacter(pos);
+}
+
+std::size_t BacktrackMatcher::nextCharacter(std::size_t pos) const {
+    if (!utf_ || pos >= subject_.size())
+        return pos + 1;
+    return pos + sequenceLength(static_cast<unsigned char>(subject_[pos]));
+}
+
+std::size_t BacktrackMatcher::previousCharacter(std::size_t pos) const {
+    if (!utf_)
+        return pos - 1;
+    do
+        --pos;
+    while (pos > 0 && isContinuationByte(static_cast<unsigned char>(subject_[pos])));
+    return pos;
+}
+
+bool BacktrackMatcher::isWordAt(std::size_t pos) const {
+    // Word characters are ASCII: a byte tells, whether the text is read by bytes or not.
+    return pos < subject_.size() && isWordByte(static_cast<unsigned char>(subject_[pos]));
+}
+
+} // namespace morlevant

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "engine/regex/BacktrackProgram.h"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace morlevant {
+
+// Matches a BacktrackProgram the way JavaScript matches a RegExp, by trying the alternatives
+// of each choice in order and going back to the last open choice on failure. Choices and the
+// values they restore wait on a stack of its own, never the call stack, so a line of any
+// length is matched in bounded call depth; the stack's size is bounded too.
+class BacktrackMatcher final {
+public:
+    enum class Outcome { Match, NoMatch, OutOfTime, OutOfMemory };
+    static constexpr std::size_t unset = static_cast<std::size_t>(-1);
+    static constexpr std::size_t defaultStackBytes = std::size_t{1} << 30;
+
+    explicit BacktrackMatcher(BacktrackProgram program, std::size_t stackBytes = defaultStackBytes);
+
+    // Makes `subject` the text find() searches, read character by character as UTF-8 (`utf`,
+    // which the subject must be) or byte by byte; searching it ends at `deadline`.
+    void setSubject(std::string_view subject, bool utf,
+                    std::chrono::steady_clock::time_point deadline);
+    // Looks for the first match that starts at or after byte `start`, a character boundary.
+    Outcome find(std::size_t start);
+    // The start and end of each group, group 0 the match, `unset` for a group without a value.
+    const std::size_t* captures() const { return registers_.data(); }
+
+private:
+    enum class Entry : std::uint32_t { Undo, Choice, Greedy, Lazy, Look };
+    struct StackEntry {
+        Entry kind;
+        std::uint32_t index; // Undo: a register; else an instruction
+        std::size_t value;   // Undo: the register's value before; else a position
+    };
+
+    // The first position from `at` whose byte can start a match, or the end of the subject.
+    std::size_t nextPossibleStart(std::size_t at) const;
+    Outcome matchAt(std::size_t start);
+    bool backtrack(std::uint32_t& pc, std::size_t& pos);
+    bool step(std::uint32_t& pc, std::size_t& pos);
+    void push(Entry kind, std::uint32_t index, std::size_t value);
+    void set(std::uint32_t reg, std::size_t value);
+    void charge(std::size_t work);
+    void lookEnd(const BacktrackStep& s, std::uint32_t& pc, std::size_t& pos);
+
+    // Where one character or set at `pos` ends, read forwards or backwards, or `unset`.
+    std::size_t matchAtom(const BacktrackStep& s, std::size_t pos) const;
+    std::size_t matchSet(const SetTable& set, std::size_t pos, bool backward) const;
+    std::size_t matchBackReference(const BacktrackStep& s, std::size_t pos) const;
+    // The position one match of the atom `s` back towards where its run started.
+    std::size_t giveBack(const BacktrackStep& s, std::size_t pos) const;
+    std::size_t nextCharacter(std::size_t pos) const;
+    std::size_t previousCharacter(std::size_t pos) const;
+    bool isWordAt(std::size_t pos) const;
+
+    BacktrackProgram program_;
+    std::size_t stackLimit_;
+    std::vector<std::size_t> registers_;
+    std::vector<StackEntry> stack_;
+    std::string_view subject_;
+    bool utf_ = true;
+    std::chrono::steady_clock::time_point deadline_;
+    std::uint64_t work_ = 0; // steps taken since the clock was last read
+};
+
+} // namespace morlevant
