@@ -47,8 +47,8 @@ void LineWriter::writeLines(std::string_view lines, bool allCrLf) {
         if (piece < lines.size() && lines[piece - 1] == '\r')
             ++piece;
         char* out = room(2 * piece);
-        used_ = static_cast<std::size_t>(copyWithCrLfEnds(lines.substr(0, piece), out) -
-                                         buffer_.get());
+        used_ =
+            static_cast<std::size_t>(copyWithCrLfEnds(lines.substr(0, piece), out) - buffer_.get());
         lines.remove_prefix(piece);
     }
     if (unended)
