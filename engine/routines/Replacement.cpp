@@ -108,24 +108,26 @@ void replaceAll(std::string_view text, std::string_view find, std::string_view r
     out.append(text, from);
 }
 
-// The same within `text` itself, for a replacement no longer than what it replaces: the result
-// is written over bytes already read, so no second buffer is needed.
-void replaceAllInPlace(std::string& text, std::string_view find, std::string_view replaceWith,
-                       bool wholeCharacters, std::size_t first) {
-    char* const bytes = text.data();
+// The same within the `size` bytes of `text` itself, for a replacement no longer than what it
+// replaces: the result is written over bytes already read, so no second buffer is needed.
+// Returns the result's length.
+std::size_t replaceAllInPlace(char* text, std::size_t size, std::string_view find,
+                              std::string_view replaceWith, bool wholeCharacters,
+                              std::size_t first) {
     std::size_t from = 0;    // first byte not yet moved
     std::size_t written = 0; // length of the result so far
-    forEachOccurrence(text, find, wholeCharacters, first, [&](std::size_t at) {
+    forEachOccurrence({text, size}, find, wholeCharacters, first, [&](std::size_t at) {
         // Until a replacement shorter than its find text, the bytes between stay where they are.
         if (written != from)
-            std::memmove(bytes + written, bytes + from, at - from);
+            std::memmove(text + written, text + from, at - from);
         written += at - from;
-        std::memcpy(bytes + written, replaceWith.data(), replaceWith.size());
+        std::memcpy(text + written, replaceWith.data(), replaceWith.size());
         written += replaceWith.size();
         from = at + find.size();
     });
-    std::memmove(bytes + written, bytes + from, text.size() - from);
-    text.resize(written + text.size() - from);
+    if (written != from)
+        std::memmove(text + written, text + from, size - from);
+    return written + size - from;
 }
 
 } // namespace
@@ -149,6 +151,26 @@ bool Replacement::keepsLineEnds() const {
     return true;
 }
 
+bool Replacement::neverLengthens() const {
+    for (const Pair& pair : pairs_)
+        if (!pair.find.empty() && pair.replaceWith.size() > pair.find.size())
+            return false;
+    return true;
+}
+
+std::size_t Replacement::ReplaceWithin(std::span<char> text) const {
+    std::size_t size = text.size();
+    for (const Pair& pair : pairs_) {
+        if (pair.find.empty())
+            continue;
+        const std::size_t first = findFrom({text.data(), size}, pair.find, 0);
+        if (first != std::string_view::npos)
+            size = replaceAllInPlace(text.data(), size, pair.find, pair.replaceWith,
+                                     pair.wholeCharacters, first);
+    }
+    return size;
+}
+
 void Replacement::ReplaceLine(std::string_view line, std::string& out) {
     // Each pair works on the result of the one before; the first reads the line itself, so a
     // line is copied only when some pair changes it. A pair whose replacement is no longer than
@@ -165,7 +187,8 @@ void Replacement::ReplaceLine(std::string_view line, std::string& out) {
         if (pair.replaceWith.size() <= pair.find.size()) {
             if (!copied)
                 out.assign(line);
-            replaceAllInPlace(out, pair.find, pair.replaceWith, pair.wholeCharacters, first);
+            out.resize(replaceAllInPlace(out.data(), out.size(), pair.find, pair.replaceWith,
+                                         pair.wholeCharacters, first));
         } else {
             replaceAll(current, pair.find, pair.replaceWith, pair.wholeCharacters, first, pass_);
             out.swap(pass_);
@@ -191,6 +214,9 @@ std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings,
             replacement->ReplaceLine(line, out);
         },
         WidthFitting(), PastLineEnd::Nothing);
+    if (replacement->neverLengthens())
+        routine->setOverwritingRoutine(
+            [replacement](std::span<char> text) { return replacement->ReplaceWithin(text); });
     if (replacement->keepsLineEnds())
         routine->setLinesRoutine([replacement](std::string_view lines, std::string& out) {
             replacement->ReplaceLine(lines, out);
