@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <new>
 
 #ifndef _WIN32
 #include <fcntl.h>
@@ -125,25 +126,30 @@ std::size_t LineReader::findLineEnd(std::size_t from) {
     return nextCr_;
 }
 
-// Appends to the line being gathered. Its buffer grows eightfold rather than twofold: moving
-// it to a larger one holds both at once, and where pages are given on first write (Linux) the
-// larger one's unwritten part costs address space, not memory, so fewer moves keep the peak
-// lower. Where memory is committed when reserved (Windows) this trades peak for fewer copies.
+// Appends to the line being gathered, doubling the buffer's room when it is full.
 void LineReader::gather(const char* data, std::size_t size) {
-    const std::size_t needed = longLine_.size() + size;
-    if (needed > longLine_.capacity())
-        longLine_.reserve(std::max(needed, 8 * longLine_.capacity()));
-    longLine_.append(data, size);
+    const std::size_t needed = longSize_ + size;
+    if (needed > longCapacity_) {
+        const std::size_t capacity = std::max(needed, 2 * std::max(longCapacity_, blockSize));
+        void* larger = std::realloc(longLine_.get(), capacity);
+        if (larger == nullptr)
+            throw std::bad_alloc();
+        static_cast<void>(longLine_.release());
+        longLine_.reset(static_cast<char*>(larger));
+        longCapacity_ = capacity;
+    }
+    std::memcpy(longLine_.get() + longSize_, data, size);
+    longSize_ = needed;
 }
 
 bool LineReader::next(std::string_view& line) {
-    longLine_.clear();
-    bool gathering = false;
+    longSize_ = 0;
+    gathering_ = false;
     while (true) {
         if (begin_ == end_ && !fill()) {
-            if (!gathering)
+            if (!gathering_)
                 return false;
-            line = longLine_;
+            line = {longLine_.get(), longSize_};
             ++lineNumber_;
             return true;
         }
@@ -152,7 +158,7 @@ bool LineReader::next(std::string_view& line) {
         const std::size_t stopAt = findLineEnd(begin_);
         if (stopAt == end_) {
             gather(start, available);
-            gathering = true;
+            gathering_ = true;
             begin_ = end_;
             continue;
         }
@@ -166,9 +172,9 @@ bool LineReader::next(std::string_view& line) {
                 skipLeadingLf_ = true;
             }
         }
-        if (gathering) {
+        if (gathering_) {
             gather(start, length);
-            line = longLine_;
+            line = {longLine_.get(), longSize_};
         } else {
             line = std::string_view(start, length);
         }

@@ -4,9 +4,11 @@
 
 #include <atomic>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -38,6 +40,12 @@ public:
 
     // The next line without its line end, valid until the next call; false at the end.
     bool next(std::string_view& line);
+    // The line that next() returned last when it ran across blocks and was gathered in a
+    // buffer of the reader's own (a line longer than a block always is), which the caller may
+    // then change in place until the next call; empty when that line lay within a block.
+    std::span<char> gatheredLine() {
+        return gathering_ ? std::span<char>(longLine_.get(), longSize_) : std::span<char>();
+    }
     // Copies up to `maxLines` next lines to `writer` unchanged but for their ends, which become
     // CR LF as writeLine makes them, without handing them out one by one: a stretch of lines
     // that already end in CR LF goes out in one piece, and a line longer than a block is never
@@ -86,7 +94,13 @@ private:
     // copyLines: not all CR LF, or more lines than asked for): it goes line by line, and is not
     // counted again for every line or piece.
     bool blockRefused_ = false;
-    std::string longLine_; // a line that spans blocks is gathered here
+    // A line that spans blocks is gathered here. The buffer grows by realloc, which for large
+    // sizes (glibc) moves its pages rather than copying them and commits only the part written:
+    // the line is held once, at about its own size, however long it grows.
+    std::unique_ptr<char, void (*)(void*)> longLine_{nullptr, &std::free};
+    std::size_t longSize_ = 0;
+    std::size_t longCapacity_ = 0;
+    bool gathering_ = false; // the line returned last is in longLine_
     std::size_t lineNumber_ = 0;
 };
 

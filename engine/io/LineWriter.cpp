@@ -3,26 +3,34 @@
 #include "engine/text/LineEnds.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace morlevant {
+
+namespace {
+
+// Bytes at least this many go to the file directly rather than through the buffer: a block
+// copied whole costs a call into the system either way, and is spared a copy.
+constexpr std::size_t directFrom = std::size_t{1} << 15;
+
+} // namespace
 
 LineWriter::LineWriter(const std::string& path, Mode mode)
     : file_(path, mode == Mode::Append ? ResultFile::Start::FromFinal : ResultFile::Start::Empty) {}
 
 void LineWriter::writeLine(std::string_view line) {
-    if (buffer_.size() + line.size() + 2 > bufferSize) {
-        flush();
-        // A line longer than the buffer goes out directly, without being copied first.
-        if (line.size() + 2 > bufferSize) {
-            write(line.data(), line.size());
-            line = {};
-        }
+    if (line.size() + 2 > bufferSize) {
+        writeBytes(line);
+        writeBytes("\r\n");
+        return;
     }
-    reserve(buffer_.size() + line.size() + 2);
+    char* out = room(line.size() + 2);
     // An empty view may carry no buffer at all, which must not be copied from.
     if (!line.empty())
-        buffer_.append(line);
-    buffer_.append("\r\n", 2);
+        std::memcpy(out, line.data(), line.size());
+    out[line.size()] = '\r';
+    out[line.size() + 1] = '\n';
+    used_ += line.size() + 2;
 }
 
 void LineWriter::writeLines(std::string_view lines, bool allCrLf) {
@@ -30,56 +38,56 @@ void LineWriter::writeLines(std::string_view lines, bool allCrLf) {
         writeBytes(lines);
         return;
     }
-    // Making every end CR LF at most doubles the lines (and ends the last one): when that fits
-    // in the buffer, room is made once, and each line costs only its copy.
-    const std::size_t most = 2 * lines.size() + 2;
-    if (buffer_.size() + most > bufferSize)
-        flush();
-    const bool fits = most <= bufferSize;
-    if (fits)
-        reserve(buffer_.size() + most);
+    // Text after the last end is a line too.
+    const bool unended = !lines.empty() && lines.back() != '\n' && lines.back() != '\r';
+    // Making every end CR LF at most doubles the text: it goes in pieces of half the buffer,
+    // never cut between the CR and the LF of one end.
     while (!lines.empty()) {
-        const std::size_t end = findCrOrLf(lines);
-        if (fits) {
-            buffer_.append(lines.data(), end);
-            buffer_.append("\r\n", 2);
-        } else {
-            writeLine(lines.substr(0, end));
-        }
-        std::size_t next = end + 1;
-        if (next < lines.size() && lines[end] == '\r' && lines[next] == '\n')
-            ++next;
-        lines.remove_prefix(std::min(next, lines.size()));
+        std::size_t piece = std::min(lines.size(), bufferSize / 2);
+        if (piece < lines.size() && lines[piece - 1] == '\r')
+            ++piece;
+        char* out = room(2 * piece);
+        used_ =
+            static_cast<std::size_t>(copyWithCrLfEnds(lines.substr(0, piece), out) - buffer_.get());
+        lines.remove_prefix(piece);
     }
+    if (unended)
+        writeBytes("\r\n");
 }
 
 void LineWriter::writeBytes(std::string_view bytes) {
-    if (buffer_.size() + bytes.size() > bufferSize) {
+    if (bytes.size() >= directFrom) {
         flush();
-        if (bytes.size() > bufferSize) {
-            write(bytes.data(), bytes.size());
-            return;
-        }
+        file_.write(bytes.data(), bytes.size());
+        return;
     }
-    reserve(buffer_.size() + bytes.size());
+    char* out = room(bytes.size());
     if (!bytes.empty())
-        buffer_.append(bytes);
+        std::memcpy(out, bytes.data(), bytes.size());
+    used_ += bytes.size();
 }
 
 // The buffer grows by doubling up to its full size, so that a small result never allocates
-// (and clears) the whole of it.
-void LineWriter::reserve(std::size_t needed) {
-    if (needed > buffer_.capacity())
-        buffer_.reserve(std::min(bufferSize, std::max(needed, 2 * buffer_.capacity())));
-}
-
-void LineWriter::write(const char* data, std::size_t size) {
-    file_.write(data, size);
+// the whole of it.
+char* LineWriter::room(std::size_t size) {
+    if (used_ + size > bufferSize)
+        flush();
+    if (used_ + size > capacity_) {
+        const std::size_t capacity =
+            std::min(bufferSize, std::max({used_ + size, 2 * capacity_, std::size_t{256}}));
+        auto larger = std::make_unique_for_overwrite<char[]>(capacity);
+        if (used_ > 0)
+            std::memcpy(larger.get(), buffer_.get(), used_);
+        buffer_ = std::move(larger);
+        capacity_ = capacity;
+    }
+    return buffer_.get() + used_;
 }
 
 void LineWriter::flush() {
-    write(buffer_.data(), buffer_.size());
-    buffer_.clear();
+    if (used_ > 0)
+        file_.write(buffer_.get(), used_);
+    used_ = 0;
 }
 
 void LineWriter::close() {

@@ -40,15 +40,18 @@ public:
     const std::string& path() const { return file_.path(); }
 
 private:
-    void reserve(std::size_t needed);
-    void write(const char* data, std::size_t size);
+    // Room for `size` more bytes at the end of the buffer, which is flushed first when they do
+    // not fit; `size` is at most bufferSize.
+    char* room(std::size_t size);
     void flush();
 
     ResultFile file_;
     bool closed_ = false;
     // Lines waiting to be written, at most bufferSize bytes. It grows with use, so that a small
-    // result never allocates (and clears) the whole buffer.
-    std::string buffer_;
+    // result never allocates the whole buffer.
+    std::unique_ptr<char[]> buffer_;
+    std::size_t capacity_ = 0;
+    std::size_t used_ = 0;
 };
 
 } // namespace morlevant

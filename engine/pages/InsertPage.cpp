@@ -12,6 +12,7 @@
 #include "taskdef/VisibleName.h"
 
 #include <filesystem>
+#include <limits>
 #include <system_error>
 
 namespace morlevant {
@@ -43,6 +44,9 @@ void InsertPage::process(const std::string& source) {
             text_ = joinedInsertFile();
     }
 
+    // Whole text every line is copied unchanged, in stretches, and a long line never gathered.
+    if (context_.mode == RangeMode::WholeText)
+        reader.copyLines(std::numeric_limits<std::size_t>::max(), writer);
     std::string_view line;
     while (reader.next(line)) {
         const double row = static_cast<double>(reader.lineNumber());

@@ -43,8 +43,7 @@ void LinePage::process(const std::string& source) {
             writer.writeLine(line);
             continue;
         }
-        apply(source, reader.lineNumber(), line);
-        writer.writeLine(out_);
+        writer.writeLine(apply(source, reader.lineNumber(), line, writer, reader.gatheredLine()));
     }
     writer.close();
 }
@@ -64,24 +63,33 @@ void LinePage::applyOneByOne(const std::string& source, std::size_t lastLineNumb
     const std::vector<std::string_view> split = textLines(lines);
     std::size_t lineNumber = lastLineNumber - split.size();
     for (const std::string_view line : split) {
-        apply(source, ++lineNumber, line);
-        writer.writeLine(out_);
+        writer.writeLine(apply(source, ++lineNumber, line, writer));
     }
 }
 
-void LinePage::apply(const std::string& source, std::size_t lineNumber, std::string_view line) {
+std::string_view LinePage::apply(const std::string& source, std::size_t lineNumber,
+                                 std::string_view line, LineWriter& writer,
+                                 std::span<char> gathered) {
     if (context_.alerts)
         context_.alerts->at(source, lineNumber);
     try {
         if (context_.mode == RangeMode::WholeText) {
-            routine_->wholeLine(line, out_);
-            return;
+            // A long line is then held once, not beside a result of about its size.
+            if (!gathered.empty() && routine_->overwritesLine())
+                return {gathered.data(), routine_->wholeLineOver(gathered)};
+            if (!gathered.empty() && routine_->spillsLine())
+                routine_->wholeLineSpilling(
+                    line, out_, [&](std::string_view part) { writer.writeBytes(part); });
+            else
+                routine_->wholeLine(line, out_);
+            return out_;
         }
         columns_.assign(line);
         if (context_.mode == RangeMode::InPlace)
             routine_->inPlace(columns_, out_);
         else
             routine_->rangesOut(columns_, out_);
+        return out_;
     } catch (const TaskError& error) {
         throw TaskError(visibleName(source) + ", line " + std::to_string(lineNumber) + ": " +
                         error.what());

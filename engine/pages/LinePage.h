@@ -4,6 +4,8 @@
 #include "engine/routines/RangedRoutine.h"
 #include "engine/text/LineColumns.h"
 
+#include <span>
+
 namespace morlevant {
 
 class LineWriter;
@@ -24,7 +26,11 @@ private:
     bool applyToLines(std::string_view lines);
     void applyOneByOne(const std::string& source, std::size_t lastLineNumber,
                        std::string_view lines, LineWriter& writer);
-    void apply(const std::string& source, std::size_t lineNumber, std::string_view line);
+    // The routine's result for one line, for `writer`. `gathered`, when not empty, is a long
+    // line in a buffer of the reader's: the routine may overwrite it and leave its result
+    // there, or hand the first part of its result to `writer` itself.
+    std::string_view apply(const std::string& source, std::size_t lineNumber, std::string_view line,
+                           LineWriter& writer, std::span<char> gathered = {});
 
     const RunContext& context_;
     std::unique_ptr<RangedRoutine> routine_;

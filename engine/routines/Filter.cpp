@@ -3,9 +3,14 @@
 #include "engine/routines/RangedRoutine.h"
 #include "taskdef/TaskError.h"
 
+#include <algorithm>
+
 namespace morlevant {
 
 namespace {
+
+// A result handed on in parts goes on once it holds this much.
+constexpr std::size_t spillFrom = std::size_t{1} << 20;
 
 int checkedKind(int kind) {
     if (kind < 1 || kind > 3)
@@ -24,6 +29,11 @@ void Filter::FilterLine(std::string_view line, std::string& out) {
     filterSubject(line, out);
 }
 
+void Filter::FilterLineSpilling(std::string_view line, std::string& out, const Spill& spill) {
+    regex_.setSubject(line);
+    filterSubject(line, out, &spill);
+}
+
 bool Filter::takesManyLines() const {
     if (kind_ == 3 || !regex_.staysWithinLine())
         return false;
@@ -37,13 +47,15 @@ bool Filter::FilterLines(std::string_view lines, std::string& out) {
     return true;
 }
 
-void Filter::filterSubject(std::string_view text, std::string& out) {
+void Filter::filterSubject(std::string_view text, std::string& out, const Spill* spill) {
     out.clear();
     // Deleting or outputting the matches usually gives no more than the text: one buffer of
     // that size, rather than one grown by doubling, keeps a long text's memory near twice its
     // size. A replacement may give more: its buffer is made twice the text's size (where pages
     // are given on first write only the part written costs memory), so that it is rarely moved.
-    out.reserve(kind_ == 1 ? 2 * text.size() : text.size());
+    // A result handed on in parts needs room for a part only.
+    const std::size_t room = kind_ == 1 ? 2 * text.size() : text.size();
+    out.reserve(spill ? std::min(room, 2 * spillFrom) : room);
     bool matched = false;
     std::size_t copied = 0; // bytes of the text placed in `out` (kinds 1 and 2)
     std::size_t start = 0;
@@ -55,19 +67,36 @@ void Filter::filterSubject(std::string_view text, std::string& out) {
             out.append(text, first, end - first);
             out += ' ';
         } else {
-            out.append(text, copied, first - copied);
+            // The text between matches is handed on from where it lies, not copied first.
+            if (spill && first - copied >= spillFrom) {
+                (*spill)(out);
+                (*spill)(text.substr(copied, first - copied));
+                out.clear();
+            } else {
+                out.append(text, copied, first - copied);
+            }
             if (kind_ == 1)
                 replaceWith_.expand(regex_, text, out);
             copied = end;
+        }
+        if (spill && out.size() >= spillFrom) {
+            (*spill)(out);
+            out.clear();
         }
         // After an empty match the search goes on one character further, as JavaScript's
         // global replace does; the character itself stays in the text between matches.
         start = end > first ? end : end + (end < text.size() ? regex_.characterLength(end) : 1);
     }
-    if (kind_ != 3)
-        out.append(text, copied);
-    else if (!matched)
-        out.assign(text);
+    if (kind_ == 3 && matched)
+        return;
+    const std::string_view rest = kind_ == 3 ? text : text.substr(copied);
+    if (spill && rest.size() >= spillFrom) {
+        (*spill)(out);
+        (*spill)(rest);
+        out.clear();
+    } else {
+        out.append(rest);
+    }
 }
 
 std::unique_ptr<RangedRoutine> makeFilter(const TaskPageSettings& settings, ColumnRanges columns,
@@ -76,6 +105,10 @@ std::unique_ptr<RangedRoutine> makeFilter(const TaskPageSettings& settings, Colu
     auto routine = std::make_unique<RangedRoutine>(
         std::move(columns),
         [filter](std::string_view line, std::string& out) { filter->FilterLine(line, out); });
+    routine->setSpillingRoutine(
+        [filter](std::string_view line, std::string& out, const Spill& spill) {
+            filter->FilterLineSpilling(line, out, spill);
+        });
     if (filter->takesManyLines())
         routine->setLinesRoutine([filter](std::string_view lines, std::string& out) {
             return filter->FilterLines(lines, out);

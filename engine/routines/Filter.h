@@ -3,6 +3,7 @@
 #include "engine/ranges/ColumnRanges.h"
 #include "engine/regex/EcmaRegex.h"
 #include "engine/regex/EcmaReplacement.h"
+#include "engine/routines/RangedRoutine.h"
 #include "taskdef/TaskPageSettings.h"
 
 #include <memory>
@@ -10,8 +11,6 @@
 #include <string_view>
 
 namespace morlevant {
-
-class RangedRoutine;
 
 // The filter half of the Insert Or Filter page: the regular expression of line 24 matched
 // globally against a line, and each match replaced by line 23 (kind 1), deleted (kind 2), or
@@ -23,6 +22,9 @@ public:
 
     // Throws TaskError when a match exceeds the regular-expression engine's limits.
     void FilterLine(std::string_view line, std::string& out);
+    // The same, the result handed on through `spill` in parts as it grows; its rest is left in
+    // `out`.
+    void FilterLineSpilling(std::string_view line, std::string& out, const Spill& spill);
     // Whether FilterLines can work many lines at once: the matches are replaced or deleted,
     // never read or look at a line end, and, where a replacement is put in, are never empty (an
     // empty match at the LF of a CR LF end is one that the line alone does not have).
@@ -32,8 +34,8 @@ public:
     bool FilterLines(std::string_view lines, std::string& out);
 
 private:
-    // Filters the regex's current subject.
-    void filterSubject(std::string_view text, std::string& out);
+    // Filters the regex's current subject; `spill`, when given, takes the result in parts.
+    void filterSubject(std::string_view text, std::string& out, const Spill* spill = nullptr);
 
     int kind_;
     EcmaRegex regex_;

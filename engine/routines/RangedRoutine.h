@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,16 @@ using TextRoutine = std::function<void(std::string_view text, std::string& out)>
 // by one, their ends kept, and returns true; or returns false when these lines must go one by
 // one. A failure may be thrown as by the routine on one line.
 using LinesRoutine = std::function<bool(std::string_view lines, std::string& out)>;
+// A page's routine worked over a whole line where it lies, for a routine whose result is never
+// longer than its text: returns the result's length, its bytes written over the text's first.
+using OverwritingRoutine = std::function<std::size_t(std::span<char> text)>;
+// Hands on the first part of a line's result, so that a long line's result need not be held
+// whole beside the line.
+using Spill = std::function<void(std::string_view part)>;
+// A page's routine on a whole line that hands its result on in parts through `spill` as it
+// goes, and leaves the rest in `out`.
+using SpillingRoutine =
+    std::function<void(std::string_view text, std::string& out, const Spill& spill)>;
 // Makes a range's result up to the range's width, for a page whose results line up in columns.
 using WidthFitting = std::function<void(std::string& result, std::size_t width)>;
 
@@ -37,6 +48,19 @@ public:
     bool takesManyLines() const { return static_cast<bool>(linesRoutine_); }
     bool manyLines(std::string_view lines, std::string& out) { return linesRoutine_(lines, out); }
     void setLinesRoutine(LinesRoutine routine) { linesRoutine_ = std::move(routine); }
+    // Whether a whole line can be worked where it lies, and the routine that does it: a long
+    // line is then held once rather than beside its result.
+    bool overwritesLine() const { return static_cast<bool>(overwritingRoutine_); }
+    std::size_t wholeLineOver(std::span<char> line) { return overwritingRoutine_(line); }
+    void setOverwritingRoutine(OverwritingRoutine routine) {
+        overwritingRoutine_ = std::move(routine);
+    }
+    // Whether a whole line's result can be handed on in parts, and the routine that does it.
+    bool spillsLine() const { return static_cast<bool>(spillingRoutine_); }
+    void wholeLineSpilling(std::string_view line, std::string& out, const Spill& spill) {
+        spillingRoutine_(line, out, spill);
+    }
+    void setSpillingRoutine(SpillingRoutine routine) { spillingRoutine_ = std::move(routine); }
     // Each range's text replaced by its fitted result, the rest of the line kept. A range
     // that starts past the end of the line changes nothing; one that runs past the end covers
     // the rest of the line.
@@ -52,8 +76,10 @@ private:
     TextRoutine routine_;
     WidthFitting fitToWidth_;
     PastLineEnd pastLineEnd_;
-    LinesRoutine linesRoutine_; // empty when lines go one by one
-    std::string piece_;         // one range's result
+    LinesRoutine linesRoutine_;             // empty when lines go one by one
+    OverwritingRoutine overwritingRoutine_; // empty when the result may be longer
+    SpillingRoutine spillingRoutine_;       // empty when the result is held whole
+    std::string piece_;                     // one range's result
 };
 
 } // namespace morlevant

@@ -3,7 +3,12 @@
 #include "engine/routines/RangedRoutine.h"
 #include "engine/text/Utf8.h"
 
+#include <bit>
 #include <cstring>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace morlevant {
 
@@ -14,24 +19,41 @@ namespace {
 constexpr std::size_t shrinkAbove = std::size_t{1} << 20;
 
 // The first occurrence of `find` (not empty) in `text` at or after `from`, or npos. Candidates
-// are found by their first byte and tested by their last before the rest is compared: in text
-// where the first byte is common, most of them fail at that one byte.
+// must match both the first and the last byte of `find`, tested sixteen positions at a time,
+// before the rest is compared: in text where either byte alone is common (a letter), few
+// positions have both.
 std::size_t findFrom(std::string_view text, std::string_view find, std::size_t from) {
-    if (find.size() > text.size())
+    if (find.size() > text.size() || from > text.size() - find.size())
         return std::string_view::npos;
     const char* const data = text.data();
-    const char* const lastStart = data + (text.size() - find.size());
-    const char first = find.front();
-    const char last = find.back();
-    for (const char* p = data + from; p <= lastStart;) {
-        const void* hit = std::memchr(p, first, static_cast<std::size_t>(lastStart - p) + 1);
-        if (hit == nullptr)
-            break;
-        p = static_cast<const char*>(hit);
-        if (p[find.size() - 1] == last && std::memcmp(p, find.data(), find.size() - 1) == 0)
-            return static_cast<std::size_t>(p - data);
-        ++p;
+    const std::size_t lastStart = text.size() - find.size();
+    if (find.size() == 1) {
+        const void* hit = std::memchr(data + from, find.front(), lastStart - from + 1);
+        return hit ? static_cast<std::size_t>(static_cast<const char*>(hit) - data)
+                   : std::string_view::npos;
     }
+    const std::size_t lastOffset = find.size() - 1;
+    std::size_t at = from;
+#ifdef __SSE2__
+    const __m128i first = _mm_set1_epi8(find.front());
+    const __m128i last = _mm_set1_epi8(find.back());
+    for (; lastStart - at >= 16; at += 16) {
+        const __m128i starts = _mm_loadu_si128(reinterpret_cast<const __m128i*>(data + at));
+        const __m128i ends =
+            _mm_loadu_si128(reinterpret_cast<const __m128i*>(data + at + lastOffset));
+        auto candidates = static_cast<unsigned>(_mm_movemask_epi8(
+            _mm_and_si128(_mm_cmpeq_epi8(starts, first), _mm_cmpeq_epi8(ends, last))));
+        for (; candidates != 0; candidates &= candidates - 1) {
+            const std::size_t start = at + static_cast<std::size_t>(std::countr_zero(candidates));
+            if (std::memcmp(data + start + 1, find.data() + 1, lastOffset - 1) == 0)
+                return start;
+        }
+    }
+#endif
+    for (; at <= lastStart; ++at)
+        if (data[at] == find.front() && data[at + lastOffset] == find.back() &&
+            std::memcmp(data + at + 1, find.data() + 1, lastOffset - 1) == 0)
+            return at;
     return std::string_view::npos;
 }
 
@@ -86,22 +108,26 @@ void replaceAll(std::string_view text, std::string_view find, std::string_view r
     out.append(text, from);
 }
 
-// The same within `text` itself, for a replacement no longer than what it replaces: the result
-// is written over bytes already read, so no second buffer is needed.
-void replaceAllInPlace(std::string& text, std::string_view find, std::string_view replaceWith,
-                       bool wholeCharacters, std::size_t first) {
-    char* const bytes = text.data();
+// The same within the `size` bytes of `text` itself, for a replacement no longer than what it
+// replaces: the result is written over bytes already read, so no second buffer is needed.
+// Returns the result's length.
+std::size_t replaceAllInPlace(char* text, std::size_t size, std::string_view find,
+                              std::string_view replaceWith, bool wholeCharacters,
+                              std::size_t first) {
     std::size_t from = 0;    // first byte not yet moved
     std::size_t written = 0; // length of the result so far
-    forEachOccurrence(text, find, wholeCharacters, first, [&](std::size_t at) {
-        std::memmove(bytes + written, bytes + from, at - from);
+    forEachOccurrence({text, size}, find, wholeCharacters, first, [&](std::size_t at) {
+        // Until a replacement shorter than its find text, the bytes between stay where they are.
+        if (written != from)
+            std::memmove(text + written, text + from, at - from);
         written += at - from;
-        std::memcpy(bytes + written, replaceWith.data(), replaceWith.size());
+        std::memcpy(text + written, replaceWith.data(), replaceWith.size());
         written += replaceWith.size();
         from = at + find.size();
     });
-    std::memmove(bytes + written, bytes + from, text.size() - from);
-    text.resize(written + text.size() - from);
+    if (written != from)
+        std::memmove(text + written, text + from, size - from);
+    return written + size - from;
 }
 
 } // namespace
@@ -125,11 +151,32 @@ bool Replacement::keepsLineEnds() const {
     return true;
 }
 
+bool Replacement::neverLengthens() const {
+    for (const Pair& pair : pairs_)
+        if (!pair.find.empty() && pair.replaceWith.size() > pair.find.size())
+            return false;
+    return true;
+}
+
+std::size_t Replacement::ReplaceWithin(std::span<char> text) const {
+    std::size_t size = text.size();
+    for (const Pair& pair : pairs_) {
+        if (pair.find.empty())
+            continue;
+        const std::size_t first = findFrom({text.data(), size}, pair.find, 0);
+        if (first != std::string_view::npos)
+            size = replaceAllInPlace(text.data(), size, pair.find, pair.replaceWith,
+                                     pair.wholeCharacters, first);
+    }
+    return size;
+}
+
 void Replacement::ReplaceLine(std::string_view line, std::string& out) {
     // Each pair works on the result of the one before; the first reads the line itself, so a
-    // line is copied only by the pairs that change it.
+    // line is copied only when some pair changes it. A pair whose replacement is no longer than
+    // its find text works within that copy.
     std::string_view current = line;
-    bool replaced = false;
+    bool copied = false; // `out` holds the text so far
     for (const Pair& pair : pairs_) {
         // An empty find text leaves the line as it is.
         if (pair.find.empty())
@@ -137,16 +184,19 @@ void Replacement::ReplaceLine(std::string_view line, std::string& out) {
         const std::size_t first = findFrom(current, pair.find, 0);
         if (first == std::string_view::npos)
             continue;
-        if (replaced && pair.replaceWith.size() <= pair.find.size()) {
-            replaceAllInPlace(out, pair.find, pair.replaceWith, pair.wholeCharacters, first);
+        if (pair.replaceWith.size() <= pair.find.size()) {
+            if (!copied)
+                out.assign(line);
+            out.resize(replaceAllInPlace(out.data(), out.size(), pair.find, pair.replaceWith,
+                                         pair.wholeCharacters, first));
         } else {
             replaceAll(current, pair.find, pair.replaceWith, pair.wholeCharacters, first, pass_);
             out.swap(pass_);
-            replaced = true;
         }
+        copied = true;
         current = out;
     }
-    if (!replaced)
+    if (!copied)
         out.assign(line);
     // What the earlier passes held is not needed until the next line.
     if (pass_.capacity() > shrinkAbove)
@@ -164,6 +214,9 @@ std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings,
             replacement->ReplaceLine(line, out);
         },
         WidthFitting(), PastLineEnd::Nothing);
+    if (replacement->neverLengthens())
+        routine->setOverwritingRoutine(
+            [replacement](std::span<char> text) { return replacement->ReplaceWithin(text); });
     if (replacement->keepsLineEnds())
         routine->setLinesRoutine([replacement](std::string_view lines, std::string& out) {
             replacement->ReplaceLine(lines, out);

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,10 @@ public:
     explicit Replacement(const TaskPageSettings& settings);
 
     void ReplaceLine(std::string_view line, std::string& out);
+    // The same within the text itself, for pairs that all shrink or keep it (see
+    // neverLengthens); returns the result's length.
+    std::size_t ReplaceWithin(std::span<char> text) const;
+    bool neverLengthens() const;
     // Whether no find or replace text holds a line end. Then no occurrence can cross one, none
     // is made or taken away, and many lines replaced at once give what each would give alone.
     bool keepsLineEnds() const;

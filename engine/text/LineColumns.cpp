@@ -2,9 +2,7 @@
 
 #include "engine/text/Utf8.h"
 
-#include <cmath>
 #include <cstdint>
-#include <limits>
 
 namespace morlevant {
 
@@ -46,14 +44,6 @@ std::string_view LineColumns::slice(std::size_t first, std::size_t last) const {
     const std::size_t begin = byteOffset(first);
     const std::size_t end = last == SIZE_MAX ? line_.size() : byteOffset(last + 1);
     return line_.substr(begin, end - begin);
-}
-
-std::size_t columnPosition(double bound) {
-    if (!(bound >= 1))
-        return bound > 0 ? 1 : 0;
-    if (bound >= static_cast<double>(std::numeric_limits<std::uint32_t>::max()))
-        return std::numeric_limits<std::uint32_t>::max();
-    return static_cast<std::size_t>(std::floor(bound));
 }
 
 } // namespace morlevant

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string_view>
 #include <vector>
 
@@ -42,6 +43,15 @@ private:
 
 // Column bound from a range text item: a position counted from 1, with zero, negative and
 // fractional values made usable (the editor refuses them, the runner must not crash on them).
-std::size_t columnPosition(double bound);
+// Inline: the pages that cut ranges call it for every range of every line.
+inline std::size_t columnPosition(double bound) {
+    if (!(bound >= 1))
+        return bound > 0 ? 1 : 0;
+    if (bound >= static_cast<double>(std::numeric_limits<std::uint32_t>::max()))
+        return std::numeric_limits<std::uint32_t>::max();
+    // Truncation is the floor of a positive number, and far cheaper than std::floor where the
+    // processor has no rounding instruction of its own (plain x86-64).
+    return static_cast<std::size_t>(bound);
+}
 
 } // namespace morlevant

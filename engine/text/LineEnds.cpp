@@ -40,6 +40,44 @@ std::size_t findCrOrLf(std::string_view text) {
     return pos;
 }
 
+// Sixteen bytes are stored at once and the output moves on only past those before the first
+// line end among them, so a line costs a few wide stores rather than a copy call of its own.
+char* copyWithCrLfEnds(std::string_view text, char* out) {
+    const char* in = text.data();
+    const char* const end = in + text.size();
+#ifdef __SSE2__
+    const __m128i cr = _mm_set1_epi8('\r');
+    const __m128i lf = _mm_set1_epi8('\n');
+    while (end - in >= 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out), bytes);
+        const int found =
+            _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(bytes, cr), _mm_cmpeq_epi8(bytes, lf)));
+        if (found == 0) {
+            in += 16;
+            out += 16;
+            continue;
+        }
+        const int before = std::countr_zero(static_cast<unsigned>(found));
+        in += before;
+        out += before;
+        in += in[0] == '\r' && in + 1 < end && in[1] == '\n' ? 2 : 1;
+        *out++ = '\r';
+        *out++ = '\n';
+    }
+#endif
+    while (in < end) {
+        if (*in != '\r' && *in != '\n') {
+            *out++ = *in++;
+            continue;
+        }
+        in += in[0] == '\r' && in + 1 < end && in[1] == '\n' ? 2 : 1;
+        *out++ = '\r';
+        *out++ = '\n';
+    }
+    return out;
+}
+
 LineEndCount countLineEnds(std::string_view text) {
     std::size_t lf = 0;
     std::size_t cr = 0;

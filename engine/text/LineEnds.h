@@ -16,4 +16,9 @@ struct LineEndCount {
 };
 LineEndCount countLineEnds(std::string_view text);
 
+// Copies `text` to `out` with every line end (CR LF, LF or a lone CR) made CR LF, and returns
+// the end of what was written: at most twice the text. A CR that ends the text is taken for a
+// lone one. Text after the last end is copied as it is, without an end.
+char* copyWithCrLfEnds(std::string_view text, char* out);
+
 } // namespace morlevant

@@ -154,15 +154,24 @@ void appendScaledFixed(bool negative, std::uint64_t digits, int scale, int decim
     std::array<char, 24> text{};
     const int length = static_cast<int>(
         std::to_chars(text.data(), text.data() + text.size(), whole).ptr - text.data());
-    if (negative && whole != 0)
-        out += '-';
     // At least one digit before the point.
     const int leading = std::max(0, decimals + 1 - length - zeros);
-    out.append(static_cast<std::size_t>(leading), '0');
-    out.append(text.data(), static_cast<std::size_t>(length));
-    out.append(static_cast<std::size_t>(zeros), '0');
-    if (decimals > 0)
-        out.insert(out.size() - static_cast<std::size_t>(decimals), 1, '.');
+    const bool minus = negative && whole != 0;
+    // Laid out in place in one step rather than appended piece by piece: this is the last and
+    // most frequent step of a calculated line.
+    const std::size_t start = out.size();
+    out.resize(start + (minus ? 1 : 0) + static_cast<std::size_t>(leading + length + zeros) +
+               (decimals > 0 ? 1 : 0));
+    char* p = out.data() + start;
+    if (minus)
+        *p++ = '-';
+    p = std::fill_n(p, leading, '0');
+    p = std::copy_n(text.data(), length, p);
+    p = std::fill_n(p, zeros, '0');
+    if (decimals > 0) {
+        std::copy_backward(p - decimals, p, p + 1);
+        p[-decimals] = '.';
+    }
 }
 
 } // namespace

@@ -23,8 +23,22 @@ LineEndCount countOneByOne(const std::string& text) {
     return count;
 }
 
+std::string withCrLfEnds(const std::string& text) {
+    std::string out;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\r' && text[i] != '\n') {
+            out += text[i];
+            continue;
+        }
+        out += "\r\n";
+        i += text.compare(i, 2, "\r\n") == 0 ? 1 : 0;
+    }
+    return out;
+}
+
 // Texts of CR, LF and other bytes whose lengths cross the sixteen-byte steps and the point where
-// the per-lane counts are summed, a CR LF split across two steps included.
+// the per-lane counts are summed, a CR LF split across two steps included; copying them with CR LF
+// ends agrees too.
 TEST(LineEnds, CountsAgreeWithReadingByteByByte) {
     std::mt19937 random(7);
     const std::size_t lengths[] = {0, 1, 2, 15, 16, 17, 31, 32, 33, 255 * 16 + 1, 255 * 16 * 2 + 9};
@@ -41,6 +55,9 @@ TEST(LineEnds, CountsAgreeWithReadingByteByByte) {
                 ASSERT_EQ(counted.allCrLf, expected.allCrLf) << length;
                 ASSERT_EQ(counted.loneCr, expected.loneCr) << length;
                 ASSERT_EQ(findCrOrLf(text), std::min(text.find_first_of("\r\n"), text.size()));
+                std::string copied(2 * length, '?');
+                copied.resize(copyWithCrLfEnds(text, copied.data()) - copied.data());
+                ASSERT_EQ(copied, withCrLfEnds(text)) << length;
             }
         }
     }

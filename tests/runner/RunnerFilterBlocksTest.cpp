@@ -44,7 +44,8 @@ std::string filteredLineByLine(const FilterCase& filterCase, const std::string& 
 }
 
 // Blocks of lines ending in CR LF and in LF; a lone CR and a line that is not valid UTF-8 each
-// keep their block from going at once. Then a line longer than a block, and a last line
+// keep their block from going at once. Then a line of megabytes, whose result is written in
+// parts, with a long stretch before its first match and many matches after; and a last line
 // without an end.
 std::string manyBlocks() {
     const std::string words[] = {"ab=12 ", "b a",   "b\xc3\xa9", "aab", "",
@@ -57,7 +58,10 @@ std::string manyBlocks() {
         if (n == 12000)
             text += "\xff b a\n";
     }
-    return text + std::string(LineReader::blockSize + 10, 'a') + "b 12\r\nab=";
+    text += std::string(1'200'000, ' ') + "b 12";
+    for (int n = 0; n < 150'000; ++n)
+        text += "12 x=3 ";
+    return text + "\r\nab=";
 }
 
 TEST(RunnerFilterBlocks, GivesWhatEachLineFilteredAloneGives) {

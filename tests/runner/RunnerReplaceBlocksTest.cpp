@@ -4,6 +4,7 @@
 #include "tests/support/RunnerFixture.h"
 
 #include <gtest/gtest.h>
+#include <vector>
 
 using namespace morlevant;
 using morlevant::testing::Lines;
@@ -11,12 +12,11 @@ using morlevant::testing::RunnerFixture;
 
 namespace {
 
-const std::pair<std::string, std::string> pairs[] = {
-    {"ab", "X"}, {"=", "=="}, {"\xc3\xa9", "e"}, {"ca", ""}};
+using Pairs = std::vector<std::pair<std::string, std::string>>;
 
 // Each line alone, by the plain definition: every occurrence of a pair's find text, left to
 // right, replaced in the result of the pair before; every line ended by CR LF.
-std::string replacedLineByLine(const std::string& text) {
+std::string replacedLineByLine(const std::string& text, const Pairs& pairs) {
     std::string out;
     std::size_t begin = 0;
     while (begin < text.size()) {
@@ -48,7 +48,7 @@ void fillUpTo(std::string& text, std::size_t size, const std::string& ending) {
     text += ending;
 }
 
-TEST(RunnerReplaceBlocks, GivesWhatEachLineReplacedAloneGives) {
+void expectEachLineReplacedAlone(const Pairs& pairs) {
     constexpr std::size_t block = LineReader::blockSize;
     // A line emptied by the pairs after a lone CR: its LF must not join the CR as one end.
     std::string input = "x\rca\n";
@@ -70,7 +70,17 @@ TEST(RunnerReplaceBlocks, GivesWhatEachLineReplacedAloneGives) {
     fixture.writeSource("in.txt", input);
     fixture.run({"in.txt"});
     EXPECT_TRUE(fixture.messages.empty());
-    EXPECT_EQ(fixture.result("in.txt.modify"), replacedLineByLine(input));
+    EXPECT_EQ(fixture.result("in.txt.modify"), replacedLineByLine(input, pairs));
+}
+
+TEST(RunnerReplaceBlocks, GivesWhatEachLineReplacedAloneGives) {
+    expectEachLineReplacedAlone({{"ab", "X"}, {"=", "=="}, {"\xc3\xa9", "e"}, {"ca", ""}});
+}
+
+// Pairs that never lengthen a line replace a line longer than a block where the reader holds
+// it.
+TEST(RunnerReplaceBlocks, ShorteningPairsGiveTheSameOverALongLine) {
+    expectEachLineReplacedAlone({{"ab", "X"}, {"=", ":"}, {"\xc3\xa9", "e"}, {"ca", ""}});
 }
 
 } // namespace
