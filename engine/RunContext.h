@@ -27,6 +27,9 @@ struct RunContext {
     // read of the file being worked.
     const std::atomic<bool>* stop = nullptr;
     std::atomic<std::uint64_t>* bytesRead = nullptr;
+    // Threads a page may work the lines of one large file on: more than one only when the run
+    // works its files one at a time, so that the cores are not shared out twice.
+    std::size_t lineJobs = 1;
 };
 
 // Name of the result of the line pages: the source with ".modify" appended.

@@ -142,6 +142,8 @@ void RunTask(const RunRequest& given, const RunCallbacks& callbacks) {
             : 1;
     if (request.progress)
         request.progress->begin(*request.fileCount, std::max<std::size_t>(jobs, 1));
+    if (context && jobs == 1)
+        context->lineJobs = static_cast<std::size_t>(std::max(request.jobs, 1));
     if (jobs > 1)
         workFilesAtOnce(*context, codes, files, jobs, request.progress);
     else

@@ -16,8 +16,9 @@ namespace {
 
 std::unique_ptr<FilePage> insertOrFilterPage(const RunContext& context, InsertFilterAction action) {
     const auto filterPage = [&context](int kind) {
-        return std::make_unique<LinePage>(
-            context, makeFilter(context.settings, ColumnRanges(context.columns), kind));
+        return std::make_unique<LinePage>(context, [&context, kind](RunAlerts*) {
+            return makeFilter(context.settings, ColumnRanges(context.columns), kind);
+        });
     };
     switch (action) {
     case InsertFilterAction::InsertDateTime:
@@ -64,12 +65,13 @@ std::unique_ptr<FilePage> makeFilePage(const RunContext& context, const TaskCode
         return nullptr;
     switch (*codes.page) {
     case PageCode::Calculate:
-        return std::make_unique<LinePage>(
-            context,
-            makeCalculation(context.settings, ColumnRanges(context.columns), context.alerts));
+        return std::make_unique<LinePage>(context, [&context](RunAlerts* alerts) {
+            return makeCalculation(context.settings, ColumnRanges(context.columns), alerts);
+        });
     case PageCode::FindAndReplace:
-        return std::make_unique<LinePage>(
-            context, makeReplacement(context.settings, ColumnRanges(context.columns)));
+        return std::make_unique<LinePage>(context, [&context](RunAlerts*) {
+            return makeReplacement(context.settings, ColumnRanges(context.columns));
+        });
     case PageCode::InsertOrFilter:
         if (!codes.insertFilterAction)
             return nullptr;

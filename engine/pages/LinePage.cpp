@@ -2,94 +2,213 @@
 
 #include "engine/io/LineReader.h"
 #include "engine/io/LineWriter.h"
+#include "engine/pages/LineBatches.h"
 #include "engine/pages/ResultPlaces.h"
 #include "engine/ranges/RowRanges.h"
+#include "engine/text/LineEnds.h"
 #include "taskdef/TaskError.h"
-#include "taskdef/TextLines.h"
 #include "taskdef/VisibleName.h"
 
 namespace morlevant {
 
-LinePage::LinePage(const RunContext& context, std::unique_ptr<RangedRoutine> routine)
-    : context_(context), routine_(std::move(routine)) {}
+namespace {
+
+// A file at least this large is worked in batches when the run allows more than one thread
+// for it: below, starting the threads costs more than they save.
+constexpr std::uint64_t batchedFrom = std::uint64_t{1} << 20;
+// Lines are passed to the threads in batches of about this many bytes.
+constexpr std::size_t batchSize = std::size_t{1} << 18;
+
+// Calls `line` for each line of `text`, whose lines end in CR LF, LF or a lone CR; text after
+// the last end is a line too.
+template <typename Line> void forEachLine(std::string_view text, const Line& line) {
+    while (!text.empty()) {
+        const std::size_t end = findCrOrLf(text);
+        line(text.substr(0, end));
+        if (end == text.size())
+            return;
+        text.remove_prefix(end + 1 < text.size() && text[end] == '\r' && text[end + 1] == '\n'
+                               ? end + 2
+                               : end + 1);
+    }
+}
+
+void appendLine(std::string& out, std::string_view line) {
+    out.append(line);
+    out.append("\r\n");
+}
+
+// Appends lines that end in CR LF, LF or a lone CR with every end made CR LF.
+void appendWithCrLfEnds(std::string& out, std::string_view lines, bool allCrLf) {
+    if (allCrLf) {
+        out.append(lines);
+        return;
+    }
+    const std::size_t start = out.size();
+    out.resize(start + 2 * lines.size());
+    out.resize(static_cast<std::size_t>(copyWithCrLfEnds(lines, out.data() + start) - out.data()));
+}
+
+} // namespace
+
+LinePage::LinePage(const RunContext& context, RoutineMaker makeRoutine)
+    : context_(context), makeRoutine_(std::move(makeRoutine)) {
+    work_.routine = makeRoutine_(context_.alerts);
+    work_.alerts = context_.alerts;
+}
 
 void LinePage::checkResults(const std::string& source) const {
     checkResultFile(context_.sources, modifiedPath(source), "the result");
 }
 
+bool LinePage::takesManyLines() const {
+    return context_.mode == RangeMode::WholeText && work_.routine->takesManyLines();
+}
+
 void LinePage::process(const std::string& source) {
     LineReader reader(source, context_.stop, context_.bytesRead);
     LineWriter writer(modifiedPath(source), LineWriter::Mode::Truncate);
-    const bool manyLines = context_.mode == RangeMode::WholeText && routine_->takesManyLines();
+    if (context_.lineJobs > 1 && reader.size() >= batchedFrom)
+        processInBatches(source, reader, writer);
+    else
+        processInOrder(source, reader, writer);
+    writer.close();
+}
+
+void LinePage::processInOrder(const std::string& source, LineReader& reader, LineWriter& writer) {
+    const bool manyLines = takesManyLines();
+    const auto write = [&](std::string_view result) { writer.writeLine(result); };
     std::string_view line;
     while (true) {
         // A block's whole lines are worked at once, and the line that goes on into the next
         // block by itself. The routine keeps the line ends, so what holds for the ends read
         // holds for those written.
         if (bool allCrLf = false; manyLines && reader.nextLines(line, allCrLf)) {
-            if (applyToLines(line))
-                writer.writeLines(out_, allCrLf);
-            else
-                applyOneByOne(source, reader.lineNumber(), line, writer);
+            if (applyToLines(work_, line)) {
+                writer.writeLines(work_.out, allCrLf);
+                continue;
+            }
+            std::size_t lineNumber = reader.lineNumber() - countLineEnds(line).lines;
+            forEachLine(line, [&](std::string_view one) {
+                workLine(work_, source, ++lineNumber, one, write);
+            });
             continue;
         }
         if (!reader.next(line))
             break;
-        const double row = static_cast<double>(reader.lineNumber());
-        const bool selected = rowSelected(context_.rows, row);
-        if (context_.mode == RangeMode::RangesOut && !selected)
-            continue;
-        if (context_.mode == RangeMode::InPlace && !selected) {
-            writer.writeLine(line);
-            continue;
-        }
-        writer.writeLine(apply(source, reader.lineNumber(), line, writer, reader.gatheredLine()));
+        workLine(work_, source, reader.lineNumber(), line, write, &writer, reader.gatheredLine());
     }
-    writer.close();
 }
 
-bool LinePage::applyToLines(std::string_view lines) {
+void LinePage::processInBatches(const std::string& source, LineReader& reader, LineWriter& writer) {
+    while (lanes_.size() < context_.lineJobs) {
+        RunAlerts* alerts = nullptr;
+        if (context_.alerts)
+            alerts = &laneAlerts_.emplace_back(context_.alerts->watches(RunAlerts::Kind::NoNumber),
+                                               context_.alerts->watches(RunAlerts::Kind::TooWide));
+        LineWork& work = lanes_.emplace_back();
+        work.routine = makeRoutine_(alerts);
+        work.alerts = alerts;
+    }
+    LineBatches batches(
+        lanes_.size(),
+        [&](std::size_t lane, LineBatch& batch) { workBatch(lanes_[lane], source, batch); },
+        [&](LineBatch& batch) {
+            if (batch.failure)
+                std::rethrow_exception(batch.failure);
+            writer.writeBytes(batch.result);
+            if (context_.alerts)
+                context_.alerts->take(batch.alerts);
+        });
+    std::string_view lines;
+    while (true) {
+        LineBatch& batch = batches.filling();
+        if (batch.lines.empty())
+            batch.firstLine = reader.lineNumber() + 1;
+        if (bool allCrLf = false; reader.nextLines(lines, allCrLf)) {
+            batch.lines.append(lines);
+            batch.allCrLf = batch.allCrLf && allCrLf;
+        } else if (!reader.next(lines)) {
+            break;
+        } else if (lines.size() < LineReader::blockSize) {
+            appendLine(batch.lines, lines);
+        } else {
+            // A long line is worked here, in its place among the batches, where the routine
+            // may work it in the reader's buffer rather than copy it into a batch.
+            batches.finish();
+            workLine(
+                work_, source, reader.lineNumber(), lines,
+                [&](std::string_view result) { writer.writeLine(result); }, &writer,
+                reader.gatheredLine());
+            continue;
+        }
+        if (batch.lines.size() >= batchSize)
+            batches.submit();
+    }
+    batches.finish();
+}
+
+void LinePage::workBatch(LineWork& work, const std::string& source, LineBatch& batch) {
+    if (takesManyLines() && applyToLines(work, batch.lines)) {
+        appendWithCrLfEnds(batch.result, work.out, batch.allCrLf);
+    } else {
+        std::size_t lineNumber = batch.firstLine;
+        forEachLine(batch.lines, [&](std::string_view line) {
+            workLine(work, source, lineNumber++, line,
+                     [&](std::string_view result) { appendLine(batch.result, result); });
+        });
+    }
+    if (work.alerts)
+        batch.alerts.take(*work.alerts);
+}
+
+template <typename Emit>
+void LinePage::workLine(LineWork& work, const std::string& source, std::size_t lineNumber,
+                        std::string_view line, const Emit& emit, LineWriter* writer,
+                        std::span<char> gathered) {
+    const bool selected = rowSelected(context_.rows, static_cast<double>(lineNumber));
+    if (context_.mode == RangeMode::RangesOut && !selected)
+        return;
+    if (context_.mode == RangeMode::InPlace && !selected)
+        emit(line);
+    else
+        emit(apply(work, context_.mode, source, lineNumber, line, writer, gathered));
+}
+
+bool LinePage::applyToLines(LineWork& work, std::string_view lines) {
     // A failure is met again line by line, where its message names its line. (It may also not
     // be met there: one search over many lines may exceed a limit that each line keeps within.)
     try {
-        return routine_->manyLines(lines, out_);
+        return work.routine->manyLines(lines, work.out);
     } catch (const TaskError&) {
         return false;
     }
 }
 
-void LinePage::applyOneByOne(const std::string& source, std::size_t lastLineNumber,
-                             std::string_view lines, LineWriter& writer) {
-    const std::vector<std::string_view> split = textLines(lines);
-    std::size_t lineNumber = lastLineNumber - split.size();
-    for (const std::string_view line : split) {
-        writer.writeLine(apply(source, ++lineNumber, line, writer));
-    }
-}
-
-std::string_view LinePage::apply(const std::string& source, std::size_t lineNumber,
-                                 std::string_view line, LineWriter& writer,
+std::string_view LinePage::apply(LineWork& work, RangeMode mode, const std::string& source,
+                                 std::size_t lineNumber, std::string_view line, LineWriter* writer,
                                  std::span<char> gathered) {
-    if (context_.alerts)
-        context_.alerts->at(source, lineNumber);
+    if (work.alerts)
+        work.alerts->at(source, lineNumber);
+    RangedRoutine& routine = *work.routine;
     try {
-        if (context_.mode == RangeMode::WholeText) {
+        if (mode == RangeMode::WholeText) {
             // A long line is then held once, not beside a result of about its size.
-            if (!gathered.empty() && routine_->overwritesLine())
-                return {gathered.data(), routine_->wholeLineOver(gathered)};
-            if (!gathered.empty() && routine_->spillsLine())
-                routine_->wholeLineSpilling(
-                    line, out_, [&](std::string_view part) { writer.writeBytes(part); });
+            if (!gathered.empty() && routine.overwritesLine())
+                return {gathered.data(), routine.wholeLineOver(gathered)};
+            if (!gathered.empty() && routine.spillsLine())
+                routine.wholeLineSpilling(line, work.out,
+                                          [&](std::string_view part) { writer->writeBytes(part); });
             else
-                routine_->wholeLine(line, out_);
-            return out_;
+                routine.wholeLine(line, work.out);
+            return work.out;
         }
-        columns_.assign(line);
-        if (context_.mode == RangeMode::InPlace)
-            routine_->inPlace(columns_, out_);
+        work.columns.assign(line);
+        if (mode == RangeMode::InPlace)
+            routine.inPlace(work.columns, work.out);
         else
-            routine_->rangesOut(columns_, out_);
-        return out_;
+            routine.rangesOut(work.columns, work.out);
+        return work.out;
     } catch (const TaskError& error) {
         throw TaskError(visibleName(source) + ", line " + std::to_string(lineNumber) + ": " +
                         error.what());

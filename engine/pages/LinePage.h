@@ -4,17 +4,26 @@
 #include "engine/routines/RangedRoutine.h"
 #include "engine/text/LineColumns.h"
 
+#include <deque>
+#include <functional>
 #include <span>
 
 namespace morlevant {
 
+class LineReader;
 class LineWriter;
+struct LineBatch;
 
 // Calculate, Find and Replace and Filter: one line of F.modify for each line of the source
 // (for each selected row when the ranges are taken out).
 class LinePage final : public FilePage {
 public:
-    LinePage(const RunContext& context, std::unique_ptr<RangedRoutine> routine);
+    // Makes the page's routine, noting into `alerts` (null when no alert watches): once for
+    // the page, and once more for each further thread that works lines of a file.
+    using RoutineMaker = std::function<std::unique_ptr<RangedRoutine>(RunAlerts* alerts)>;
+
+    // Throws TaskError, as `makeRoutine` does, for settings the routine cannot work with.
+    LinePage(const RunContext& context, RoutineMaker makeRoutine);
     void checkResults(const std::string& source) const override;
     void process(const std::string& source) override;
     std::string resultPlace(const std::string& source) const override {
@@ -22,20 +31,41 @@ public:
     }
 
 private:
-    // Works a block of whole lines at once; false when they must go one by one.
-    bool applyToLines(std::string_view lines);
-    void applyOneByOne(const std::string& source, std::size_t lastLineNumber,
-                       std::string_view lines, LineWriter& writer);
-    // The routine's result for one line, for `writer`. `gathered`, when not empty, is a long
-    // line in a buffer of the reader's: the routine may overwrite it and leave its result
-    // there, or hand the first part of its result to `writer` itself.
-    std::string_view apply(const std::string& source, std::size_t lineNumber, std::string_view line,
-                           LineWriter& writer, std::span<char> gathered = {});
+    // What one thread works lines with: its routine and the buffers it reuses from line to line.
+    struct LineWork {
+        std::unique_ptr<RangedRoutine> routine;
+        RunAlerts* alerts = nullptr; // what the routine notes into
+        LineColumns columns;
+        std::string out;
+    };
+
+    // Whether blocks of whole lines are worked at once rather than line by line.
+    bool takesManyLines() const;
+    void processInOrder(const std::string& source, LineReader& reader, LineWriter& writer);
+    // The lines of a large file in batches, worked on several threads.
+    void processInBatches(const std::string& source, LineReader& reader, LineWriter& writer);
+    void workBatch(LineWork& work, const std::string& source, LineBatch& batch);
+    // Works line `lineNumber` as the range mode says and hands its result to `emit`: nothing
+    // for a row the ranges leave out, the line itself for a row they leave as it is.
+    template <typename Emit>
+    void workLine(LineWork& work, const std::string& source, std::size_t lineNumber,
+                  std::string_view line, const Emit& emit, LineWriter* writer = nullptr,
+                  std::span<char> gathered = {});
+    // Works a block of whole lines at once into work.out; false when they must go one by one.
+    static bool applyToLines(LineWork& work, std::string_view lines);
+    // The routine's result for one line. `gathered`, when not empty, is a long line in a
+    // buffer of the reader's: the routine may overwrite it and leave its result there, or hand
+    // the first part of its result to `writer` itself.
+    static std::string_view apply(LineWork& work, RangeMode mode, const std::string& source,
+                                  std::size_t lineNumber, std::string_view line, LineWriter* writer,
+                                  std::span<char> gathered);
 
     const RunContext& context_;
-    std::unique_ptr<RangedRoutine> routine_;
-    LineColumns columns_;
-    std::string out_;
+    RoutineMaker makeRoutine_;
+    LineWork work_; // of the thread that reads
+    // Of the further threads, made when a file is first worked in batches and kept for the run.
+    std::deque<LineWork> lanes_;
+    std::deque<RunAlerts> laneAlerts_;
 };
 
 } // namespace morlevant

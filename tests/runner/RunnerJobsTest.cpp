@@ -39,6 +39,17 @@ void writeMixedSources(const RunnerFixture& fixture) {
     std::filesystem::create_hard_link(fixture.source("a.txt"), fixture.source("link.txt"));
 }
 
+// Messages of a run in `from`'s home as a run in `to`'s tells them: the alerts and failures name
+// each file by its path.
+std::vector<std::string> inHomeOf(std::vector<std::string> messages, const RunnerFixture& from,
+                                  const RunnerFixture& to) {
+    const std::string old = from.home.path().string();
+    for (std::string& message : messages)
+        for (std::size_t at; (at = message.find(old)) != std::string::npos;)
+            message.replace(at, old.size(), to.home.path().string());
+    return messages;
+}
+
 const std::vector<std::string> mixedList = {"a.txt",     "n0.txt", "a.csv",    "wide.txt",
                                             "n1.txt",    "a.txt",  "link.txt", "n2.txt",
                                             "empty.txt", "n3.txt", "n4.txt",   "n5.txt"};
@@ -73,19 +84,58 @@ TEST_P(RunnerJobs, ManyAtOnceLeaveTheBytesAndMessagesOfOneAtATime) {
         fixture->run(mixedList);
     }
     EXPECT_EQ(filesLeft(many), filesLeft(one));
-    std::vector<std::string> expected;
-    for (std::string message : one.messages) {
-        // The alerts name each file by its path, which differs between the two folders.
-        for (std::size_t at; (at = message.find(one.home.path().string())) != std::string::npos;)
-            message.replace(at, one.home.path().string().size(), many.home.path().string());
-        expected.push_back(message);
-    }
-    EXPECT_EQ(many.messages, expected);
+    EXPECT_EQ(many.messages, inHomeOf(one.messages, one, many));
     ASSERT_FALSE(many.progress.empty());
     EXPECT_EQ(many.progress.back(), (std::pair<int, int>(12, 12)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Pages, RunnerJobs, ::testing::ValuesIn(jobsCases),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+// A file large enough to be worked in batches on several threads: ends of every kind (a lone CR
+// among them), rows without a number far apart, and a line longer than a block in the middle.
+std::string largeSource() {
+    std::string text;
+    for (int row = 1; text.size() < 1500000; ++row) {
+        text += row % 7919 == 0 ? "no number here"
+                                : std::to_string(row * 3) + " item " + std::to_string(row % 97);
+        text += row % 3 == 0 ? "\r\n" : row % 1001 == 0 ? "\r" : "\n";
+        if (row == 20000)
+            text += std::string(90000, 'L') + " 5\n";
+    }
+    return text + "9 last";
+}
+
+const JobsCase largeFileCases[] = {
+    {"CalculateWithAlerts", {{5, "3"}, {6, "2"}, {10, "+5,*2,/3"}, {8, "Yes"}}},
+    {"ReplaceInRangesInPlace", Lines{{1, "2"}, {2, "5-40000"}, {3, "1-4,9-12"}, {4, "0"}} +
+                                   Lines{{5, "4"}, {11, "Yes"}, {12, "1"}, {13, "one"}}},
+    {"ReplaceInRangesTakenOut", Lines{{1, "2"}, {2, "3-30000,50000-60000"}, {3, "2-8"}, {4, "1"}} +
+                                    Lines{{5, "4"}, {11, "Yes"}, {12, "it"}, {13, "IT"}}},
+    {"FilterAndDelete", {{5, "5"}, {19, "5"}, {24, "[0-9]+"}}},
+    {"FilterAndOutput", {{5, "5"}, {19, "6"}, {24, "m [0-9]"}}},
+    // The first row that fails is named, however far the threads have read ahead.
+    {"FailsAtTheFirstNegativeRoot", {{5, "3"}, {10, "-120000,^0.5"}}},
+};
+
+class RunnerLargeFile : public ::testing::TestWithParam<JobsCase> {};
+
+TEST_P(RunnerLargeFile, ThreadsOnOneFileLeaveTheBytesAndMessagesOfOne) {
+    RunnerFixture one;
+    RunnerFixture many;
+    many.jobs = 3;
+    std::string failures[2];
+    for (RunnerFixture* fixture : {&one, &many}) {
+        fixture->writeSource("large.txt", largeSource());
+        fixture->set(GetParam().lines);
+        failures[fixture == &many] = fixture->failure({"large.txt"});
+    }
+    EXPECT_EQ(filesLeft(many), filesLeft(one));
+    EXPECT_EQ(failures[1], inHomeOf({failures[0]}, one, many)[0]);
+    EXPECT_EQ(many.messages, inHomeOf(one.messages, one, many));
+}
+
+INSTANTIATE_TEST_SUITE_P(Pages, RunnerLargeFile, ::testing::ValuesIn(largeFileCases),
                          [](const auto& info) { return std::string(info.param.name); });
 
 bool anyUnfinished(const RunnerFixture& fixture) {

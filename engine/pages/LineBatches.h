@@ -1,0 +1,77 @@
+#pragma once
+
+#include "engine/RunAlerts.h"
+
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace morlevant {
+
+// A stretch of whole lines of one file, and what working them gave.
+struct LineBatch {
+    std::string lines;              // each line with its end: CR LF, LF or a lone CR
+    bool allCrLf = true;            // every end in `lines` is CR LF
+    std::size_t firstLine = 1;      // number of the first line in the file
+    std::string result;             // the result's lines, each ended by CR LF
+    RunAlerts alerts{false, false}; // what working the lines noted
+    std::exception_ptr failure;     // thrown by the work, handed on with the batch
+    bool worked = false;
+};
+
+// Works batches of one file's lines on several threads while the thread that reads them goes
+// on reading, and hands the batches back to that thread in the order they were read, so that
+// the result's lines go out in order. A failure stays with its batch: the first failing line
+// of the file is the one reported, as when the lines go one by one. At most two batches per
+// thread are read ahead, so memory stays with the batch size, never with the file.
+class LineBatches {
+public:
+    // `work` runs on thread `lane` (0 to lanes - 1); `deliver` on the reading thread, in order.
+    using Work = std::function<void(std::size_t lane, LineBatch& batch)>;
+    using Deliver = std::function<void(LineBatch& batch)>;
+
+    LineBatches(std::size_t lanes, Work work, Deliver deliver);
+    // Waits for the batches at work and drops those not delivered (the file failed or stopped).
+    ~LineBatches();
+    LineBatches(const LineBatches&) = delete;
+    LineBatches& operator=(const LineBatches&) = delete;
+
+    // The batch being filled: at first without lines.
+    LineBatch& filling() { return *filling_; }
+    // Passes the batch being filled on to the threads, and delivers those worked in order,
+    // waiting for the oldest when too many are ahead.
+    void submit();
+    // Passes the batch being filled on when it holds lines, and delivers every batch.
+    void finish();
+
+private:
+    void lane(std::size_t index);
+    // Lets each thread end its batch and joins it.
+    void stopLanes();
+    // Delivers the batches worked at the front; with `all`, waits for every one.
+    void deliverWorked(bool all);
+    std::unique_ptr<LineBatch> emptyBatch();
+
+    Work work_;
+    Deliver deliver_;
+    std::size_t ahead_; // batches passed on and not delivered, at most
+    std::mutex mutex_;  // guards what follows
+    std::condition_variable toWork_;
+    std::condition_variable worked_;
+    std::deque<std::unique_ptr<LineBatch>> passedOn_; // in file order
+    std::size_t nextToWork_ = 0;                      // index in passedOn_
+    bool closing_ = false;
+    // Of the reading thread: delivered batches, their storage kept for reuse.
+    std::vector<std::unique_ptr<LineBatch>> spare_;
+    std::unique_ptr<LineBatch> filling_;
+    std::vector<std::thread> threads_;
+};
+
+} // namespace morlevant
