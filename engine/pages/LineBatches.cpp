@@ -1,6 +1,19 @@
 #include "engine/pages/LineBatches.h"
 
+#include "engine/io/LineReader.h"
+
 namespace morlevant {
+
+namespace {
+
+// Lines are passed to the threads in batches of about this many bytes.
+constexpr std::size_t batchSize = std::size_t{1} << 18;
+
+} // namespace
+
+bool worthBatching(const LineReader& reader, std::size_t lineJobs) {
+    return lineJobs > 1 && reader.size() >= std::uint64_t{1} << 20;
+}
 
 LineBatches::LineBatches(std::size_t lanes, Work work, Deliver deliver)
     : work_(std::move(work)), deliver_(std::move(deliver)), ahead_(2 * lanes),
@@ -66,6 +79,32 @@ void LineBatches::lane(std::size_t index) {
     }
 }
 
+void LineBatches::workAll(LineReader& reader,
+                          const std::function<void(std::string_view line)>& longLine) {
+    std::string_view lines;
+    while (true) {
+        LineBatch& batch = *filling_;
+        if (batch.lines.empty())
+            batch.firstLine = reader.lineNumber() + 1;
+        if (bool allCrLf = false; reader.nextLines(lines, allCrLf)) {
+            batch.lines.append(lines);
+            batch.allCrLf = batch.allCrLf && allCrLf;
+        } else if (!reader.next(lines)) {
+            break;
+        } else if (lines.size() < LineReader::blockSize) {
+            batch.lines.append(lines);
+            batch.lines.append("\r\n");
+        } else {
+            finish();
+            longLine(lines);
+            continue;
+        }
+        if (batch.lines.size() >= batchSize)
+            submit();
+    }
+    finish();
+}
+
 void LineBatches::submit() {
     {
         const std::lock_guard lock(mutex_);
@@ -98,6 +137,8 @@ void LineBatches::deliverWorked(bool all) {
             passedOn_.pop_front();
             --nextToWork_;
         }
+        if (front->failure)
+            std::rethrow_exception(front->failure);
         deliver_(*front);
         spare_.push_back(std::move(front));
     }

@@ -10,10 +10,13 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
 namespace morlevant {
+
+class LineReader;
 
 // A stretch of whole lines of one file, and what working them gave.
 struct LineBatch {
@@ -24,7 +27,16 @@ struct LineBatch {
     RunAlerts alerts{false, false}; // what working the lines noted
     std::exception_ptr failure;     // thrown by the work, handed on with the batch
     bool worked = false;
+
+    void appendResultLine(std::string_view line) {
+        result.append(line);
+        result.append("\r\n");
+    }
 };
+
+// Whether the file that `reader` reads is large enough to be worked in batches, when the run
+// allows `lineJobs` threads for it: for a small file, starting threads costs more than they save.
+bool worthBatching(const LineReader& reader, std::size_t lineJobs);
 
 // Works batches of one file's lines on several threads while the thread that reads them goes
 // on reading, and hands the batches back to that thread in the order they were read, so that
@@ -34,6 +46,7 @@ struct LineBatch {
 class LineBatches {
 public:
     // `work` runs on thread `lane` (0 to lanes - 1); `deliver` on the reading thread, in order.
+    // What `work` throws is thrown on the reading thread in its batch's place.
     using Work = std::function<void(std::size_t lane, LineBatch& batch)>;
     using Deliver = std::function<void(LineBatch& batch)>;
 
@@ -43,15 +56,17 @@ public:
     LineBatches(const LineBatches&) = delete;
     LineBatches& operator=(const LineBatches&) = delete;
 
-    // The batch being filled: at first without lines.
-    LineBatch& filling() { return *filling_; }
+    // Reads every line of `reader` into batches and delivers them all. A line longer than a
+    // block goes to `longLine` instead, on this thread, in its place among the batches: a
+    // routine may then work it in the reader's buffer rather than copy it into a batch.
+    void workAll(LineReader& reader, const std::function<void(std::string_view line)>& longLine);
+
+private:
     // Passes the batch being filled on to the threads, and delivers those worked in order,
     // waiting for the oldest when too many are ahead.
     void submit();
     // Passes the batch being filled on when it holds lines, and delivers every batch.
     void finish();
-
-private:
     void lane(std::size_t index);
     // Lets each thread end its batch and joins it.
     void stopLanes();

@@ -13,31 +13,6 @@ namespace morlevant {
 
 namespace {
 
-// A file at least this large is worked in batches when the run allows more than one thread
-// for it: below, starting the threads costs more than they save.
-constexpr std::uint64_t batchedFrom = std::uint64_t{1} << 20;
-// Lines are passed to the threads in batches of about this many bytes.
-constexpr std::size_t batchSize = std::size_t{1} << 18;
-
-// Calls `line` for each line of `text`, whose lines end in CR LF, LF or a lone CR; text after
-// the last end is a line too.
-template <typename Line> void forEachLine(std::string_view text, const Line& line) {
-    while (!text.empty()) {
-        const std::size_t end = findCrOrLf(text);
-        line(text.substr(0, end));
-        if (end == text.size())
-            return;
-        text.remove_prefix(end + 1 < text.size() && text[end] == '\r' && text[end + 1] == '\n'
-                               ? end + 2
-                               : end + 1);
-    }
-}
-
-void appendLine(std::string& out, std::string_view line) {
-    out.append(line);
-    out.append("\r\n");
-}
-
 // Appends lines that end in CR LF, LF or a lone CR with every end made CR LF.
 void appendWithCrLfEnds(std::string& out, std::string_view lines, bool allCrLf) {
     if (allCrLf) {
@@ -68,7 +43,7 @@ bool LinePage::takesManyLines() const {
 void LinePage::process(const std::string& source) {
     LineReader reader(source, context_.stop, context_.bytesRead);
     LineWriter writer(modifiedPath(source), LineWriter::Mode::Truncate);
-    if (context_.lineJobs > 1 && reader.size() >= batchedFrom)
+    if (worthBatching(reader, context_.lineJobs))
         processInBatches(source, reader, writer);
     else
         processInOrder(source, reader, writer);
@@ -114,38 +89,16 @@ void LinePage::processInBatches(const std::string& source, LineReader& reader, L
         lanes_.size(),
         [&](std::size_t lane, LineBatch& batch) { workBatch(lanes_[lane], source, batch); },
         [&](LineBatch& batch) {
-            if (batch.failure)
-                std::rethrow_exception(batch.failure);
             writer.writeBytes(batch.result);
             if (context_.alerts)
                 context_.alerts->take(batch.alerts);
         });
-    std::string_view lines;
-    while (true) {
-        LineBatch& batch = batches.filling();
-        if (batch.lines.empty())
-            batch.firstLine = reader.lineNumber() + 1;
-        if (bool allCrLf = false; reader.nextLines(lines, allCrLf)) {
-            batch.lines.append(lines);
-            batch.allCrLf = batch.allCrLf && allCrLf;
-        } else if (!reader.next(lines)) {
-            break;
-        } else if (lines.size() < LineReader::blockSize) {
-            appendLine(batch.lines, lines);
-        } else {
-            // A long line is worked here, in its place among the batches, where the routine
-            // may work it in the reader's buffer rather than copy it into a batch.
-            batches.finish();
-            workLine(
-                work_, source, reader.lineNumber(), lines,
-                [&](std::string_view result) { writer.writeLine(result); }, &writer,
-                reader.gatheredLine());
-            continue;
-        }
-        if (batch.lines.size() >= batchSize)
-            batches.submit();
-    }
-    batches.finish();
+    batches.workAll(reader, [&](std::string_view line) {
+        workLine(
+            work_, source, reader.lineNumber(), line,
+            [&](std::string_view result) { writer.writeLine(result); }, &writer,
+            reader.gatheredLine());
+    });
 }
 
 void LinePage::workBatch(LineWork& work, const std::string& source, LineBatch& batch) {
@@ -155,7 +108,7 @@ void LinePage::workBatch(LineWork& work, const std::string& source, LineBatch& b
         std::size_t lineNumber = batch.firstLine;
         forEachLine(batch.lines, [&](std::string_view line) {
             workLine(work, source, lineNumber++, line,
-                     [&](std::string_view result) { appendLine(batch.result, result); });
+                     [&](std::string_view result) { batch.appendResultLine(result); });
         });
     }
     if (work.alerts)

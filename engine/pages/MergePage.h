@@ -5,6 +5,7 @@
 #include "engine/text/LineColumns.h"
 #include "taskdef/TaskFiles.h"
 
+#include <deque>
 #include <memory>
 
 namespace morlevant {
@@ -31,6 +32,10 @@ public:
 
 private:
     void appendSelectedRows(LineReader& reader, LineWriter& writer);
+    // Appends line `lineNumber` of a file with its column ranges taken out to `out`; false,
+    // appending nothing, for a row that the row ranges leave out.
+    bool appendRangesOut(LineColumns& columns, std::size_t lineNumber, std::string_view line,
+                         std::string& out) const;
 
     const RunContext& context_;
     // The whole-text and in-place merges count in one counter, the merge with the ranges taken
@@ -38,8 +43,11 @@ private:
     int mergeCount_ = 1;
     int rangesOutMergeCount_ = 1;
     std::unique_ptr<LineWriter> writer_; // open from the first file until the result is whole
+    // Buffers reused from line to line: of the thread that reads, and of the further threads
+    // of a file worked in batches.
     LineColumns columns_;
     std::string out_;
+    std::deque<LineColumns> laneColumns_;
 };
 
 } // namespace morlevant

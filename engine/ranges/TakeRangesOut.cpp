@@ -4,6 +4,10 @@ namespace morlevant {
 
 void TakeRangesOut(const RangePairs& columns, const LineColumns& line, std::string& out) {
     out.clear();
+    appendRangesTakenOut(columns, line, out);
+}
+
+void appendRangesTakenOut(const RangePairs& columns, const LineColumns& line, std::string& out) {
     if (columns.empty()) {
         out.append(line.line());
         return;

@@ -11,5 +11,7 @@ namespace morlevant {
 // of the line gives the rest of the line, one that starts past it gives nothing. With no column
 // ranges the line comes back unchanged. `out` is replaced.
 void TakeRangesOut(const RangePairs& columns, const LineColumns& line, std::string& out);
+// The same appended to `out`, for a caller that gathers the results of many lines.
+void appendRangesTakenOut(const RangePairs& columns, const LineColumns& line, std::string& out);
 
 } // namespace morlevant

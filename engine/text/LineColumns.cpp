@@ -23,27 +23,13 @@ std::size_t LineColumns::length() const {
     return length_;
 }
 
-std::size_t LineColumns::byteOffset(std::size_t position) const {
-    const std::size_t index = position == 0 ? 0 : position - 1;
-    if (index < asciiPrefix_)
-        return index;
+std::size_t LineColumns::offsetBeyondAscii(std::size_t index) const {
     const std::size_t wanted = index - asciiPrefix_;
     while (starts_.size() <= wanted && decodedEnd_ < line_.size()) {
         starts_.push_back(static_cast<std::uint32_t>(decodedEnd_));
         decodedEnd_ += utf8CharLength(line_, decodedEnd_);
     }
     return wanted < starts_.size() ? starts_[wanted] : line_.size();
-}
-
-std::string_view LineColumns::slice(std::size_t first, std::size_t last) const {
-    if (first == 0)
-        first = 1;
-    if (first > last)
-        return {};
-    // A position past the end of the line starts at the line's size, which clips the slice.
-    const std::size_t begin = byteOffset(first);
-    const std::size_t end = last == SIZE_MAX ? line_.size() : byteOffset(last + 1);
-    return line_.substr(begin, end - begin);
 }
 
 } // namespace morlevant

@@ -20,10 +20,26 @@ public:
     // Length of the line in characters.
     std::size_t length() const;
     // Characters first to last, counted from 1 and inclusive, clipped to the line.
-    std::string_view slice(std::size_t first, std::size_t last) const;
+    std::string_view slice(std::size_t first, std::size_t last) const {
+        if (first == 0)
+            first = 1;
+        if (first > last)
+            return {};
+        // A position past the end of the line starts at the line's size, which clips the slice.
+        const std::size_t begin = byteOffset(first);
+        const std::size_t end = last == SIZE_MAX ? line_.size() : byteOffset(last + 1);
+        return line_.substr(begin, end - begin);
+    }
     // Byte offset at which character `position` (counted from 1) starts; the line's size when
-    // the position lies past its end.
-    std::size_t byteOffset(std::size_t position) const;
+    // the position lies past its end. Inline for the ASCII start, where most ranges lie.
+    std::size_t byteOffset(std::size_t position) const {
+        const std::size_t index = position == 0 ? 0 : position - 1;
+        if (index < asciiPrefix_)
+            return index;
+        if (asciiPrefix_ == line_.size())
+            return line_.size();
+        return offsetBeyondAscii(index);
+    }
     // Whether the line ends before character `position`, as position > length() says, but
     // without counting the characters of a long line beyond it.
     bool endsBefore(std::size_t position) const {
@@ -31,6 +47,8 @@ public:
     }
 
 private:
+    std::size_t offsetBeyondAscii(std::size_t index) const;
+
     std::string_view line_;
     std::size_t asciiPrefix_ = 0; // characters (and bytes) before the first one beyond ASCII
     // Filled as positions are asked for, which does not change what the line is.

@@ -114,6 +114,7 @@ const JobsCase largeFileCases[] = {
                                     Lines{{5, "4"}, {11, "Yes"}, {12, "it"}, {13, "IT"}}},
     {"FilterAndDelete", {{5, "5"}, {19, "5"}, {24, "[0-9]+"}}},
     {"FilterAndOutput", {{5, "5"}, {19, "6"}, {24, "m [0-9]"}}},
+    {"MergeRangesTakenOut", Lines{{1, "2"}, {3, "2-8,1-3"}, {4, "1"}} + Lines{{5, "6"}, {26, "5"}}},
     // The first row that fails is named, however far the threads have read ahead.
     {"FailsAtTheFirstNegativeRoot", {{5, "3"}, {10, "-120000,^0.5"}}},
 };
@@ -131,6 +132,9 @@ TEST_P(RunnerLargeFile, ThreadsOnOneFileLeaveTheBytesAndMessagesOfOne) {
         failures[fixture == &many] = fixture->failure({"large.txt"});
     }
     EXPECT_EQ(filesLeft(many), filesLeft(one));
+    if (std::string(GetParam().name).starts_with("Merge")) {
+        EXPECT_EQ(many.mergeResult(), one.mergeResult());
+    }
     EXPECT_EQ(failures[1], inHomeOf({failures[0]}, one, many)[0]);
     EXPECT_EQ(many.messages, inHomeOf(one.messages, one, many));
 }
