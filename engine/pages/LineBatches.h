@@ -30,7 +30,12 @@ struct LineBatch {
 
     void appendResultLine(std::string_view line) {
         result.append(line);
-        result.append("\r\n");
+        endResultLine();
+    }
+    // Two stores rather than a copy call for the end of each line.
+    void endResultLine() {
+        result.push_back('\r');
+        result.push_back('\n');
     }
 };
 

@@ -86,7 +86,7 @@ void MergePage::appendSelectedRows(LineReader& reader, LineWriter& writer) {
             std::size_t lineNumber = batch.firstLine;
             forEachLine(batch.lines, [&](std::string_view one) {
                 if (appendRangesOut(laneColumns_[lane], lineNumber++, one, batch.result))
-                    batch.result.append("\r\n");
+                    batch.endResultLine();
             });
         },
         [&](LineBatch& batch) { writer.writeBytes(batch.result); });
