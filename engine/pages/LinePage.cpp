@@ -85,10 +85,19 @@ std::string_view LinePage::apply(const std::string& source, std::size_t lineNumb
             return out_;
         }
         columns_.assign(line);
-        if (context_.mode == RangeMode::InPlace)
+        if (!gathered.empty()) {
+            // A long line's result goes out in parts, the line's untouched bytes from where
+            // they lie.
+            const Spill spill = [&](std::string_view part) { writer.writeBytes(part); };
+            if (context_.mode == RangeMode::InPlace)
+                routine_->inPlaceSpilling(columns_, gathered, out_, spill);
+            else
+                routine_->rangesOutSpilling(columns_, out_, spill);
+        } else if (context_.mode == RangeMode::InPlace) {
             routine_->inPlace(columns_, out_);
-        else
+        } else {
             routine_->rangesOut(columns_, out_);
+        }
         return out_;
     } catch (const TaskError& error) {
         throw TaskError(visibleName(source) + ", line " + std::to_string(lineNumber) + ": " +

@@ -33,6 +33,9 @@ TEST_P(ReplaceTable, ReplacesPlainTextInOrder) {
     EXPECT_EQ(morlevant::testing::runLine(*made(makeReplacement, settings), c.mode, c.line),
               c.expected)
         << c.line << " with columns " << c.columns;
+    EXPECT_EQ(morlevant::testing::runLongLine(*made(makeReplacement, settings), c.mode, c.line),
+              c.expected)
+        << c.line << " with columns " << c.columns << " as a long line";
 }
 
 INSTANTIATE_TEST_SUITE_P(
