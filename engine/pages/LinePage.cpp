@@ -157,10 +157,19 @@ std::string_view LinePage::apply(LineWork& work, RangeMode mode, const std::stri
             return work.out;
         }
         work.columns.assign(line);
-        if (mode == RangeMode::InPlace)
+        if (!gathered.empty()) {
+            // A long line's result goes out in parts, the line's untouched bytes from where
+            // they lie.
+            const Spill spill = [&](std::string_view part) { writer->writeBytes(part); };
+            if (mode == RangeMode::InPlace)
+                routine.inPlaceSpilling(work.columns, gathered, work.out, spill);
+            else
+                routine.rangesOutSpilling(work.columns, work.out, spill);
+        } else if (mode == RangeMode::InPlace) {
             routine.inPlace(work.columns, work.out);
-        else
+        } else {
             routine.rangesOut(work.columns, work.out);
+        }
         return work.out;
     } catch (const TaskError& error) {
         throw TaskError(visibleName(source) + ", line " + std::to_string(lineNumber) + ": " +

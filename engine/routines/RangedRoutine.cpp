@@ -2,6 +2,14 @@
 
 namespace morlevant {
 
+namespace {
+
+// A range's result held for a long line is let go after it, so that one long line does not
+// keep its size for the rest of the run.
+constexpr std::size_t shrinkAbove = std::size_t{1} << 20;
+
+} // namespace
+
 RangedRoutine::RangedRoutine(ColumnRanges columns, TextRoutine routine, WidthFitting fitToWidth,
                              PastLineEnd pastLineEnd)
     : columns_(std::move(columns)), routine_(std::move(routine)),
@@ -35,6 +43,11 @@ void RangedRoutine::inPlace(const LineColumns& line, std::string& out) {
     out.append(text, copied);
 }
 
+bool RangedRoutine::takesNothing(const LineColumns& line, const ColumnRanges::Range& range) const {
+    return pastLineEnd_ == PastLineEnd::Nothing ? range.last > line.length()
+                                                : line.endsBefore(range.first);
+}
+
 void RangedRoutine::rangesOut(const LineColumns& line, std::string& out) {
     if (columns_.blank()) {
         routine_(line.line(), out);
@@ -42,13 +55,72 @@ void RangedRoutine::rangesOut(const LineColumns& line, std::string& out) {
     }
     out.clear();
     for (const ColumnRanges::Range& range : columns_.written()) {
-        const bool skipped = pastLineEnd_ == PastLineEnd::Nothing ? range.last > line.length()
-                                                                  : line.endsBefore(range.first);
-        if (skipped)
+        if (takesNothing(line, range))
             continue;
         applyToRange(line.slice(range.first, range.last), range.width());
         out.append(piece_);
     }
+}
+
+void RangedRoutine::spillResult(std::string_view text, std::span<char> writable, std::size_t width,
+                                const Spill& spill) {
+    if (!fitToWidth_ || width == 0) {
+        if (!writable.empty() && overwritingRoutine_) {
+            spill({writable.data(), overwritingRoutine_(writable)});
+            return;
+        }
+        if (spillingRoutine_) {
+            spillingRoutine_(text, piece_, spill);
+            spill(piece_);
+            return;
+        }
+    }
+    routine_(text, piece_);
+    if (fitToWidth_ && width != 0)
+        fitToWidth_(piece_, width);
+    spill(piece_);
+}
+
+void RangedRoutine::inPlaceSpilling(const LineColumns& line, std::span<char> text, std::string& out,
+                                    const Spill& spill) {
+    out.clear();
+    const std::string_view whole = line.line();
+    if (columns_.blank()) {
+        spillResult(whole, text, 0, spill);
+    } else {
+        std::size_t copied = 0; // bytes of the line already handed on
+        for (const ColumnRanges::Range& range : columns_.inColumnOrder()) {
+            if (line.endsBefore(range.first))
+                break;
+            // The ranges come in column order without overlap, and `line` has decoded the
+            // characters up to each range's end before its bytes are worked, so it never reads
+            // bytes overwritten.
+            const std::size_t begin = line.byteOffset(range.first);
+            const std::size_t end = line.byteOffset(range.last + 1);
+            spill(whole.substr(copied, begin - copied));
+            spillResult(whole.substr(begin, end - begin), text.subspan(begin, end - begin),
+                        range.width(), spill);
+            copied = end;
+        }
+        spill(whole.substr(copied));
+    }
+    if (piece_.capacity() > shrinkAbove)
+        std::string().swap(piece_);
+}
+
+void RangedRoutine::rangesOutSpilling(const LineColumns& line, std::string& out,
+                                      const Spill& spill) {
+    out.clear();
+    if (columns_.blank()) {
+        spillResult(line.line(), {}, 0, spill);
+    } else {
+        for (const ColumnRanges::Range& range : columns_.written()) {
+            if (!takesNothing(line, range))
+                spillResult(line.slice(range.first, range.last), {}, range.width(), spill);
+        }
+    }
+    if (piece_.capacity() > shrinkAbove)
+        std::string().swap(piece_);
 }
 
 } // namespace morlevant

@@ -68,9 +68,22 @@ public:
     // The fitted results of the ranges joined in written order; a range that starts past the
     // end of the line gives nothing.
     void rangesOut(const LineColumns& line, std::string& out);
+    // The same two for a long line, whose result goes to `spill` in parts and leaves `out`
+    // empty, so that it is never held whole beside the line. The parts of the line that no range
+    // covers go on from where they lie; a range is worked where it lies, or its result made in
+    // parts, where the routine can. inPlaceSpilling may overwrite `text`, the line's own bytes.
+    void inPlaceSpilling(const LineColumns& line, std::span<char> text, std::string& out,
+                         const Spill& spill);
+    void rangesOutSpilling(const LineColumns& line, std::string& out, const Spill& spill);
 
 private:
+    // With the ranges taken out, whether `range` gives nothing on this line.
+    bool takesNothing(const LineColumns& line, const ColumnRanges::Range& range) const;
     void applyToRange(std::string_view text, std::size_t width);
+    // Hands the result for `text` to `spill`, fitted to `width` unless that is 0. `writable`,
+    // when not empty, holds the same bytes as `text`, which nothing reads again.
+    void spillResult(std::string_view text, std::span<char> writable, std::size_t width,
+                     const Spill& spill);
 
     ColumnRanges columns_;
     TextRoutine routine_;

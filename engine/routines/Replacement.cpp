@@ -3,6 +3,7 @@
 #include "engine/routines/RangedRoutine.h"
 #include "engine/text/Utf8.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -132,11 +133,11 @@ std::size_t replaceAllInPlace(char* text, std::size_t size, std::string_view fin
 
 } // namespace
 
-Replacement::Replacement(const TaskPageSettings& settings)
-    : pairs_{{{settings.find1, settings.replace1},
-              {settings.find2, settings.replace2},
-              {settings.find3, settings.replace3},
-              {settings.find4, settings.replace4}}} {
+Replacement::Replacement(const TaskPageSettings& settings, std::size_t partSize)
+    : partSize_(partSize), pairs_{{{settings.find1, settings.replace1},
+                                   {settings.find2, settings.replace2},
+                                   {settings.find3, settings.replace3},
+                                   {settings.find4, settings.replace4}}} {
     for (Pair& pair : pairs_)
         pair.wholeCharacters = isValidUtf8(pair.find);
 }
@@ -203,6 +204,105 @@ void Replacement::ReplaceLine(std::string_view line, std::string& out) {
         std::string().swap(pass_);
 }
 
+void Replacement::ReplaceLineSpilling(std::string_view line, std::string& out, const Spill& spill) {
+    out.clear();
+    // Pairs with an empty find text leave the text as it is, and so do those before the first
+    // that occurs in the line.
+    stageCount_ = 0;
+    for (std::size_t pair = 0; pair < pairs_.size(); ++pair) {
+        const std::string& find = pairs_[pair].find;
+        if (find.empty() || (stageCount_ == 0 && findFrom(line, find, 0) == std::string_view::npos))
+            continue;
+        Stage& stage = stages_[stageCount_++];
+        stage.pair = pair;
+        stage.held.clear();
+        stage.boundary = 0;
+    }
+    if (stageCount_ == 0) {
+        spill(line);
+        return;
+    }
+    out_ = &out;
+    spill_ = &spill;
+    work(0, line, true);
+    // Each pair then works the rest of what the one before handed it.
+    for (std::size_t stage = 1; stage < stageCount_; ++stage) {
+        work(stage, stages_[stage].held, true);
+        stages_[stage].held.clear();
+    }
+    for (Stage& stage : stages_)
+        if (stage.held.capacity() > shrinkAbove)
+            std::string().swap(stage.held);
+}
+
+std::size_t Replacement::work(std::size_t stage, std::string_view text, bool last) {
+    const Pair& pair = pairs_[stages_[stage].pair];
+    const std::size_t size = pair.find.size();
+    // An occurrence that starts before `decided` lies wholly within the text, and so do the bytes
+    // that tell whether it begins and ends between characters (a character that starts at its
+    // last byte may take three more): the text up to there is worked as in the whole line.
+    const std::size_t reach = pair.wholeCharacters ? size - 1 : size + 2;
+    const std::size_t decided =
+        last ? text.size() + 1 : (text.size() > reach ? text.size() - reach : 0);
+    std::size_t boundary = stages_[stage].boundary;
+    std::size_t from = 0; // first byte not yet handed on
+    std::size_t at = findFrom(text, pair.find, 0);
+    // As forEachOccurrence, but for occurrences that start before `decided`.
+    while (at != std::string_view::npos && at < decided) {
+        if (!pair.wholeCharacters) {
+            while (boundary < at)
+                boundary += utf8CharLength(text, boundary);
+            std::size_t end = at;
+            while (boundary == at && end < at + size)
+                end += utf8CharLength(text, end);
+            if (boundary != at || end != at + size) {
+                at = findFrom(text, pair.find, at + 1);
+                continue;
+            }
+        }
+        handOn(stage, text.substr(from, at - from));
+        handOn(stage, pair.replaceWith);
+        from = at + size;
+        boundary = from;
+        at = findFrom(text, pair.find, from);
+    }
+    // No occurrence starts between `from` and `decided`: the bytes up to there are done with.
+    const std::size_t worked = last ? text.size() : std::max(from, decided);
+    handOn(stage, text.substr(from, worked - from));
+    if (!pair.wholeCharacters)
+        while (boundary < worked)
+            boundary += utf8CharLength(text, boundary);
+    stages_[stage].boundary = pair.wholeCharacters ? 0 : boundary - worked;
+    return worked;
+}
+
+void Replacement::handOn(std::size_t stage, std::string_view piece) {
+    if (stage + 1 == stageCount_) {
+        // A long piece goes on from where it lies rather than through `out_`.
+        if (piece.size() >= partSize_) {
+            (*spill_)(*out_);
+            (*spill_)(piece);
+            out_->clear();
+            return;
+        }
+        out_->append(piece);
+        if (out_->size() >= partSize_) {
+            (*spill_)(*out_);
+            out_->clear();
+        }
+        return;
+    }
+    // The next pair works what it holds whenever that makes a part, so it never holds much more.
+    Stage& next = stages_[stage + 1];
+    while (!piece.empty()) {
+        const std::size_t size = std::min(piece.size(), partSize_);
+        next.held.append(piece.substr(0, size));
+        piece.remove_prefix(size);
+        if (next.held.size() >= partSize_)
+            next.held.erase(0, work(stage + 1, next.held, false));
+    }
+}
+
 std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings,
                                                ColumnRanges columns) {
     const auto replacement = std::make_shared<Replacement>(settings);
@@ -214,6 +314,10 @@ std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings,
             replacement->ReplaceLine(line, out);
         },
         WidthFitting(), PastLineEnd::Nothing);
+    routine->setSpillingRoutine(
+        [replacement](std::string_view line, std::string& out, const Spill& spill) {
+            replacement->ReplaceLineSpilling(line, out, spill);
+        });
     if (replacement->neverLengthens())
         routine->setOverwritingRoutine(
             [replacement](std::span<char> text) { return replacement->ReplaceWithin(text); });

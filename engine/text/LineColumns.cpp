@@ -9,7 +9,8 @@ namespace morlevant {
 void LineColumns::assign(std::string_view line) {
     line_ = line;
     asciiPrefix_ = asciiPrefixLength(line);
-    starts_.clear();
+    marks_.clear();
+    decoded_ = 0;
     decodedEnd_ = asciiPrefix_;
     lengthKnown_ = asciiPrefix_ == line.size();
     length_ = line.size();
@@ -17,7 +18,7 @@ void LineColumns::assign(std::string_view line) {
 
 std::size_t LineColumns::length() const {
     if (!lengthKnown_) {
-        length_ = asciiPrefix_ + starts_.size() + utf8CharCount(line_.substr(decodedEnd_));
+        length_ = asciiPrefix_ + decoded_ + utf8CharCount(line_.substr(decodedEnd_));
         lengthKnown_ = true;
     }
     return length_;
@@ -25,11 +26,21 @@ std::size_t LineColumns::length() const {
 
 std::size_t LineColumns::offsetBeyondAscii(std::size_t index) const {
     const std::size_t wanted = index - asciiPrefix_;
-    while (starts_.size() <= wanted && decodedEnd_ < line_.size()) {
-        starts_.push_back(static_cast<std::uint32_t>(decodedEnd_));
-        decodedEnd_ += utf8CharLength(line_, decodedEnd_);
+    if (wanted < decoded_) {
+        // Decoded before: walked again from the mark at or before it.
+        std::size_t at = marks_[wanted / markEvery];
+        for (std::size_t n = wanted % markEvery; n > 0; --n)
+            at += utf8CharLength(line_, at);
+        return at;
     }
-    return wanted < starts_.size() ? starts_[wanted] : line_.size();
+    while (decoded_ < wanted && decodedEnd_ < line_.size()) {
+        if (decoded_ % markEvery == 0)
+            marks_.push_back(static_cast<std::uint32_t>(decodedEnd_));
+        decodedEnd_ += utf8CharLength(line_, decodedEnd_);
+        ++decoded_;
+    }
+    // The walk stops at the line's end, which is then the offset of any position beyond it.
+    return decodedEnd_;
 }
 
 } // namespace morlevant

@@ -9,9 +9,10 @@ namespace morlevant {
 
 // Character positions of one line, so that any number of column ranges can be cut from it.
 // The ASCII start of a line needs no table: its positions are its bytes. Beyond it, characters
-// are decoded once, and only as far as a position asked for, so a long line cut at its first
-// columns costs no table of the whole line. Keep one instance per run and reuse it for every
-// line, so the table's storage is allocated once.
+// are decoded only as far as a position asked for, and only every 64th one's offset is kept, so
+// a long line costs a table of a small share of its size at most, and none when it is cut at its
+// first columns. Keep one instance per run and reuse it for every line, so the table's storage
+// is allocated once.
 class LineColumns {
 public:
     void assign(std::string_view line);
@@ -49,12 +50,18 @@ public:
 private:
     std::size_t offsetBeyondAscii(std::size_t index) const;
 
+    // Every this many characters beyond ASCII, the byte offset of one is kept: a position is
+    // found from the one kept before it, so that a long line needs no offset of every character.
+    static constexpr std::size_t markEvery = 64;
+
     std::string_view line_;
     std::size_t asciiPrefix_ = 0; // characters (and bytes) before the first one beyond ASCII
-    // Filled as positions are asked for, which does not change what the line is.
-    // Byte offset of each character decoded so far, from the first one beyond ASCII on.
-    mutable std::vector<std::uint32_t> starts_;
-    mutable std::size_t decodedEnd_ = 0; // byte offset up to which starts_ covers the line
+    // Filled as positions are asked for, which does not change what the line is. Characters are
+    // counted here from the first one beyond ASCII.
+    // Byte offset of characters 0, markEvery, 2 * markEvery ... among those decoded so far.
+    mutable std::vector<std::uint32_t> marks_;
+    mutable std::size_t decoded_ = 0;    // characters decoded so far
+    mutable std::size_t decodedEnd_ = 0; // byte offset of the character after them
     mutable std::size_t length_ = 0;
     mutable bool lengthKnown_ = false;
 };

@@ -84,6 +84,8 @@ TEST_P(CalculateRangesTable, FitsResultsToTheirRanges) {
     const auto operation =
         made(makeCalculation, calculate("*2", "0", c.columns, c.alignment), nullptr);
     EXPECT_EQ(runLine(*operation, c.mode, c.line), c.expected) << c.columns << " on " << c.line;
+    EXPECT_EQ(morlevant::testing::runLongLine(*operation, c.mode, c.line), c.expected)
+        << c.columns << " on " << c.line << " as a long line";
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -1,8 +1,10 @@
 #include "engine/ranges/TakeRangesOut.h"
 #include "engine/text/LineColumns.h"
+#include "engine/text/Utf8.h"
 #include "taskdef/RangePairs.h"
 
 #include <gtest/gtest.h>
+#include <vector>
 
 using namespace morlevant;
 
@@ -46,5 +48,27 @@ INSTANTIATE_TEST_SUITE_P(
                                "yz\xc3\xa9\xe2\x82\xac"
                                "ab"},
                       TakeCase{"4-20", "abcd\xc3\xa9\xe2\x82\xacxyz", "d\xc3\xa9\xe2\x82\xacxyz"}));
+
+// Positions beyond the ASCII start, asked for in any order, back and forth across the offsets
+// kept, give what a walk from the line's start gives; those past the end give its size.
+TEST(LineColumns, FindsPositionsInAnyOrder) {
+    std::string text = "ab";
+    for (int n = 0; n < 200; ++n)
+        text += n % 7 == 0 ? "x" : n % 3 != 0 ? "\xc3\xa9" : "\xe2\x82\xac\xff";
+    std::vector<std::size_t> starts; // of each character, counted from 0
+    for (std::size_t at = 0; at < text.size(); at += utf8CharLength(text, at))
+        starts.push_back(at);
+    LineColumns line;
+    line.assign(text);
+    std::vector<std::size_t> positions = {150, 3, 149, 70, 66, 67, 2, 900, 68, 131, 0};
+    for (std::size_t position = starts.size() + 2; position > 0; --position)
+        positions.push_back(position);
+    for (const std::size_t position : positions)
+        EXPECT_EQ(line.byteOffset(position), position == 0               ? 0
+                                             : position <= starts.size() ? starts[position - 1]
+                                                                         : text.size())
+            << "position " << position;
+    EXPECT_EQ(line.length(), starts.size());
+}
 
 } // namespace

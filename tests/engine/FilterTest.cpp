@@ -53,12 +53,15 @@ INSTANTIATE_TEST_SUITE_P(
                       FilterCase{"x*", "-", 1, "\377b", "-\377-b-"}));
 
 TEST(Filter, RangesFilterEachRangeOnItsOwn) {
-    EXPECT_EQ(runLine(*made(makeFilter, filter("\\d", "", "3-5"), 2), Mode::InPlace, "a1b2c3d4"),
-              "a1bc3d4");
-    // "^" matches at the start of each range's text; the range past the end gives nothing.
-    EXPECT_EQ(
-        runLine(*made(makeFilter, filter("\\d|^", "", "1-2,5-6,9-9"), 3), Mode::Out, "a1b2c3d4"),
-        " 1  3 ");
+    // A long line's ranges the same, their results handed on in parts.
+    for (const auto run : {runLine, morlevant::testing::runLongLine}) {
+        EXPECT_EQ(run(*made(makeFilter, filter("\\d", "", "3-5"), 2), Mode::InPlace, "a1b2c3d4"),
+                  "a1bc3d4");
+        // "^" matches at the start of each range's text; the range past the end gives nothing.
+        EXPECT_EQ(
+            run(*made(makeFilter, filter("\\d|^", "", "1-2,5-6,9-9"), 3), Mode::Out, "a1b2c3d4"),
+            " 1  3 ");
+    }
 }
 
 TEST(Filter, StopsWithAMessageInsteadOfFailingLater) {

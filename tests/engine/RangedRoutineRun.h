@@ -35,6 +35,31 @@ inline std::string runLine(RangedRoutine& routine, Mode mode, const std::string&
     return out;
 }
 
+// The same for a line longer than a block, which the run's reader holds where the routine may
+// overwrite it: the result is what the routine leaves there, or the parts it hands on followed
+// by the rest it leaves in `out`.
+inline std::string runLongLine(RangedRoutine& routine, Mode mode, const std::string& line) {
+    std::string text = line;
+    std::string result;
+    std::string out = "stale";
+    const Spill spill = [&](std::string_view part) { result += part; };
+    LineColumns columns;
+    columns.assign(text);
+    if (mode == Mode::Whole && routine.overwritesLine()) {
+        text.resize(routine.wholeLineOver(text));
+        return text;
+    }
+    if (mode == Mode::Whole && routine.spillsLine())
+        routine.wholeLineSpilling(text, out, spill);
+    else if (mode == Mode::Whole)
+        routine.wholeLine(text, out);
+    else if (mode == Mode::InPlace)
+        routine.inPlaceSpilling(columns, text, out, spill);
+    else
+        routine.rangesOutSpilling(columns, out, spill);
+    return result + out;
+}
+
 // The message of the TaskError that `action` throws, or "(no error)".
 inline std::string taskErrorOf(const std::function<void()>& action) {
     try {

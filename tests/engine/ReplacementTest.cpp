@@ -33,6 +33,9 @@ TEST_P(ReplaceTable, ReplacesPlainTextInOrder) {
     EXPECT_EQ(morlevant::testing::runLine(*made(makeReplacement, settings), c.mode, c.line),
               c.expected)
         << c.line << " with columns " << c.columns;
+    EXPECT_EQ(morlevant::testing::runLongLine(*made(makeReplacement, settings), c.mode, c.line),
+              c.expected)
+        << c.line << " with columns " << c.columns << " as a long line";
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -77,5 +80,37 @@ INSTANTIATE_TEST_SUITE_P(
         ReplaceCase{pair("\xc3\xa9", "e"), "2-2", Mode::InPlace, "\xc3\xa9\xc3\xa9",
                     "\xc3\xa9"
                     "e"}));
+
+// A line replaced a part at a time, as a long line is, gives what it gives replaced whole,
+// wherever the parts are cut: through occurrences, and between the bytes of a character, where a
+// lone byte (0xA9, 0xC3, 0xF0) may match only as a character of its own.
+TEST(Replacement, ALineInPartsGivesWhatItGivesWhole) {
+    std::string line;
+    for (int n = 0; n < 12; ++n)
+        line += std::string(n % 4 == 1 ? "=ab\xc3x\xa9Q"
+                                       : "ab=c\xc3\xa9"
+                                         "cab =ab\xc3\xa9") +
+                std::string(static_cast<std::size_t>(n), 'x') + "\xc3\xa9" + "b=b=\xa9" +
+                (n % 3 == 0 ? "\xf0\x9f\x98\x80" : "\xe2\x82\xac\xf0");
+    line += "=ab\xc3";
+    const std::array<std::string, 8> pairSets[] = {
+        {"ab", "XYZ", "=", "==", "\xc3\xa9", "e", "ca", ""},
+        {"\xa9", "<A9>", "=ab\xc3", "#", "b=", "b==", "\xc3", "<C3>"},
+        {"Q", "QQ", "\xa9", "<A9>", "\xf0", "<F0>", "xx", "y"},
+        {"zz", "1", "ab", "abab", "bab", "-", "=", ""}};
+    for (const auto& pairs : pairSets) {
+        TaskPageSettings settings;
+        for (int i = 0; i < 8; ++i)
+            settings.line(11 + i) = pairs[static_cast<std::size_t>(i)];
+        for (std::size_t partSize = 1; partSize <= 40; ++partSize) {
+            Replacement replacement(settings, partSize);
+            std::string whole, inParts, rest;
+            replacement.ReplaceLine(line, whole);
+            replacement.ReplaceLineSpilling(line, rest,
+                                            [&](std::string_view part) { inParts += part; });
+            EXPECT_EQ(inParts + rest, whole) << pairs[0] << " in parts of " << partSize;
+        }
+    }
+}
 
 } // namespace
