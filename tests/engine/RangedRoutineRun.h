@@ -1,10 +1,9 @@
 #pragma once
 
 #include "engine/routines/RangedRoutine.h"
-#include "taskdef/TaskError.h"
 #include "taskdef/TaskPageSettings.h"
+#include "tests/support/TaskErrorOf.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -33,16 +32,6 @@ inline std::string runLine(RangedRoutine& routine, Mode mode, const std::string&
     else
         routine.rangesOut(line, out);
     return out;
-}
-
-// The message of the TaskError that `action` throws, or "(no error)".
-inline std::string taskErrorOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const TaskError& error) {
-        return error.what();
-    }
-    return "(no error)";
 }
 
 } // namespace morlevant::testing

@@ -1,29 +1,17 @@
 #include "taskdef/TaskFiles.h"
 
-#include "taskdef/TaskError.h"
+#include "tests/support/TaskErrorOf.h"
 #include "tests/support/TempDir.h"
 
 #include <filesystem>
-#include <functional>
 #include <gtest/gtest.h>
 
 using namespace morlevant;
-using morlevant::testing::readBytes;
-using morlevant::testing::TempDir;
-using morlevant::testing::writeBytes;
+using namespace morlevant::testing;
 
 namespace {
 
 using namespace std::string_literals;
-
-std::string errorOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const TaskError& error) {
-        return error.what();
-    }
-    return "no error";
-}
 
 TEST(TaskFileList, WritesThePathAfterTheFirstNulAndReadsAnyLineEnd) {
     TempDir dir;
@@ -46,7 +34,7 @@ TEST(TaskFileList, RefusesANameWithALineBreakAndReadsOnlyFullPaths) {
     } broken[] = {{"/in/x\ny.txt", "\"/in/x[LF]y.txt\""},
                   {"r\0/in/x\ry.txt"s, "\"/in/x[CR]y.txt\""}};
     for (const auto& c : broken) {
-        const std::string error = errorOf([&] {
+        const std::string error = taskErrorOf([&] {
             writeTaskFileList(dir.file("t.edt"), {"/in/a.txt", c.tag});
         });
         EXPECT_NE(error.find(c.shown + " cannot be a file of a task: its name holds a line break"),
@@ -62,7 +50,7 @@ TEST(TaskFileList, RefusesANameWithALineBreakAndReadsOnlyFullPaths) {
                     {"in/a.txt", "\"in/a.txt\" on line 1"}};
     for (const auto& c : relative) {
         writeBytes(dir.file("t.edt"), c.list);
-        const std::string error = errorOf([&] { readTaskFileList(dir.file("t.edt")); });
+        const std::string error = taskErrorOf([&] { readTaskFileList(dir.file("t.edt")); });
         EXPECT_NE(
             error.find(dir.file("t.edt") + " holds " + c.named + ", which is not a full path"),
             std::string::npos)

@@ -1,14 +1,13 @@
 #include "taskdef/TaskPageSettings.h"
 
-#include "taskdef/TaskError.h"
 #include "tests/support/NonRegularFiles.h"
+#include "tests/support/TaskErrorOf.h"
 #include "tests/support/TempDir.h"
 
 #include <gtest/gtest.h>
 
 using namespace morlevant;
-using morlevant::testing::TempDir;
-using morlevant::testing::writeBytes;
+using namespace morlevant::testing;
 
 namespace {
 
@@ -39,16 +38,6 @@ TEST(TaskPageSettingsFile, ReadsEachFieldFromItsLine) {
     EXPECT_EQ(back.insertAction, "v18");
 }
 
-// The message the reader refuses the file with, or "" when it reads it.
-std::string refusal(const std::string& path) {
-    try {
-        readTaskPageSettings(path);
-    } catch (const TaskError& error) {
-        return error.what();
-    }
-    return "";
-}
-
 // The window asks whether a task is complete on every click on it: the answer must agree with
 // the reader a run uses.
 TEST(TaskPageSettingsFile, TheCompletenessCheckAgreesWithTheReader) {
@@ -69,18 +58,19 @@ TEST(TaskPageSettingsFile, TheCompletenessCheckAgreesWithTheReader) {
     TempDir dir;
     for (const auto& c : cases) {
         writeBytes(dir.file("t.ttp"), c.text);
-        const std::string message = refusal(dir.file("t.ttp"));
+        const std::string message = taskErrorOf([&] { readTaskPageSettings(dir.file("t.ttp")); });
         if (c.refused == nullptr) {
-            EXPECT_EQ(message, "") << c.name;
+            EXPECT_EQ(message, "no error") << c.name;
         } else {
             EXPECT_NE(message.find(c.refused), std::string::npos) << c.name << ": " << message;
         }
         EXPECT_EQ(hasCompleteTaskPageSettings(dir.file("t.ttp")), c.refused == nullptr) << c.name;
     }
-    EXPECT_NE(refusal(dir.file("absent.ttp")).find("missing"), std::string::npos);
+    EXPECT_NE(taskErrorOf([&] { readTaskPageSettings(dir.file("absent.ttp")); }).find("missing"),
+              std::string::npos);
     EXPECT_FALSE(hasCompleteTaskPageSettings(dir.file("absent.ttp")));
     EXPECT_FALSE(hasCompleteTaskPageSettings(dir.path().string()));
-    ASSERT_TRUE(morlevant::testing::makeFifo(dir.file("pipe.ttp")));
+    ASSERT_TRUE(makeFifo(dir.file("pipe.ttp")));
     EXPECT_FALSE(hasCompleteTaskPageSettings(dir.file("pipe.ttp"))); // and does not wait
 }
 
