@@ -5,9 +5,7 @@
 #include <gtest/gtest.h>
 
 using namespace morlevant;
-using morlevant::testing::made;
-using morlevant::testing::Mode;
-using morlevant::testing::runLine;
+using namespace morlevant::testing;
 
 namespace {
 
@@ -115,7 +113,7 @@ TEST(Calculation, StopsWithAMessageNamingTheStep) {
                  {"+1", "0", "1-16777216,1-16777216", "1", "1-16777216 on are too wide"},
                  {"+1", "0", "1-3,5", "1", "no partner"}};
     for (const auto& c : cases) {
-        const std::string error = morlevant::testing::taskErrorOf([&] {
+        const std::string error = taskErrorOf([&] {
             runLine(*made(makeCalculation, calculate(c.steps, c.decimals, c.columns), nullptr),
                     Mode::Whole, c.line);
         });

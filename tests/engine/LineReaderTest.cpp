@@ -7,7 +7,7 @@
 #include <vector>
 
 using namespace morlevant;
-using morlevant::testing::TempDir;
+using namespace morlevant::testing;
 
 namespace {
 
@@ -17,7 +17,7 @@ using Lines = std::vector<std::string>;
 // line ended by CR LF.
 void expectLines(const std::string& bytes, const Lines& lines) {
     TempDir dir;
-    morlevant::testing::writeBytes(dir.file("in.txt"), bytes);
+    writeBytes(dir.file("in.txt"), bytes);
     Lines read;
     LineReader reader(dir.file("in.txt"));
     for (std::string_view line; reader.next(line);)
@@ -35,7 +35,7 @@ void expectLines(const std::string& bytes, const Lines& lines) {
             ;
         EXPECT_EQ(copied.lineNumber(), lines.size()) << count;
         writer.close();
-        EXPECT_EQ(morlevant::testing::readBytes(dir.file("copy.txt")), eachLineWritten) << count;
+        EXPECT_EQ(readBytes(dir.file("copy.txt")), eachLineWritten) << count;
     }
 }
 
@@ -107,12 +107,12 @@ TEST(Writer, EndsEveryLineWithCrLfAroundAndBeyondItsBuffer) {
         abandoned.writeLine(whole);
         abandoned.writeLine("dropped");
     }
-    EXPECT_EQ(morlevant::testing::readBytes(path), written);
+    EXPECT_EQ(readBytes(path), written);
     EXPECT_FALSE(std::filesystem::exists(ResultFile::temporaryPath(path)));
     LineWriter appending(path, LineWriter::Mode::Append);
     appending.writeLine("kept");
     appending.close();
-    EXPECT_EQ(morlevant::testing::readBytes(path), written + "kept" + crlf);
+    EXPECT_EQ(readBytes(path), written + "kept" + crlf);
 }
 
 } // namespace

@@ -6,8 +6,7 @@
 #include <gtest/gtest.h>
 
 using namespace morlevant;
-using morlevant::testing::made;
-using morlevant::testing::Mode;
+using namespace morlevant::testing;
 
 namespace {
 
@@ -30,8 +29,7 @@ TEST_P(ReplaceTable, ReplacesPlainTextInOrder) {
     for (int i = 0; i < 8; ++i)
         settings.line(11 + i) = c.pairs[static_cast<std::size_t>(i)];
     settings.columnRange = c.columns;
-    EXPECT_EQ(morlevant::testing::runLine(*made(makeReplacement, settings), c.mode, c.line),
-              c.expected)
+    EXPECT_EQ(runLine(*made(makeReplacement, settings), c.mode, c.line), c.expected)
         << c.line << " with columns " << c.columns;
 }
 
