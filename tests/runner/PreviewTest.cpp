@@ -6,9 +6,7 @@
 #include <gtest/gtest.h>
 
 using namespace morlevant;
-using morlevant::testing::Lines;
-using morlevant::testing::operator+;
-using morlevant::testing::RunnerFixture;
+using namespace morlevant::testing;
 
 namespace fs = std::filesystem;
 
@@ -21,36 +19,34 @@ struct PreviewCase {
     Lines lines;
     TaskPreview::Kind kind;
     Rows result = {};                                     // Lines and Merge
+    std::size_t changed = 0;                              // Lines
     std::vector<std::pair<std::string, Rows>> files = {}; // Pieces and Merge: name, first rows
-    std::size_t changed = 0;
 };
 
+using Kind = TaskPreview::Kind;
 const PreviewCase previewCases[] = {
-    {"Replace",
-     {{5, "4"}, {11, "r"}, {12, "R"}},
-     TaskPreview::Kind::Lines,
-     {"R1", "x", "R3"},
-     {},
-     2},
+    {"Replace", {{5, "4"}, {11, "r"}, {12, "R"}}, Kind::Lines, {"R1", "x", "R3"}, 2},
     {"InsertAtTheEndOfTheSample",
      {{5, "5"}, {19, "2"}, {21, "END"}},
-     TaskPreview::Kind::Lines,
+     Kind::Lines,
      {"r1", "x", "r3", "END"},
-     {},
      1},
     {"DivideByRow",
      {{5, "6"}, {26, "1"}, {27, "2"}},
-     TaskPreview::Kind::Pieces,
+     Kind::Pieces,
      {},
+     0,
      {{"p(001).txt", {"r1", "x"}}, {"p(002).txt", {"r3"}}}},
+    // The merge's first rows: "b", past the rows shown, is not among them.
     {"Merge",
      {{5, "6"}, {26, "5"}},
-     TaskPreview::Kind::Merge,
-     {"r1", "x", "r3"}, // and "b", past the rows shown
+     Kind::Merge,
+     {"r1", "x", "r3"},
+     0,
      {{"a.txt", {"r1", "x", "r3"}}, {"b.txt", {"b"}}}},
     {"ColumnDivideInPlaceDoesNothing",
      {{1, "2"}, {4, "0"}, {5, "6"}, {26, "2"}, {28, "1"}},
-     TaskPreview::Kind::Nothing},
+     Kind::Nothing},
 };
 
 class Previews : public ::testing::TestWithParam<PreviewCase> {};
@@ -77,14 +73,14 @@ TEST_P(Previews, ShowWhatTheRunWouldWriteAndWriteNothing) {
     EXPECT_EQ(files(), before);
     EXPECT_FALSE(preview.error) << *preview.error;
     EXPECT_EQ(preview.kind, c.kind);
-    if (c.kind == TaskPreview::Kind::Nothing)
+    if (c.kind == Kind::Nothing)
         return;
     EXPECT_EQ(preview.result.rows, c.result);
     std::vector<std::pair<std::string, Rows>> shown;
     for (const PreviewFile& file : preview.files)
         shown.emplace_back(fs::path(file.name).filename().string(), file.rows);
     EXPECT_EQ(shown, c.files);
-    if (c.kind == TaskPreview::Kind::Lines) {
+    if (c.kind == Kind::Lines) {
         EXPECT_EQ(preview.source.rows, (Rows{"r1", "x", "r3"}));
         EXPECT_EQ(preview.changedRows(), c.changed);
     }

@@ -7,9 +7,7 @@
 #include <set>
 
 using namespace morlevant;
-using morlevant::testing::Lines;
-using morlevant::testing::operator+;
-using morlevant::testing::RunnerFixture;
+using namespace morlevant::testing;
 
 namespace {
 

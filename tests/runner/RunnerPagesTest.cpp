@@ -4,9 +4,7 @@
 #include <gtest/gtest.h>
 
 using namespace morlevant;
-using morlevant::testing::Lines;
-using morlevant::testing::operator+;
-using morlevant::testing::RunnerFixture;
+using namespace morlevant::testing;
 
 namespace {
 
@@ -33,7 +31,8 @@ struct PageCase {
 
 const PageCase pageCases[] = {
     // Whole text (line 1 "1"): the rows, columns and take-out of lines 2 to 4 do not matter,
-    // even unpaired ones left from an earlier choice, or "take out" left ticked.
+    // even unpaired ones left from an earlier choice, or "take out" left ticked ("all range"
+    // greys it without unticking it).
     {"WholeTextCalculateIgnoresLeftoverRanges",
      Lines{{5, "3"}, {6, "0"}, {10, "*2"}, {1, "1"}, {2, "2-2"}, {3, "5"}, {4, "1"}},
      "1\n2\n",
@@ -115,11 +114,6 @@ const PageCase pageCases[] = {
      Lines{{5, "5"}, {19, "5"}, {24, "[0-9]"}} + rangesOut("1-1", ""),
      "a1b22\r\nc3",
      {{"in.txt.modify", "ab\r\n"}}},
-    // "all range" greys "take the operating ranges out" without unticking it: whole text.
-    {"AllRangeWithRangesOutTickedWorksTheWholeText",
-     Lines{{1, "1"}, {2, "2-2"}, {4, "1"}, {5, "4"}, {11, "r"}, {12, "x"}},
-     "r1\r\nr2",
-     {{"in.txt.modify", "x1\r\nx2\r\n"}}},
     // Codes that select no page for their range mode leave every file untouched.
     {"DivideByColumnInPlaceWritesNothing",
      divide + Lines{{26, "2"}} + inPlace("1-2", ""),
@@ -154,10 +148,6 @@ TEST_P(RunnerPages, WritesExactlyTheExpectedFiles) {
 
 INSTANTIATE_TEST_SUITE_P(Runner, RunnerPages, ::testing::ValuesIn(pageCases),
                          [](const auto& info) { return std::string(info.param.name); });
-
-} // namespace
-
-namespace {
 
 // "Yes" on the Calculate page's alerts: one message after the run counts the rows that held no
 // number and the results wider than their column range, with the first five places; "No" says

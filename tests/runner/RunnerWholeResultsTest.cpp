@@ -11,9 +11,7 @@
 #include <thread>
 
 using namespace morlevant;
-using morlevant::testing::Lines;
-using morlevant::testing::RunnerFixture;
-using morlevant::testing::writeBytes;
+using namespace morlevant::testing;
 
 namespace fs = std::filesystem;
 
@@ -73,7 +71,7 @@ TEST(WholeResults, FailingMergeKeepsTheOlderMergeAndNeverReadsAPipe) {
     fixture.writeSource("../outcome/merge/merge-application-file.txt", "older merge");
     fixture.afterFile = [&] {
         fs::remove(fixture.source("b.txt"));
-        ASSERT_TRUE(morlevant::testing::makeFifo(fixture.source("b.txt")));
+        ASSERT_TRUE(makeFifo(fixture.source("b.txt")));
     };
     const std::string message = fixture.failure({"a.txt", "b.txt"});
     EXPECT_NE(message.find("b.txt: it is not a regular file"), std::string::npos) << message;
@@ -120,7 +118,7 @@ TEST(WholeResults, WhatStandsUnderTheTemporaryNameIsReplacedNotWrittenThrough) {
         [](const std::string&, const std::string& t) { writeBytes(t, std::string(1000, 'x')); },
         [](const std::string& keep, const std::string& t) { fs::create_hard_link(keep, t); },
         [](const std::string& keep, const std::string& t) { fs::create_symlink(keep, t); },
-        [](const std::string&, const std::string& t) { morlevant::testing::makeFifo(t); },
+        [](const std::string&, const std::string& t) { makeFifo(t); },
     };
     for (const auto& plant : plants) {
         RunnerFixture fixture;
@@ -140,7 +138,7 @@ TEST(WholeResults, WhatStandsUnderTheTemporaryNameIsReplacedNotWrittenThrough) {
     EXPECT_THROW(ResultFile(fixture.home.file("a.txt.modify"), ResultFile::Start::Empty),
                  TaskError);
     first.commit();
-    EXPECT_EQ(morlevant::testing::readBytes(fixture.home.file("a.txt.modify")), "first");
+    EXPECT_EQ(readBytes(fixture.home.file("a.txt.modify")), "first");
 }
 
 TEST(WholeResults, SecondRunOfATaskIsRefusedOrWaits) {
@@ -182,7 +180,7 @@ TEST(WholeResults, FileToInsertMustBeARegularFileOfBoundedSize) {
     const std::string huge = fixture.source("huge.txt");
     writeBytes(huge, "");
     fs::resize_file(huge, (std::uintmax_t{64} << 20) + 1);
-    ASSERT_TRUE(morlevant::testing::makeFifo(fixture.source("pipe")));
+    ASSERT_TRUE(makeFifo(fixture.source("pipe")));
     fixture.writeSource("a.txt", "a\n");
     const std::pair<std::string, std::string> cases[] = {
         {fixture.source("pipe"), "pipe: it is not a regular file"},
