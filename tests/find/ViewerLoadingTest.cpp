@@ -1,6 +1,5 @@
 #include "mainwindow/find/SearchState.h"
 #include "mainwindow/viewer/BlockLoading.h"
-#include "mainwindow/viewer/HtmlStrip.h"
 #include "mainwindow/viewer/TextViewer.h"
 #include "mainwindow/viewer/ViewerLoader.h"
 #include "tests/support/NonRegularFiles.h"
@@ -15,25 +14,6 @@ namespace morlevant {
 namespace {
 
 using testing::writeBytes;
-
-// Tags, also across lines, are dropped as LoadText shows a page; these texts are no tags and stay.
-TEST(HtmlStrip, LeavesEntitiesAndStrayBracketsAsTheyStand) {
-    const struct {
-        std::vector<std::string> lines;
-        std::vector<std::string> stripped;
-    } cases[] = {
-        {{"a &amp; b &lt;c&gt;"}, {"a &amp; b &lt;c&gt;"}},
-        {{"stray > closes nothing", "open < never closed", "still inside"},
-         {"stray  closes nothing", "open ", ""}},
-    };
-    for (const auto& c : cases) {
-        bool insideTag = false;
-        std::vector<std::string> stripped;
-        for (const std::string& line : c.lines)
-            stripped.push_back(stripTags(line, insideTag));
-        EXPECT_EQ(stripped, c.stripped) << c.lines.front();
-    }
-}
 
 class Loading : public ::testing::Test {
 protected:
@@ -118,11 +98,16 @@ TEST_F(LoadText, ShowsACardForNonTextKindsAndHtmlWithoutTagsOnlyWhenAsked) {
               QString("File name: /nowhere/a.wav\n\nremark: sound") + QChar(0));
     EXPECT_EQ(viewer.shownFile(), "/nowhere/a.wav");
 
-    const QString page = file("site.html.d/page.HTML", "<p>Hi\n<a\nhref=x>there</a>\n\n</p>");
+    // Tags, also across lines, are dropped; entities and stray brackets are no tags and stay,
+    // and a tag never closed hides the rest.
+    const std::string html = "<p>Hi &amp; &lt;b&gt;\n<a\nhref=x>there</a>\n\nstray > closes "
+                             "nothing\nopen < never closed\nstill inside";
+    const QString page = file("site.html.d/page.HTML", html);
     loader.loadtext(tag("", page), true);
-    EXPECT_EQ(viewer.toPlainText(), "Hi\n\nthere\n\n\n");
+    EXPECT_EQ(viewer.toPlainText(),
+              "Hi &amp; &lt;b&gt;\n\nthere\n\nstray  closes nothing\nopen \n\n");
     loader.loadtext(tag("", page), false);
-    EXPECT_EQ(viewer.toPlainText(), "<p>Hi\n<a\nhref=x>there</a>\n\n</p>");
+    EXPECT_EQ(viewer.toPlainText(), QString::fromStdString(html));
     // ".HTM" anywhere in the path counts, also in a folder's name.
     const QString notes = file("site.html.d/notes.txt", "<b>bold</b>");
     loader.loadtext(tag("", notes), true);

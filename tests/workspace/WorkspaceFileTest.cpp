@@ -27,6 +27,7 @@ QString pathIn(const testing::TempDir& dir, const QString& name) {
 // The images a read gives, by name.
 QString imageName(int image) {
     static const QMap<int, QString> names{{treeImage::none, "none"},
+                                          {treeImage::bitmap, "bitmap"},
                                           {treeImage::archive, "archive"},
                                           {treeImage::html, "html"},
                                           {treeImage::text, "text"},
@@ -87,6 +88,10 @@ TEST(WorkspaceFile, ReadsTheTreeWithImagesAndTags) {
                                             "\"K1\",\"page\",\"linked\377/x/page.HTML\"\r"
                                             "\"K3\",\"inner\",\"\377\"\r\n"
                                             "\"K0\",\"second\",\"b.txt\"\r\n"
+                                            "\"K5\",\"pic\",\"\377A.Bmp\"\r\n"
+                                            "\"K5\",\"old page\",\"\377p.htm\"\r\n"
+                                            "\"K5\",\"photo\",\"\377x.jpeg\"\r\n"
+                                            "\"K5\",\"no dot\",\"\377TXT\"\r\n"
                                             "\"K 0\",\"no files yet\",\"\377\"\r\n",
                                             "/w/");
     EXPECT_FALSE(result.problem);
@@ -95,6 +100,11 @@ TEST(WorkspaceFile, ReadsTheTreeWithImagesAndTags) {
                               ".page [linked|/x/page.HTML] html/html\n"
                               "..inner [] none/none\n"
                               "second [|/w/b.txt] text/text\n"
+                              // The icon follows the last four characters, in any case.
+                              ".pic [|/w/A.Bmp] bitmap/bitmap\n"
+                              ".old page [|/w/p.htm] html/html\n"
+                              ".photo [|/w/x.jpeg] none/none\n"
+                              ".no dot [|/w/TXT] none/none\n"
                               // A task shows its folder whether it holds files or not.
                               "no files yet [] closedFolder/openFolder");
 

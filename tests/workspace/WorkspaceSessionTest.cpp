@@ -16,8 +16,7 @@
 namespace morlevant {
 namespace {
 
-using testing::buildTree;
-using testing::treeText;
+using namespace testing;
 
 class WorkspaceSessionTest : public ::testing::Test {
 protected:
