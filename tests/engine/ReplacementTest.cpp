@@ -1,5 +1,8 @@
 #include "engine/routines/Replacement.h"
 
+#include "engine/ranges/TakeRangesOut.h"
+#include "engine/text/LineColumns.h"
+#include "taskdef/RangePairs.h"
 #include "tests/engine/RangedRoutineRun.h"
 
 #include <array>
@@ -75,5 +78,45 @@ INSTANTIATE_TEST_SUITE_P(
         ReplaceCase{pair("\xc3\xa9", "e"), "2-2", Mode::InPlace, "\xc3\xa9\xc3\xa9",
                     "\xc3\xa9"
                     "e"}));
+
+// Column ranges taken out of a line, as the pages that take them out cut them.
+std::string takeOut(const std::string& ranges, const std::string& text) {
+    LineColumns line;
+    line.assign(text);
+    std::string out;
+    TakeRangesOut(RangePairs::parse(ranges, "column ranges"), line, out);
+    return out;
+}
+
+struct TakeCase {
+    std::string ranges, line, expected;
+};
+
+class TakeRangesOutTable : public ::testing::TestWithParam<TakeCase> {};
+
+TEST_P(TakeRangesOutTable, CutsAndJoins) {
+    EXPECT_EQ(takeOut(GetParam().ranges, GetParam().line), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Columns, TakeRangesOutTable,
+    ::testing::Values(TakeCase{"2-3,6-7", "abcdefgh", "bcfg"},
+                      TakeCase{"6-7,2-3", "abcdefgh", "fgbc"},   // written order, not sorted
+                      TakeCase{"2-4,3-5", "abcdefgh", "bcdcde"}, // overlaps repeat
+                      TakeCase{"9-12", "abcdefgh", ""},          // starts past the end
+                      TakeCase{"", "abcdefgh", "abcdefgh"},      // blank: the whole line
+                      TakeCase{"2-3", "äöüß", "öü"},             // characters, not bytes
+                      TakeCase{"2-2",
+                               "a\xff"
+                               "b",
+                               "\xff"},                        // an invalid byte is one character
+                      TakeCase{"1-2", "\xe2\x82", "\xe2\x82"}, // a cut-off sequence is two
+                      TakeCase{"0-2", "abc", "ab"},            // a zero bound does not crash
+                      TakeCase{"3-1", "abc", ""},
+                      // An ASCII start, then characters decoded as far as the ranges reach.
+                      TakeCase{"8-9,5-6,1-2", "abcd\xc3\xa9\xe2\x82\xacxyz",
+                               "yz\xc3\xa9\xe2\x82\xac"
+                               "ab"},
+                      TakeCase{"4-20", "abcd\xc3\xa9\xe2\x82\xacxyz", "d\xc3\xa9\xe2\x82\xacxyz"}));
 
 } // namespace

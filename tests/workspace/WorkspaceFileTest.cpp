@@ -27,14 +27,6 @@ using namespace testing;
 const QChar nul(0);
 // Workspace files separate remark and path by the byte 0xff, written \377 below.
 
-QByteArray readAll(const QString& path) {
-    return QByteArray::fromStdString(testing::readBytes(path.toStdString()));
-}
-
-QString pathIn(const testing::TempDir& dir, const QString& name) {
-    return QString::fromStdString(dir.file(name.toStdString()));
-}
-
 // The images a read gives, by name.
 QString imageName(int image) {
     static const QMap<int, QString> names{{treeImage::none, "none"},
@@ -208,30 +200,6 @@ TEST(WorkspaceFile, LoadsADeepNestUpToItsLimitAndSavesIt) {
     EXPECT_EQ(WorkspaceFile::write(model, "/w/"), bytes.left(bytes.indexOf("\"K256\"")));
 }
 
-TEST(Workspace, SavesTwiceToTheSameBytesAndLoadsAfterAMove) {
-    testing::TempDir dir;
-    QDir(pathIn(dir, "")).mkpath("old");
-    TaskTreeModel model;
-    WorkspaceState state;
-    state.setTaskFile(pathIn(dir, "old/work.tsk"));
-    state.TaskDirty = true;
-    model.appendNode(model.appendNode(nullptr, "task"), "notes", pathIn(dir, "old/data/n.txt"));
-    ASSERT_FALSE(saveWorkspace(model, state));
-    EXPECT_FALSE(state.TaskDirty);
-    const QByteArray saved = readAll(state.TaskFileName);
-    ASSERT_FALSE(saveWorkspace(model, state));
-    EXPECT_EQ(readAll(state.TaskFileName), saved);
-
-    QDir(pathIn(dir, "")).rename("old", "new");
-    WorkspaceState opened;
-    ASSERT_FALSE(loadWorkspace(model, opened, pathIn(dir, "new/work.tsk")));
-    EXPECT_EQ(opened.windowTitle(), "Morlevant v" + QString::fromLatin1(programVersion) + " - " +
-                                        pathIn(dir, "new/work.tsk"));
-    EXPECT_EQ(opened.TaskDir, pathIn(dir, "new/"));
-    EXPECT_EQ(NodeTag::split(TaskTreeModel::tag(model.item(0)->child(0))).path,
-              pathIn(dir, "new/data/n.txt"));
-}
-
 // New, Open, Save and Save As on the workspace the window shows.
 class WorkspaceSessionTest : public ::testing::Test {
 protected:
@@ -247,6 +215,27 @@ protected:
     WorkspaceSession session{model, state, prompts,
                              [this](const QString& file) { chosen.append(file); }};
 };
+
+TEST_F(WorkspaceSessionTest, SavesTwiceToTheSameBytesAndLoadsAfterAMove) {
+    QDir(path("")).mkpath("old");
+    state.setTaskFile(path("old/work.tsk"));
+    state.TaskDirty = true;
+    model.appendNode(model.appendNode(nullptr, "task"), "notes", path("old/data/n.txt"));
+    ASSERT_FALSE(saveWorkspace(model, state));
+    EXPECT_FALSE(state.TaskDirty);
+    const std::string saved = readBytes(folder.file("old/work.tsk"));
+    ASSERT_FALSE(saveWorkspace(model, state));
+    EXPECT_EQ(readBytes(folder.file("old/work.tsk")), saved);
+
+    QDir(path("")).rename("old", "new");
+    WorkspaceState opened;
+    ASSERT_FALSE(loadWorkspace(model, opened, path("new/work.tsk")));
+    EXPECT_EQ(opened.windowTitle(),
+              "Morlevant v" + QString::fromLatin1(programVersion) + " - " + path("new/work.tsk"));
+    EXPECT_EQ(opened.TaskDir, path("new/"));
+    EXPECT_EQ(NodeTag::split(TaskTreeModel::tag(model.item(0)->child(0))).path,
+              path("new/data/n.txt"));
+}
 
 TEST_F(WorkspaceSessionTest, NewAsksAboutChangesAndCancelKeepsTheTree) {
     buildTree(model, "A[a.txt]");
