@@ -41,7 +41,6 @@ protected:
     }
     // The messages of `open` and `cancel` commands, in the order given ('o' or 'c').
     QStringList commands(const std::string& order) {
-        ExternalPrograms programs(prompts, shell, program);
         prompts.asked.clear();
         for (const char command : order)
             command == 'o' ? programs.associate() : programs.removeAssociation();
@@ -52,6 +51,7 @@ protected:
     ScriptedPrompts prompts;
     RecordingShell shell;
     const QString program = folders.path("my programs/morlevant");
+    ExternalPrograms programs{prompts, shell, program};
 };
 
 TEST_F(Association, WithoutAnInstallOpenWritesItsOwnEntryAndCancelTakesBackExactlyThat) {
@@ -208,14 +208,7 @@ TEST(OpenRules, TheNineKindsGoToTheirDefaultProgramOthersToTheChosenOne) {
         EXPECT_EQ(ExternalPrograms::programFor(path, browser), browser) << path;
 }
 
-class Outside : public ::testing::Test {
-protected:
-    ScriptedPrompts prompts;
-    RecordingShell shell;
-    ExternalPrograms programs{prompts, shell, "/opt/morlevant/bin/morlevant"};
-};
-
-TEST_F(Outside, WhatTheDesktopRefusesIsSaidInOneMessageEach) {
+TEST_F(Association, WhatTheDesktopRefusesIsSaidInOneMessageEach) {
     shell.refuses = true;
     programs.openFile(QString(), "/usr/bin/viewer"); // no file shown: nothing to say
     programs.openFile("/d/notes.txt", QString());
@@ -234,10 +227,9 @@ TEST_F(Outside, WhatTheDesktopRefusesIsSaidInOneMessageEach) {
               }));
 }
 
-TEST_F(Outside, ChoosesOnlyAProgramAndKeepsTheOldOneOtherwise) {
-    testing::TempDir dir;
-    const QString tool = QString::fromStdString(dir.file("viewer"));
-    const QString text = QString::fromStdString(dir.file("notes.txt"));
+TEST_F(Association, ChoosesOnlyAProgramAndKeepsTheOldOneOtherwise) {
+    const QString tool = folders.path("viewer");
+    const QString text = folders.path("notes.txt");
     for (const QString& path : {tool, text})
         testing::writeBytes(path.toStdString(), "#!/bin/sh\n");
     QFile(tool).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
