@@ -1,17 +1,47 @@
-// morlevant-run in-process: exit codes, what goes to which stream, and the files it leaves.
+// morlevant-run in-process: exit codes, what goes to which stream, and the files it leaves;
+// with --preview, what a task would do as unified diffs. And the window program's command line.
 #include "app/RunCommand.h"
 
 #include "MorlevantVersion.h"
+#include "app/UnifiedDiff.h"
+#include "app/WindowOptions.h"
+#include "tests/support/QStringPrinter.h"
 #include "tests/support/RunnerFixture.h"
 
 #include <gtest/gtest.h>
 #include <sstream>
 
 using namespace morlevant;
-using morlevant::testing::readBytes;
-using morlevant::testing::RunnerFixture;
+using namespace morlevant::testing;
 
 namespace {
+
+TEST(UnifiedDiff, ShowsChangedRunsWithThreeRowsOfContext) {
+    using Rows = std::vector<std::string>;
+    const Rows ten = {"1", "2", "3", "4", "5", "6", "7", "8", "9", "10"};
+    Rows changed = ten;
+    changed[1] = "two";
+    changed[9] = "ten";
+    const struct {
+        Rows before, after;
+        std::string diff; // after the two headers
+    } cases[] = {
+        {ten, ten, ""},
+        {ten, changed,
+         "@@ -1,5 +1,5 @@\n 1\n-2\n+two\n 3\n 4\n 5\n@@ -7,4 +7,4 @@\n 7\n 8\n 9\n-10\n+ten\n"},
+        {{"a", "b"}, {"a", "b", "END"}, "@@ -1,2 +1,3 @@\n a\n b\n+END\n"},
+        {{}, {"p1", "p2"}, "@@ -0,0 +1,2 @@\n+p1\n+p2\n"},
+        {{"a", "b", "c"}, {"c"}, "@@ -1,3 +1,1 @@\n-a\n-b\n c\n"},
+        // Changes six rows apart share one hunk.
+        {{"x", "1", "2", "3", "4", "5", "6", "y"},
+         {"X", "1", "2", "3", "4", "5", "6", "Y"},
+         "@@ -1,8 +1,8 @@\n-x\n+X\n 1\n 2\n 3\n 4\n 5\n 6\n-y\n+Y\n"},
+    };
+    for (const auto& c : cases) {
+        const std::string diff = unifiedDiff(c.before, c.after, "old", "new");
+        EXPECT_EQ(diff, c.diff.empty() ? "" : "--- old\n+++ new\n" + c.diff);
+    }
+}
 
 class RunCommandTest : public ::testing::Test {
 protected:
@@ -21,10 +51,11 @@ protected:
         fixture.set({{5, "6"}, {26, "5"}, {28, "3"}, {29, "p*.txt"}, {30, "1"}});
     }
 
-    // Writes the task "My Batch Task" over a.txt and b.txt and runs the command; "HOME" in
-    // the arguments stands for the program folder.
-    int run(std::vector<std::string> arguments, bool terminal = false) {
-        fixture.writeTask({"a.txt", "b.txt"});
+    // Writes the task "My Batch Task" over the files and runs the command; "HOME" in the
+    // arguments stands for the program folder.
+    int run(std::vector<std::string> arguments, bool terminal = false,
+            const std::vector<std::string>& files = {"a.txt", "b.txt"}) {
+        fixture.writeTask(files);
         for (std::string& argument : arguments)
             if (argument == "HOME")
                 argument = home();
@@ -67,7 +98,7 @@ TEST_F(RunCommandTest, FailureAfterSomeFilesKeepsThemAndEndsTheBarLine) {
 
 // A task not found without --home names the folder looked in and how to choose another.
 TEST_F(RunCommandTest, AFailureIsOneLineOnTheErrorStreamAndExitCodeOne) {
-    morlevant::testing::writeBytes(taskSettingsPath(home(), "Cancelled"), "");
+    writeBytes(taskSettingsPath(home(), "Cancelled"), "");
     std::filesystem::create_directories(taskFileListPath(home(), "Folder"));
     homeVariable = home();
     const std::string lookedIn = " (looked in the program folder " + home() +
@@ -130,15 +161,14 @@ TEST_F(RunCommandTest, FilesFromAListOrTheStandardInputReplaceTheTaskList) {
     const std::string list = fixture.home.file("list.txt");
     const auto refused = [&](const std::string& entries, const std::string& mentions) {
         err.str("");
-        morlevant::testing::writeBytes(list, entries);
+        writeBytes(list, entries);
         EXPECT_EQ(run({"--home", "HOME", "--files-from", list, "My Batch Task"}), 1);
         EXPECT_NE(err.str().find(mentions), std::string::npos) << err.str();
     };
     refused(fixture.source("c.txt"), "A merge gathers every file");
 
     fixture.set({{5, "5"}, {19, "2"}, {21, "END"}});
-    morlevant::testing::writeBytes(list,
-                                   fixture.source("c.txt") + "\n\n" + fixture.source("a.txt"));
+    writeBytes(list, fixture.source("c.txt") + "\n\n" + fixture.source("a.txt"));
     EXPECT_EQ(run({"--home", "HOME", "--jobs", "2", "--files-from", list, "My Batch Task"}), 0);
     EXPECT_EQ(fixture.result("c.txt.modify"), "c1\r\nEND\r\n");
     EXPECT_TRUE(fixture.exists("a.txt.modify"));
@@ -165,6 +195,88 @@ TEST_F(RunCommandTest, HelpAndVersionAnswerOnTheOutputStreamAndRunNothing) {
     EXPECT_EQ(out.str().find('&'), std::string::npos) << "menu captions lose their accelerator";
     EXPECT_EQ(err.str(), "");
     EXPECT_EQ(fixture.mergeResult(), "") << "nothing ran";
+}
+
+// --preview: what a task would do, as unified diffs, and nothing written.
+TEST_F(RunCommandTest, PreviewPrintsEachFilesDiffAndWritesNothing) {
+    fixture.set({{5, "4"}, {11, "b"}, {12, "B"}});
+    fixture.writeSource("a.txt", "a\nb\nc\nb\n");
+    fixture.writeSource("b.txt", "b\n");
+    EXPECT_EQ(run({"--home", "HOME", "--preview", "2", "My Batch Task"}), 0) << err.str();
+    const std::string a = fixture.source("a.txt");
+    const std::string b = fixture.source("b.txt");
+    EXPECT_EQ(out.str(), "--- " + a + "\n+++ " + a + ".modify\n@@ -1,2 +1,2 @@\n a\n-b\n+B\n" +
+                             "--- " + b + "\n+++ " + b + ".modify\n@@ -1,1 +1,1 @@\n-b\n+B\n");
+    EXPECT_FALSE(fixture.exists("a.txt.modify"));
+    EXPECT_FALSE(fixture.exists("b.txt.modify"));
+}
+
+TEST_F(RunCommandTest, PreviewShowsDividePiecesAsNewFilesAndStopsOnTheRunsError) {
+    fixture.set({{5, "6"}, {26, "1"}, {27, "2"}});
+    fixture.writeSource("r.txt", "1\n2\n3\n");
+    EXPECT_EQ(run({"--home", "HOME", "--preview", "My Batch Task"}, false, {"r.txt"}), 0)
+        << err.str();
+    const std::string folder = fixture.source("r/");
+    EXPECT_EQ(out.str(), "--- /dev/null\n+++ " + folder + "p1.txt\n@@ -0,0 +1,2 @@\n+1\n+2\n" +
+                             "--- /dev/null\n+++ " + folder + "p2.txt\n@@ -0,0 +1,1 @@\n+3\n");
+    EXPECT_FALSE(fixture.exists("r"));
+
+    fixture.set({{27, "0"}});
+    EXPECT_EQ(run({"--home", "HOME", "--preview", "My Batch Task"}, false, {"r.txt"}), 1);
+    EXPECT_NE(err.str().find("rows per piece \"0\""), std::string::npos) << err.str();
+}
+
+// The window program's command line, read before there is an application or a display.
+using Action = WindowOptions::Action;
+
+WindowOptions readOptions(QStringList arguments) {
+    arguments.prepend("/usr/bin/morlevant");
+    return readWindowOptions(arguments);
+}
+
+TEST(WindowOptions, NamesTheWorkspaceToOpen) {
+    const struct {
+        QStringList arguments;
+        QString workspace;
+    } cases[] = {
+        {{}, ""},
+        {{"/home/u/Example.tsk"}, "/home/u/Example.tsk"},
+        // A path with blanks that reached us in pieces is one path.
+        {{"/home/u/my", "work.tsk"}, "/home/u/my work.tsk"},
+        {{"--", "-odd.tsk"}, "-odd.tsk"},
+        // Qt's options are Qt's, with their values.
+        {{"-platform", "offscreen", "-reverse", "a.tsk", "-style=fusion"}, "a.tsk"},
+    };
+    for (const auto& c : cases) {
+        const WindowOptions options = readOptions(c.arguments);
+        EXPECT_EQ(options.action, Action::Start) << c.arguments.join(' ').toStdString();
+        EXPECT_EQ(options.workspace, c.workspace);
+    }
+}
+
+TEST(WindowOptions, HelpAndVersionAreAnsweredWhateverElseIsGiven) {
+    for (const QStringList& arguments :
+         {QStringList{"--help"}, QStringList{"-h", "a.tsk"}, QStringList{"a.tsk", "--help"}}) {
+        const WindowOptions options = readOptions(arguments);
+        EXPECT_EQ(options.action, Action::ShowHelp);
+        EXPECT_TRUE(options.text.startsWith("Usage: morlevant [OPTION]... [WORKSPACE]\n"));
+        EXPECT_TRUE(options.text.contains("\"Run Task\"")) << "without its accelerator";
+    }
+    for (const QStringList& arguments : {QStringList{"--version"}, QStringList{"-v"}}) {
+        const WindowOptions options = readOptions(arguments);
+        EXPECT_EQ(options.action, Action::ShowVersion);
+        EXPECT_EQ(options.text, QString("morlevant ") + programVersion + "\n");
+    }
+}
+
+TEST(WindowOptions, AnOptionItDoesNotKnowIsAUsageError) {
+    for (const QStringList& arguments : {QStringList{"--fast"}, QStringList{"-x", "a.tsk"},
+                                         QStringList{"--version=2"}, QStringList{"-platform"}}) {
+        const WindowOptions options = readOptions(arguments);
+        EXPECT_EQ(options.action, Action::UsageError) << arguments.join(' ').toStdString();
+        EXPECT_TRUE(options.text.startsWith("morlevant: ")) << options.text.toStdString();
+        EXPECT_TRUE(options.text.endsWith("(morlevant --help shows the usage)\n"));
+    }
 }
 
 } // namespace

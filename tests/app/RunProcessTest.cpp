@@ -13,8 +13,7 @@
 extern char** environ;
 
 using namespace morlevant;
-using morlevant::testing::readBytes;
-using morlevant::testing::RunnerFixture;
+using namespace morlevant::testing;
 
 namespace fs = std::filesystem;
 

@@ -2,10 +2,12 @@
 
 #include "mainwindow/desktop/ExternalPrograms.h"
 #include "mainwindow/desktop/MimeAppsList.h"
+#include "taskdef/InstallLayout.h"
 #include "tests/support/DesktopFolders.h"
 #include "tests/support/QStringPrinter.h"
 #include "tests/support/RecordingShell.h"
 #include "tests/support/ScriptedPrompts.h"
+#include "tests/support/TempDir.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,9 +16,7 @@
 namespace morlevant {
 namespace {
 
-using testing::DesktopFolders;
-using testing::RecordingShell;
-using testing::ScriptedPrompts;
+using namespace testing;
 
 const QString matched = "information|Morlevant|FileMatch succeed，you can open it directly next "
                         "time!";
@@ -41,7 +41,6 @@ protected:
     }
     // The messages of `open` and `cancel` commands, in the order given ('o' or 'c').
     QStringList commands(const std::string& order) {
-        ExternalPrograms programs(prompts, shell, program);
         prompts.asked.clear();
         for (const char command : order)
             command == 'o' ? programs.associate() : programs.removeAssociation();
@@ -52,6 +51,7 @@ protected:
     ScriptedPrompts prompts;
     RecordingShell shell;
     const QString program = folders.path("my programs/morlevant");
+    ExternalPrograms programs{prompts, shell, program};
 };
 
 TEST_F(Association, WithoutAnInstallOpenWritesItsOwnEntryAndCancelTakesBackExactlyThat) {
@@ -135,7 +135,8 @@ TEST_F(Association, AFolderThatCannotBeWrittenIsNamedAndNothingIsClaimed) {
     EXPECT_FALSE(QFile::exists(mimeApps()));
 }
 
-// The list of default programs, edited line by line.
+// The list of default programs, edited line by line (a list of our entry alone, written and
+// taken back, is run by AUserInstallKeepsItsEntryAndTypeOnlyTheDefaultChanges).
 const QString defaults = MimeAppsList::defaultApplications;
 const QString removed = MimeAppsList::removedAssociations;
 const QString type = "application/x-corvellum";
@@ -148,7 +149,6 @@ TEST(MimeAppsList, AddingAnEntryKeepsEveryOtherLine) {
         QString expected;
     };
     const Case cases[] = {
-        {"", defaults, "[Default Applications]\napplication/x-corvellum=morlevant.desktop;\n"},
         // A missing group goes at the end, after a last line without a line end.
         {"[Added Associations]\ntext/plain=a.desktop;", removed,
          "[Added Associations]\ntext/plain=a.desktop;\n"
@@ -177,7 +177,6 @@ TEST(MimeAppsList, RemovingAnEntryDropsWhatItLeavesEmpty) {
         QString expected;
     };
     const Case cases[] = {
-        {"[Default Applications]\napplication/x-corvellum=morlevant.desktop;\n", ""},
         {"[Other]\nk=v\n[Default Applications]\napplication/x-corvellum=morlevant.desktop;\n\n"
          "[Last]\nk=v\n",
          "[Other]\nk=v\n[Last]\nk=v\n"},
@@ -196,6 +195,74 @@ TEST(MimeAppsList, RemovingAnEntryDropsWhatItLeavesEmpty) {
     for (const Case& c : cases)
         EXPECT_EQ(MimeAppsList::withoutEntry(c.list, defaults, type, ours), c.expected)
             << c.list.toStdString();
+}
+
+// The files, folders, pages and programs the window opens outside itself.
+TEST(OpenRules, TheNineKindsGoToTheirDefaultProgramOthersToTheChosenOne) {
+    const QString browser = "/usr/bin/viewer";
+    for (const char* path : {"/d/song.wav", "/d/SONG.WAV", "/d/a.bmp", "/d/a.zip", "/d/setup.exe",
+                             "/d/help.chm", "/d/photo.JPG", "/d/a.gif", "/d/a.mp3", "/d/a.mid"})
+        EXPECT_EQ(ExternalPrograms::programFor(path, browser), QString()) << path;
+    for (const char* path : {"/d/notes.txt", "/d/page.html", "/d/page.htm", "/d/README",
+                             "/d/a.jpeg", "/d/wav", "/d/x.wav.txt"})
+        EXPECT_EQ(ExternalPrograms::programFor(path, browser), browser) << path;
+}
+
+TEST_F(Association, WhatTheDesktopRefusesIsSaidInOneMessageEach) {
+    shell.refuses = true;
+    programs.openFile(QString(), "/usr/bin/viewer"); // no file shown: nothing to say
+    programs.openFile("/d/notes.txt", QString());
+    programs.openFile("/d/notes.txt", "/usr/bin/viewer");
+    programs.openFolder("/home/u/outcome/merge");
+    programs.openHomepage();
+    programs.sendFeedback();
+    EXPECT_EQ(prompts.asked,
+              QStringList({
+                  "error|Morlevant|No program on this desktop opens /d/notes.txt.",
+                  "error|Morlevant|/usr/bin/viewer could not be started to open /d/notes.txt.",
+                  "error|Morlevant|No file manager on this desktop opens /home/u/outcome/merge.",
+                  "error|Morlevant|No program on this desktop opens https://morlevant.example.org.",
+                  "error|Morlevant|No program on this desktop opens "
+                  "mailto:feedback@morlevant.example.org?subject=Morlevant%20Feedback.",
+              }));
+}
+
+TEST_F(Association, ChoosesOnlyAProgramAndKeepsTheOldOneOtherwise) {
+    const QString tool = folders.path("viewer");
+    const QString text = folders.path("notes.txt");
+    for (const QString& path : {tool, text})
+        testing::writeBytes(path.toStdString(), "#!/bin/sh\n");
+    QFile(tool).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QFile(text).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+
+    prompts.fileNames.enqueue({});
+    EXPECT_EQ(programs.chooseBrowser("/usr/bin/old"), std::nullopt);
+    prompts.fileNames.enqueue({text});
+    EXPECT_EQ(programs.chooseBrowser("/usr/bin/old"), std::nullopt);
+    prompts.fileNames.enqueue({tool});
+    EXPECT_EQ(programs.chooseBrowser("/usr/bin/old"), tool);
+
+    EXPECT_EQ(prompts.asked[0], "open file|select browser |executable file(*)");
+    EXPECT_EQ(prompts.messages(),
+              QStringList{"error|Morlevant|" + text +
+                          " is not a program: the files stay with /usr/bin/old."});
+    EXPECT_EQ(prompts.dialogs.size(), 3);
+    EXPECT_EQ(prompts.dialogs.at(0).directory, "/usr/bin");
+}
+
+TEST(HelpPage, IsFoundBesideTheProgramAndWhereTheInstallPutsIt) {
+    testing::TempDir dir;
+    const QString buildTree = QString::fromStdString(dir.file("build/app"));
+    testing::writeBytes(dir.file("build/app/help/index.html"), "<html/>");
+    EXPECT_EQ(ExternalPrograms::findHelpPage(buildTree), buildTree + "/help/index.html");
+
+    const std::string bin = dir.file("prefix/bin");
+    std::filesystem::create_directories(bin);
+    EXPECT_EQ(ExternalPrograms::findHelpPage(QString::fromStdString(bin)), QString());
+    const std::string installed = installedDataFolder(bin) + "/help/index.html";
+    testing::writeBytes(installed, "<html/>");
+    EXPECT_EQ(ExternalPrograms::findHelpPage(QString::fromStdString(bin)),
+              QString::fromStdString(installed));
 }
 
 } // namespace

@@ -6,9 +6,7 @@
 #include <gtest/gtest.h>
 
 using namespace morlevant;
-using morlevant::testing::made;
-using morlevant::testing::Mode;
-using morlevant::testing::runLine;
+using namespace morlevant::testing;
 
 namespace {
 
@@ -48,9 +46,15 @@ INSTANTIATE_TEST_SUITE_P(
                       FilterCase{"(\\w+)=", "[$1]", 1, "x=y", "[x]y"},
                       FilterCase{"abc", "", 2, "ABC abc", "ABC "}, // case-sensitive
                       FilterCase{"\\d*", "", 3, "a1", " 1  "},     // empty matches are output
-                      // A line that is not UTF-8 is matched byte by byte (\377 is the byte 0xff).
+                      // A line that is not UTF-8 is matched byte by byte (\377 is the byte 0xff)
+                      // with the same meaning: a character of the pattern beyond ASCII stands
+                      // for its UTF-8 bytes, a class for single ASCII bytes and, negated, for
+                      // any other byte.
                       FilterCase{".", "", 3, "a\377b", "a \377 b "},
-                      FilterCase{"x*", "-", 1, "\377b", "-\377-b-"}));
+                      FilterCase{"x*", "-", 1, "\377b", "-\377-b-"},
+                      FilterCase{"\\u00e9|\\s", "-", 1, "\377caf\303\251 \302\240",
+                                 "\377caf--\302\240"},
+                      FilterCase{"[^a-z]", "-", 1, "\377caf\303\251 \302\240", "-caf-----"}));
 
 TEST(Filter, RangesFilterEachRangeOnItsOwn) {
     // A long line's ranges the same, their results handed on in parts.
@@ -73,21 +77,71 @@ TEST(Filter, StopsWithAMessageInsteadOfFailingLater) {
                  // Runaway backtracking ends in an error, never a crash.
                  {"^(a|aa)+$", 2, std::string(60, 'a') + "b", "too complex"}};
     for (const auto& c : cases) {
-        const std::string error = morlevant::testing::taskErrorOf(
+        const std::string error = taskErrorOf(
             [&] { runLine(*made(makeFilter, filter(c.pattern), c.kind), Mode::Whole, c.line); });
         EXPECT_NE(error.find(c.named), std::string::npos) << error;
     }
 }
 
-TEST(Filter, WorkThatGrowsWithTheSquareOfTheLineStopsAtTheLinesBudget) {
-    // Every position starts a lookahead that reads to the end of the line and never matches.
-    EcmaRegex regex("(?=(a|b)*c)", {std::chrono::milliseconds(50), {}});
-    std::string line;
+// Work that grows with the square of the line (a lookaround at every position that reads to the
+// line's end or start) or runaway backtracking stops at the line's budget, whichever matcher
+// takes the pattern: PCRE2 the first, the backtracking matcher the others.
+TEST(Filter, WorkThatWouldRunAwayStopsAtTheLinesBudget) {
+    std::string pairs;
     for (int i = 0; i < 100'000; ++i)
-        line += "ab";
-    regex.setSubject(line);
-    const std::string error = morlevant::testing::taskErrorOf([&] { regex.find(0); });
-    EXPECT_NE(error.find("\"(?=(a|b)*c)\" takes too long on this line"), std::string::npos)
+        pairs += "ab";
+    const std::pair<std::string, std::string> cases[] = {
+        {"(?=(a|b)*c)", pairs},
+        {"(?<=a*)a(?!a)", std::string(400'000, 'a')},
+        {"^(?:|a|aa)+$", std::string(60, 'a') + "b"},
+    };
+    for (const auto& [pattern, line] : cases) {
+        EcmaRegex regex(pattern, {std::chrono::milliseconds(50), {}});
+        regex.setSubject(line);
+        const std::string error = taskErrorOf([&] { regex.find(0); });
+        EXPECT_NE(error.find("\"" + pattern + "\" takes too long on this line"), std::string::npos)
+            << error;
+    }
+}
+
+// Where JavaScript throws a SyntaxError the filter stops before any file is written, naming
+// the cause and the position.
+TEST(FilterSyntax, RefusesWhatJavaScriptRefuses) {
+    const struct {
+        std::string pattern, message;
+    } cases[] = {
+        {"(?i)a", "is not valid: invalid group at position 0"},
+        {"a++", "nothing to repeat at position 2"},
+        {"(?<=a)*", "nothing to repeat at position 6"},
+        {"^*", "nothing to repeat at position 1"},
+        {"{1}", "nothing to repeat at position 0"},
+        {"a{2,1}", "numbers out of order in {} quantifier at position 1"},
+        {"[z-a]", "range out of order in character class at position 1"},
+        {"[a", "missing terminating ] for character class at position 0"},
+        {"a)", "unmatched \")\" at position 1"},
+        {"a(b", "missing closing parenthesis at position 3"},
+        {"a\\", "\\ at end of pattern at position 2"},
+        {"(?<a>x)(?<a>y)", "duplicate capture group name at position 12"},
+        {"(?<1a>x)", "invalid capture group name at position 3"},
+        {"(?<a>x)\\k<b>", "invalid named capture referenced at position 7"},
+        {"(?<a>x)\\k", "invalid named reference at position 9"},
+        {"(?<a>x)[\\k]", "invalid escape at position 9"},
+    };
+    for (const auto& c : cases) {
+        const std::string error = taskErrorOf([&] { made(makeFilter, filter(c.pattern), 1); });
+        EXPECT_NE(error.find("\"" + c.pattern + "\" "), std::string::npos) << error;
+        EXPECT_NE(error.find(c.message), std::string::npos) << error;
+    }
+}
+
+// Groups nested deeper than JavaScript's own parser needs are refused rather than read by a
+// parser whose stack they would exhaust (found by fuzzing, with thousands of them).
+TEST(FilterSyntax, RefusesGroupsNestedTooDeep) {
+    const std::string pattern = std::string(5000, '(') + std::string(5000, ')');
+    const std::string error = taskErrorOf([&] { made(makeFilter, filter(pattern), 1); });
+    EXPECT_NE(error.find("cannot be matched as JavaScript matches it: groups nested more than "
+                         "250 deep"),
+              std::string::npos)
         << error;
 }
 

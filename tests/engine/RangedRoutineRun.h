@@ -1,10 +1,9 @@
 #pragma once
 
 #include "engine/routines/RangedRoutine.h"
-#include "taskdef/TaskError.h"
 #include "taskdef/TaskPageSettings.h"
+#include "tests/support/TaskErrorOf.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -58,16 +57,6 @@ inline std::string runLongLine(RangedRoutine& routine, Mode mode, const std::str
     else
         routine.rangesOutSpilling(columns, out, spill);
     return result + out;
-}
-
-// The message of the TaskError that `action` throws, or "(no error)".
-inline std::string taskErrorOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const TaskError& error) {
-        return error.what();
-    }
-    return "(no error)";
 }
 
 } // namespace morlevant::testing

@@ -82,7 +82,8 @@ const fixed = [
     ['(?:x|(?=b)){0}', '-', 'dba'], ['(?<=a{0}b)c', '-', 'bc'], ['x{65536}', '', 'x'],
     ['(?:(?<=a|(b)c)x)+', '[$1]', 'bcxax'], ['.', '-', 'a\u2028b'], ['^a|b$', '-', 'aab'],
     ['\\d+(?=px)', '[$&]', '10px 20em 30px'], ['(?<=\\$)\\d+', 'N', 'cost $15 and $7'],
-    // matched by the backtracking matcher: lookbehinds of any length, read from right to left
+    // matched by the backtracking matcher (its own test, BacktrackMatcherTest.cpp, holds only the
+    // cases that are not here): lookbehinds of any length, read from right to left
     ['(?<=\\$\\d+\\.)\\d+', '<$&>', 'pay $12.50 or 3.75 or $4.5'], ['(?<=a+)b', '-', 'ab b aab'],
     ['(?<=(\\d+)(\\d+))$', '[$1|$2]', '1053'], ['(?<=\\1(a))b', '[$1]', 'aab ab'],
     ['(?<=(a)\\1)b', '[$1]', 'aab'], ['(?<=(?:(a)|b)+)c', '[$1]', 'abc bac'],

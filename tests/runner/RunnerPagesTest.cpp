@@ -1,12 +1,15 @@
-// One source file per task: the bytes of every file the run leaves beside it.
+// One source file per task: the bytes of every file the run leaves beside it; merges, which
+// gather the files of a task into one result; and previews, which show what a run would write.
+#include "engine/pages/PieceNames.h"
+#include "engine/preview/TaskPreview.h"
 #include "tests/support/RunnerFixture.h"
 
 #include <gtest/gtest.h>
 
 using namespace morlevant;
-using morlevant::testing::Lines;
-using morlevant::testing::operator+;
-using morlevant::testing::RunnerFixture;
+using namespace morlevant::testing;
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -33,7 +36,8 @@ struct PageCase {
 
 const PageCase pageCases[] = {
     // Whole text (line 1 "1"): the rows, columns and take-out of lines 2 to 4 do not matter,
-    // even unpaired ones left from an earlier choice, or "take out" left ticked.
+    // even unpaired ones left from an earlier choice, or "take out" left ticked ("all range"
+    // greys it without unticking it).
     {"WholeTextCalculateIgnoresLeftoverRanges",
      Lines{{5, "3"}, {6, "0"}, {10, "*2"}, {1, "1"}, {2, "2-2"}, {3, "5"}, {4, "1"}},
      "1\n2\n",
@@ -115,11 +119,6 @@ const PageCase pageCases[] = {
      Lines{{5, "5"}, {19, "5"}, {24, "[0-9]"}} + rangesOut("1-1", ""),
      "a1b22\r\nc3",
      {{"in.txt.modify", "ab\r\n"}}},
-    // "all range" greys "take the operating ranges out" without unticking it: whole text.
-    {"AllRangeWithRangesOutTickedWorksTheWholeText",
-     Lines{{1, "1"}, {2, "2-2"}, {4, "1"}, {5, "4"}, {11, "r"}, {12, "x"}},
-     "r1\r\nr2",
-     {{"in.txt.modify", "x1\r\nx2\r\n"}}},
     // Codes that select no page for their range mode leave every file untouched.
     {"DivideByColumnInPlaceWritesNothing",
      divide + Lines{{26, "2"}} + inPlace("1-2", ""),
@@ -155,10 +154,6 @@ TEST_P(RunnerPages, WritesExactlyTheExpectedFiles) {
 INSTANTIATE_TEST_SUITE_P(Runner, RunnerPages, ::testing::ValuesIn(pageCases),
                          [](const auto& info) { return std::string(info.param.name); });
 
-} // namespace
-
-namespace {
-
 // "Yes" on the Calculate page's alerts: one message after the run counts the rows that held no
 // number and the results wider than their column range, with the first five places; "No" says
 // nothing.
@@ -184,6 +179,173 @@ TEST(RunnerAlerts, CountRowsWithoutANumberAndResultsPastTheirRange) {
     fixture.set({{8, "No"}, {9, "No"}});
     fixture.run({"a.txt", "b.txt"});
     EXPECT_TRUE(fixture.messages.empty());
+}
+
+// Merging the task's files into one result.
+class RunnerMerge : public ::testing::Test {
+protected:
+    RunnerMerge() {
+        fixture.settings.operationPage = "6";
+        fixture.settings.divideAction = "5";
+        fixture.writeSource("a.txt", "a1\r\na2\r\na3\r\na4");
+        fixture.writeSource("b.txt", "b1\nb2\nb3\n");
+        fixture.writeSource("c.txt", "");
+    }
+    RunnerFixture fixture;
+};
+
+TEST_F(RunnerMerge, ConcatenatesInListOrderAfreshEachRunAndOpensAfterTheLastCountedFile) {
+    fixture.run({"b.txt", "c.txt", "a.txt"});
+    const std::string merged = "b1\r\nb2\r\nb3\r\na1\r\na2\r\na3\r\na4\r\n";
+    EXPECT_EQ(fixture.mergeResult(), merged);
+    EXPECT_EQ(fixture.opened, std::vector<std::string>{mergeFolder(fixture.home.path().string())});
+    fixture.run({"b.txt", "c.txt", "a.txt"});
+    EXPECT_EQ(fixture.mergeResult(), merged);
+    EXPECT_EQ(fixture.opened.size(), 2u);
+
+    fixture.run({"a.txt", "b.txt", "c.txt"}, 2);
+    EXPECT_EQ(fixture.opened.size(), 3u) << "after the second of three files";
+    fixture.run({"a.txt", "b.txt"}, 5);
+    EXPECT_EQ(fixture.opened.size(), 3u);
+}
+
+TEST_F(RunnerMerge, InPlaceRowRangesDoNotRestrictItAndRangesOutTestDoublingRowNumbers) {
+    fixture.settings.rangeMode = "2";
+    fixture.settings.rowRange = "1-1";
+    fixture.run({"c.txt", "b.txt"});
+    EXPECT_EQ(fixture.mergeResult(), "b1\r\nb2\r\nb3\r\n");
+
+    fixture.settings.takeRangesOut = "1";
+    fixture.settings.rowRange = "1-3";
+    fixture.settings.columnRange = "2-2";
+    fixture.run({"a.txt", "b.txt"});
+    // Lines 1, 2, 3 are tested as rows 1, 2, 4: line 3 is left out.
+    EXPECT_EQ(fixture.mergeResult(), "1\r\n2\r\n1\r\n2\r\n");
+}
+
+TEST(RunnerProgress, AdvancesPerFileEvenWhenNothingIsDone) {
+    RunnerFixture fixture;
+    fixture.settings.operationPage = "0";
+    fixture.writeSource("a.txt", "a");
+    fixture.run({"a.txt", "a.txt", "a.txt"});
+    EXPECT_EQ(fixture.progress, (std::vector<std::pair<int, int>>{{1, 3}, {2, 3}, {3, 3}}));
+    EXPECT_FALSE(fixture.exists("a.txt.modify"));
+}
+
+TEST(PieceNames, ReplaceEveryStarWithTheNumberPaddedToTheFirstsWidth) {
+    TaskPageSettings settings;
+    settings.divideNameTemplate = "part(*)-*.txt";
+    settings.divideNumberFrom = "00001";
+    const PieceNames names(settings);
+    EXPECT_EQ(names.PieceNameByRow(11, 10), "part(00002)-00002.txt");
+    EXPECT_EQ(names.PieceNameByColumn(99998), "part(99999)-99999.txt");
+    EXPECT_THROW(names.PieceNameByColumn(99999), TaskError);
+}
+
+// A preview works the task's own pages on the first rows of a file and writes nothing beside
+// the sources.
+using Rows = std::vector<std::string>;
+
+struct PreviewCase {
+    const char* name;
+    Lines lines;
+    TaskPreview::Kind kind;
+    Rows result = {};                                     // Lines and Merge
+    std::size_t changed = 0;                              // Lines
+    std::vector<std::pair<std::string, Rows>> files = {}; // Pieces and Merge: name, first rows
+};
+
+using Kind = TaskPreview::Kind;
+const PreviewCase previewCases[] = {
+    {"Replace", {{5, "4"}, {11, "r"}, {12, "R"}}, Kind::Lines, {"R1", "x", "R3"}, 2},
+    {"InsertAtTheEndOfTheSample",
+     {{5, "5"}, {19, "2"}, {21, "END"}},
+     Kind::Lines,
+     {"r1", "x", "r3", "END"},
+     1},
+    {"DivideByRow",
+     {{5, "6"}, {26, "1"}, {27, "2"}},
+     Kind::Pieces,
+     {},
+     0,
+     {{"p(001).txt", {"r1", "x"}}, {"p(002).txt", {"r3"}}}},
+    // The merge's first rows: "b", past the rows shown, is not among them.
+    {"Merge",
+     {{5, "6"}, {26, "5"}},
+     Kind::Merge,
+     {"r1", "x", "r3"},
+     0,
+     {{"a.txt", {"r1", "x", "r3"}}, {"b.txt", {"b"}}}},
+    {"ColumnDivideInPlaceDoesNothing",
+     {{1, "2"}, {4, "0"}, {5, "6"}, {26, "2"}, {28, "1"}},
+     Kind::Nothing},
+};
+
+class Previews : public ::testing::TestWithParam<PreviewCase> {};
+
+TEST_P(Previews, ShowWhatTheRunWouldWriteAndWriteNothing) {
+    const PreviewCase& c = GetParam();
+    RunnerFixture fixture;
+    fixture.set(c.lines);
+    // Three rows of a.txt are previewed; the fourth is past the sample.
+    fixture.writeSource("a.txt", "r1\nx\nr3\nr4\n");
+    fixture.writeSource("b.txt", "b");
+    const auto files = [&] {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::recursive_directory_iterator(fixture.home.path()))
+            names.push_back(entry.path().string());
+        return names;
+    };
+    const auto before = files();
+
+    const TaskPreview preview =
+        previewTask(fixture.settings, {fixture.source("a.txt"), fixture.source("b.txt")},
+                    fixture.source("a.txt"), 3);
+
+    EXPECT_EQ(files(), before);
+    EXPECT_FALSE(preview.error) << *preview.error;
+    EXPECT_EQ(preview.kind, c.kind);
+    if (c.kind == Kind::Nothing)
+        return;
+    EXPECT_EQ(preview.result.rows, c.result);
+    std::vector<std::pair<std::string, Rows>> shown;
+    for (const PreviewFile& file : preview.files)
+        shown.emplace_back(fs::path(file.name).filename().string(), file.rows);
+    EXPECT_EQ(shown, c.files);
+    if (c.kind == Kind::Lines) {
+        EXPECT_EQ(preview.source.rows, (Rows{"r1", "x", "r3"}));
+        EXPECT_EQ(preview.changedRows(), c.changed);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Runner, Previews, ::testing::ValuesIn(previewCases),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+// An error the run would meet shows with the run's own message, naming the source and its
+// line rather than the preview's copy.
+TEST(Preview, ShowsTheRunsErrorAboutTheSource) {
+    const struct {
+        Lines lines;
+        std::string message; // after the source's name
+    } cases[] = {
+        {{{5, "3"}, {6, "0"}, {10, "/0"}}, ", line 1: "},
+        {{{5, "5"}, {19, "4"}, {24, "(?<n>a)\\k<m>"}}, ""},
+    };
+    for (const auto& c : cases) {
+        RunnerFixture fixture;
+        fixture.writeSource("a.txt", "1\n2\n");
+        fixture.set(c.lines);
+        const TaskPreview preview =
+            previewTask(fixture.settings, {fixture.source("a.txt")}, fixture.source("a.txt"), 200);
+        ASSERT_TRUE(preview.error) << c.message;
+        EXPECT_EQ(preview.error->find("morlevant-preview"), std::string::npos) << *preview.error;
+        EXPECT_NE(preview.error->find(c.message), std::string::npos) << *preview.error;
+    }
+    RunnerFixture fixture;
+    fixture.set({{5, "4"}, {11, "r"}});
+    const TaskPreview missing = previewTask(fixture.settings, {}, fixture.source("gone.txt"), 200);
+    ASSERT_TRUE(missing.error);
+    EXPECT_NE(missing.error->find(fixture.source("gone.txt")), std::string::npos);
 }
 
 } // namespace

@@ -9,10 +9,7 @@
 #include <random>
 
 using namespace morlevant;
-using morlevant::testing::Lines;
-using morlevant::testing::operator+;
-using morlevant::testing::readBytes;
-using morlevant::testing::RunnerFixture;
+using namespace morlevant::testing;
 
 namespace fs = std::filesystem;
 
@@ -106,7 +103,7 @@ const HostileCase hostileCases[] = {
     {"PipeListedAsASource",
      replaceAtoB,
      {"a.txt", "pipe"},
-     [](RunnerFixture& f) { ASSERT_TRUE(morlevant::testing::makeFifo(f.source("pipe"))); },
+     [](RunnerFixture& f) { ASSERT_TRUE(makeFifo(f.source("pipe"))); },
      "pipe cannot be worked: it is not a regular file"},
     {"MissingSourceStopsBeforeAnyFolderIsMade",
      divideByColumn,

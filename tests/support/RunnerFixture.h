@@ -2,9 +2,9 @@
 
 #include "engine/TaskRunner.h"
 #include "engine/io/LineReader.h"
-#include "taskdef/TaskError.h"
 #include "taskdef/TaskFiles.h"
 #include "taskdef/TaskPageSettings.h"
+#include "tests/support/TaskErrorOf.h"
 #include "tests/support/TempDir.h"
 
 #include <atomic>
@@ -104,12 +104,7 @@ public:
 
     // The message of the TaskError that the run ends with, or "no error".
     std::string failure(const std::vector<std::string>& names) {
-        try {
-            run(names);
-        } catch (const TaskError& error) {
-            return error.what();
-        }
-        return "no error";
+        return taskErrorOf([&] { run(names); });
     }
 
     TempDir home;

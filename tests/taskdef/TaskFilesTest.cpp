@@ -1,29 +1,22 @@
+// A task's two files, the list of its files (.edt) and its settings (.ttp), and the program
+// folder that keeps them.
 #include "taskdef/TaskFiles.h"
 
-#include "taskdef/TaskError.h"
+#include "taskdef/InstallLayout.h"
+#include "taskdef/TaskPageSettings.h"
+#include "tests/support/NonRegularFiles.h"
+#include "tests/support/TaskErrorOf.h"
 #include "tests/support/TempDir.h"
 
 #include <filesystem>
-#include <functional>
 #include <gtest/gtest.h>
 
 using namespace morlevant;
-using morlevant::testing::readBytes;
-using morlevant::testing::TempDir;
-using morlevant::testing::writeBytes;
+using namespace morlevant::testing;
 
 namespace {
 
 using namespace std::string_literals;
-
-std::string errorOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const TaskError& error) {
-        return error.what();
-    }
-    return "no error";
-}
 
 TEST(TaskFileList, WritesThePathAfterTheFirstNulAndReadsAnyLineEnd) {
     TempDir dir;
@@ -46,7 +39,7 @@ TEST(TaskFileList, RefusesANameWithALineBreakAndReadsOnlyFullPaths) {
     } broken[] = {{"/in/x\ny.txt", "\"/in/x[LF]y.txt\""},
                   {"r\0/in/x\ry.txt"s, "\"/in/x[CR]y.txt\""}};
     for (const auto& c : broken) {
-        const std::string error = errorOf([&] {
+        const std::string error = taskErrorOf([&] {
             writeTaskFileList(dir.file("t.edt"), {"/in/a.txt", c.tag});
         });
         EXPECT_NE(error.find(c.shown + " cannot be a file of a task: its name holds a line break"),
@@ -62,7 +55,7 @@ TEST(TaskFileList, RefusesANameWithALineBreakAndReadsOnlyFullPaths) {
                     {"in/a.txt", "\"in/a.txt\" on line 1"}};
     for (const auto& c : relative) {
         writeBytes(dir.file("t.edt"), c.list);
-        const std::string error = errorOf([&] { readTaskFileList(dir.file("t.edt")); });
+        const std::string error = taskErrorOf([&] { readTaskFileList(dir.file("t.edt")); });
         EXPECT_NE(
             error.find(dir.file("t.edt") + " holds " + c.named + ", which is not a full path"),
             std::string::npos)
@@ -77,6 +70,95 @@ TEST(PrepareTask, FailsClearlyWhereNothingMayBeWritten) {
         EXPECT_THROW(prepareTaskForEditing(folder, name, {"/in/1.txt"}), TaskError) << name;
     EXPECT_THROW(prepareTaskForEditing(home.file("absent"), "T", {"/in/1.txt"}), TaskError);
     EXPECT_TRUE(std::filesystem::is_empty(home.path()));
+}
+
+// Lines "1", "2", ... up to `count`, each followed by `end`.
+std::string numberedLines(int count, const std::string& end) {
+    std::string text;
+    for (int n = 1; n <= count; ++n)
+        text += std::to_string(n) + end;
+    return text;
+}
+
+TEST(TaskPageSettingsFile, ReadsEachFieldFromItsLine) {
+    TempDir dir;
+    writeBytes(dir.file("lf.ttp"), numberedLines(30, "\n") + "31");
+    const TaskPageSettings lf = readTaskPageSettings(dir.file("lf.ttp"));
+    EXPECT_EQ(lf.rangeMode, "1");
+    EXPECT_EQ(lf.divideNumberTo, "31");
+
+    // A value holding a line end moves every later field down.
+    TaskPageSettings settings;
+    for (int n = 1; n <= TaskPageSettings::lineCount; ++n)
+        settings.line(n) = "v" + std::to_string(n);
+    settings.find4 = "first\r\nsecond";
+    writeTaskPageSettings(dir.file("t.ttp"), settings);
+    const TaskPageSettings back = readTaskPageSettings(dir.file("t.ttp"));
+    EXPECT_EQ(back.find4, "first");
+    EXPECT_EQ(back.replace4, "second");
+    EXPECT_EQ(back.insertAction, "v18");
+}
+
+// The window asks whether a task is complete on every click on it: the answer must agree with
+// the reader a run uses.
+TEST(TaskPageSettingsFile, TheCompletenessCheckAgreesWithTheReader) {
+    const struct {
+        const char* name;
+        std::string text;
+        const char* refused; // part of the reader's message, or nullptr when it reads the file
+    } cases[] = {
+        {"empty", "", "is empty"},
+        {"thirty lines", numberedLines(30, "\r\n"), "has only 30 of its 31 lines"},
+        {"thirty-one lines", numberedLines(31, "\r\n"), nullptr},
+        {"last line unended", numberedLines(30, "\n") + "31", nullptr},
+        {"a lone CR ends a line", numberedLines(30, "\r") + "\r", nullptr},
+        {"LF CR is two ends", numberedLines(29, "\n") + "\n\r", nullptr},
+        {"only CR LF pairs", std::string(30, '\r') + "\n", "has only 30 of its 31 lines"},
+        {"more than needed", numberedLines(40, "\r\n"), nullptr},
+    };
+    TempDir dir;
+    for (const auto& c : cases) {
+        writeBytes(dir.file("t.ttp"), c.text);
+        const std::string message = taskErrorOf([&] { readTaskPageSettings(dir.file("t.ttp")); });
+        if (c.refused == nullptr) {
+            EXPECT_EQ(message, "no error") << c.name;
+        } else {
+            EXPECT_NE(message.find(c.refused), std::string::npos) << c.name << ": " << message;
+        }
+        EXPECT_EQ(hasCompleteTaskPageSettings(dir.file("t.ttp")), c.refused == nullptr) << c.name;
+    }
+    EXPECT_NE(taskErrorOf([&] { readTaskPageSettings(dir.file("absent.ttp")); }).find("missing"),
+              std::string::npos);
+    EXPECT_FALSE(hasCompleteTaskPageSettings(dir.file("absent.ttp")));
+    EXPECT_FALSE(hasCompleteTaskPageSettings(dir.path().string()));
+    ASSERT_TRUE(makeFifo(dir.file("pipe.ttp")));
+    EXPECT_FALSE(hasCompleteTaskPageSettings(dir.file("pipe.ttp"))); // and does not wait
+}
+
+// Where a program keeps its tasks, decided from its surroundings.
+class ProgramFolder : public ::testing::Test {
+protected:
+    std::string resolve(const std::string& home = {}) const {
+        return resolveProgramFolder({home, bin, dir.file("user")});
+    }
+
+    TempDir dir;
+    const std::string bin = dir.file("prefix/bin");
+    // A file of the probe's name tells whether the folder was written to.
+    const std::string probe = bin + "/.morlevant-write-probe";
+};
+
+TEST_F(ProgramFolder, AWritableBuildFolderIsItsOwnAndTheHomeVariableWins) {
+    writeBytes(probe, "kept");
+    EXPECT_EQ(resolve(), bin);
+    EXPECT_EQ(resolve("/elsewhere"), "/elsewhere");
+}
+
+TEST_F(ProgramFolder, AnInstalledProgramUsesTheUserFolderWithoutProbingItsOwn) {
+    writeBytes(installedDataFolder(bin) + "/help/index.html", "<html/>");
+    writeBytes(probe, "kept");
+    EXPECT_EQ(resolve(), dir.file("user"));
+    EXPECT_EQ(readBytes(probe), "kept");
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "tests/support/QStringPrinter.h"
 #include "tests/support/ScriptedPrompts.h"
 #include "tests/support/TreeText.h"
+#include "workspace/NodeMove.h"
 #include "workspace/WorkspaceState.h"
 
 #include <gtest/gtest.h>
@@ -10,9 +11,7 @@
 namespace morlevant {
 namespace {
 
-using testing::buildTree;
-using testing::find;
-using testing::treeText;
+using namespace testing;
 
 class TreeCommandsTest : public ::testing::Test {
 protected:
@@ -134,6 +133,46 @@ TEST_F(TreeCommandsTest, TheImportDialogRemembersTheFileTypeLastChosen) {
     commands.importFiles(find(model, {"A"}), true);
     EXPECT_EQ(prompts.startFilters, (QStringList{"", "All Files (*)"}));
     EXPECT_EQ(prompts.dialogs.at(1).filter, "Text File (*.txt);;All Files (*)");
+}
+
+// A node dragged onto another, or beside it with "Drag in the same level" on.
+TEST(NodeMove, MovesByTheDragRules) {
+    using O = NodeMove::Outcome;
+    const struct {
+        const char* tree;
+        const char* dragged; // captions from the top, joined by "/"
+        const char* target;
+        bool sameLevel;
+        O outcome;
+        const char* after;
+    } cases[] = {
+        {"A[a.txt]", "A/a.txt", "A/a.txt", false, O::Nothing, "A[a.txt]"},
+        {"A[a.txt] B[b.txt]", "A/a.txt", "B", false, O::Moved, "A B[b.txt a.txt]"},
+        {"A[a.txt[x.txt]]", "A", "A/a.txt/x.txt", false, O::Refused, "A[a.txt[x.txt]]"},
+        {"A[a.txt] B[b.txt c.txt]", "A/a.txt", "B/b.txt", true, O::Moved, "A B[b.txt c.txt a.txt]"},
+        // Dropped beside a top-level node, a node is made anew after it.
+        {"A[a.txt] B[b.txt] C", "B/b.txt", "A", true, O::Moved, "A[a.txt] b.txt B C"},
+        {"A[a.txt b.txt] B C", "A", "B", true, O::Moved, "B A[a.txt b.txt] C"},
+    };
+    for (const auto& c : cases) {
+        TaskTreeModel model;
+        buildTree(model, c.tree);
+        WorkspaceState state;
+        QStandardItem* dragged = find(model, QString(c.dragged).split('/'));
+        // A node made anew keeps its tag too, remark and path.
+        const QString tag = "note" + QString(QChar(0)) + TaskTreeModel::tag(dragged);
+        TaskTreeModel::setTag(dragged, tag);
+        const auto result = NodeMove::drop(
+            model, dragged, find(model, QString(c.target).split('/')), c.sameLevel, state);
+        const std::string name = std::string(c.dragged) + " on " + c.target + " in " + c.tree;
+        EXPECT_EQ(result.outcome, c.outcome) << name;
+        EXPECT_EQ(treeText(model), c.after) << name;
+        EXPECT_EQ(state.TaskDirty, c.outcome == O::Moved) << name;
+        if (c.outcome == O::Moved) {
+            EXPECT_EQ(result.moved->text(), QString(c.dragged).section('/', -1)) << name;
+            EXPECT_EQ(TaskTreeModel::tag(result.moved), tag) << name;
+        }
+    }
 }
 
 } // namespace

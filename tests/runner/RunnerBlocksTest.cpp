@@ -1,6 +1,6 @@
-// Filter over a file many blocks long: where the lines are filtered a block at a time, the
-// result is what filtering each line alone gives; where a pattern or replacement could tell
-// the difference, the lines go one by one.
+// Find and Replace, and Filter, over a file many blocks long: lines worked a block at a time
+// give what working each line alone gives, wherever the blocks of the file are cut; where a
+// pattern or replacement could tell the difference, the lines go one by one.
 #include "engine/io/LineReader.h"
 #include "engine/routines/Filter.h"
 #include "taskdef/TextLines.h"
@@ -8,9 +8,10 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <vector>
 
 using namespace morlevant;
-using morlevant::testing::RunnerFixture;
+using namespace morlevant::testing;
 
 namespace {
 
@@ -98,6 +99,67 @@ TEST(RunnerFilterBlocks, ALimitExceededNamesItsLine) {
     fixture.writeSource("in.txt", input);
     const std::string failure = fixture.failure({"in.txt"});
     EXPECT_NE(failure.find("in.txt, line 33: "), std::string::npos) << failure;
+}
+
+using Pairs = std::vector<std::pair<std::string, std::string>>;
+
+// Each line alone, by the plain definition: every occurrence of a pair's find text, left to
+// right, replaced in the result of the pair before; every line ended by CR LF.
+std::string replacedLineByLine(const std::string& text, const Pairs& pairs) {
+    std::string out;
+    for (const std::string_view source : textLines(text)) {
+        std::string line(source);
+        for (const auto& [find, replaceWith] : pairs)
+            for (std::size_t at = line.find(find); at != std::string::npos;
+                 at = line.find(find, at + replaceWith.size()))
+                line.replace(at, find.size(), replaceWith);
+        out += line + "\r\n";
+    }
+    return out;
+}
+
+// Lines of text with matches, ending in turn in CR LF, LF and a lone CR, up to `size` bytes
+// less the `ending` that then takes the text to exactly `size`.
+void fillUpTo(std::string& text, std::size_t size, const std::string& ending) {
+    static const char* const ends[] = {"\r\n", "\n", "\r"};
+    const std::string words = "ab=c\xc3\xa9"
+                              "cab ==abab c";
+    for (std::size_t n = 0; text.size() + ending.size() + 40 < size; ++n)
+        text += words.substr(n % 7, n % 23) + ends[n % 3];
+    text.append(size - text.size() - ending.size(), 'a');
+    text += ending;
+}
+
+void expectEachLineReplacedAlone(const Pairs& pairs) {
+    constexpr std::size_t block = LineReader::blockSize;
+    // A line emptied by the pairs after a lone CR: its LF must not join the CR as one end.
+    std::string input = "x\rca\n";
+    fillUpTo(input, block + 1, "ab\r\n"); // a CR LF cut by the end of the first block
+    fillUpTo(input, 2 * block, "ab\r");   // a lone CR at a block's end
+    input += "ab=";
+    fillUpTo(input, 3 * block, "\n"); // an LF at a block's end
+    input += std::string(block + 100, 'c') + "ab\xc3\xa9" + std::string(100, 'a') + "\r\n";
+    input += std::string(block - 1 - input.size() % block, 'x') + "ab"; // "ab" cut by a block end
+    input += "\n\n\r\r\n=ab"; // empty lines, then a last line without an end
+
+    RunnerFixture fixture;
+    fixture.set({{5, "4"}});
+    int line = 11;
+    for (const auto& [find, replaceWith] : pairs) {
+        fixture.set({{line, find}, {line + 1, replaceWith}});
+        line += 2;
+    }
+    fixture.writeSource("in.txt", input);
+    fixture.run({"in.txt"});
+    EXPECT_TRUE(fixture.messages.empty());
+    EXPECT_EQ(fixture.result("in.txt.modify"), replacedLineByLine(input, pairs));
+}
+
+// Pairs that lengthen a line, then pairs that never do: those replace a line longer than a block
+// where the reader holds it.
+TEST(RunnerReplaceBlocks, GivesWhatEachLineReplacedAloneGives) {
+    for (const std::string equals : {"==", ":"})
+        expectEachLineReplacedAlone({{"ab", "X"}, {"=", equals}, {"\xc3\xa9", "e"}, {"ca", ""}});
 }
 
 } // namespace

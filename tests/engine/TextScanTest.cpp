@@ -1,15 +1,92 @@
+// Scans that pass over text several bytes at a time agree with reading it byte by byte, and so
+// do the reader and writer of lines, which work files in blocks.
 #include "engine/io/LineReader.h"
-
 #include "engine/io/LineWriter.h"
+#include "engine/text/LineEnds.h"
+#include "engine/text/Utf8.h"
 #include "tests/support/TempDir.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <random>
+#include <string>
 #include <vector>
 
 using namespace morlevant;
-using morlevant::testing::TempDir;
+using namespace morlevant::testing;
 
 namespace {
+
+LineEndCount countOneByOne(const std::string& text) {
+    LineEndCount count;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\r' && text[i] != '\n')
+            continue;
+        const bool crLf = text.compare(i, 2, "\r\n") == 0;
+        ++count.lines;
+        count.allCrLf = count.allCrLf && crLf;
+        count.loneCr = count.loneCr || (text[i] == '\r' && !crLf);
+        i += crLf ? 1 : 0;
+    }
+    return count;
+}
+
+std::string withCrLfEnds(const std::string& text) {
+    std::string out;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\r' && text[i] != '\n') {
+            out += text[i];
+            continue;
+        }
+        out += "\r\n";
+        i += text.compare(i, 2, "\r\n") == 0 ? 1 : 0;
+    }
+    return out;
+}
+
+// Texts of CR, LF and other bytes whose lengths cross the sixteen-byte steps and the point where
+// the per-lane counts are summed, a CR LF split across two steps included; copying them with CR LF
+// ends agrees too.
+TEST(LineEnds, CountsAgreeWithReadingByteByByte) {
+    std::mt19937 random(7);
+    const std::size_t lengths[] = {0, 1, 2, 15, 16, 17, 31, 32, 33, 255 * 16 + 1, 255 * 16 * 2 + 9};
+    const std::string alphabets[] = {"\r\nx", "\nxxxxxxx", "\r\n\r\n\r\nx"};
+    for (const std::string& alphabet : alphabets) {
+        for (const std::size_t length : lengths) {
+            for (int round = 0; round < 20; ++round) {
+                std::string text(length, 'x');
+                for (char& c : text)
+                    c = alphabet[random() % alphabet.size()];
+                const LineEndCount expected = countOneByOne(text);
+                const LineEndCount counted = countLineEnds(text);
+                ASSERT_EQ(counted.lines, expected.lines) << length;
+                ASSERT_EQ(counted.allCrLf, expected.allCrLf) << length;
+                ASSERT_EQ(counted.loneCr, expected.loneCr) << length;
+                ASSERT_EQ(findCrOrLf(text), std::min(text.find_first_of("\r\n"), text.size()));
+                std::string copied(2 * length, '?');
+                copied.resize(copyWithCrLfEnds(text, copied.data()) - copied.data());
+                ASSERT_EQ(copied, withCrLfEnds(text)) << length;
+            }
+        }
+    }
+}
+
+// An invalid byte is found wherever it falls among runs of ASCII, which are passed over in
+// steps of eight bytes, and a valid character between such runs does not end the check.
+TEST(Utf8, ValidityAtEveryPositionAmongAscii) {
+    const std::string pieces[] = {"\x80", "\xc3", "\xe2\x82", "\xed\xa0\x80", "\xf5\x80\x80\x80"};
+    for (std::size_t before = 0; before <= 17; ++before) {
+        for (std::size_t after = 0; after <= 9; after += 9) {
+            const std::string head(before, 'a');
+            const std::string tail(after, 'b');
+            for (const std::string& bad : pieces)
+                EXPECT_FALSE(isValidUtf8(head + bad + tail)) << before << " " << after;
+            EXPECT_TRUE(isValidUtf8(head + "\xc3\xa9" + tail + "\xf0\x9f\x98\x80" + head));
+            EXPECT_FALSE(isValidUtf8(head + "\xc3\xa9" + tail + "\xff" + head));
+        }
+    }
+    EXPECT_TRUE(isValidUtf8(""));
+}
 
 using Lines = std::vector<std::string>;
 
@@ -17,7 +94,7 @@ using Lines = std::vector<std::string>;
 // line ended by CR LF.
 void expectLines(const std::string& bytes, const Lines& lines) {
     TempDir dir;
-    morlevant::testing::writeBytes(dir.file("in.txt"), bytes);
+    writeBytes(dir.file("in.txt"), bytes);
     Lines read;
     LineReader reader(dir.file("in.txt"));
     for (std::string_view line; reader.next(line);)
@@ -35,7 +112,7 @@ void expectLines(const std::string& bytes, const Lines& lines) {
             ;
         EXPECT_EQ(copied.lineNumber(), lines.size()) << count;
         writer.close();
-        EXPECT_EQ(morlevant::testing::readBytes(dir.file("copy.txt")), eachLineWritten) << count;
+        EXPECT_EQ(readBytes(dir.file("copy.txt")), eachLineWritten) << count;
     }
 }
 
@@ -107,12 +184,12 @@ TEST(Writer, EndsEveryLineWithCrLfAroundAndBeyondItsBuffer) {
         abandoned.writeLine(whole);
         abandoned.writeLine("dropped");
     }
-    EXPECT_EQ(morlevant::testing::readBytes(path), written);
+    EXPECT_EQ(readBytes(path), written);
     EXPECT_FALSE(std::filesystem::exists(ResultFile::temporaryPath(path)));
     LineWriter appending(path, LineWriter::Mode::Append);
     appending.writeLine("kept");
     appending.close();
-    EXPECT_EQ(morlevant::testing::readBytes(path), written + "kept" + crlf);
+    EXPECT_EQ(readBytes(path), written + "kept" + crlf);
 }
 
 } // namespace
