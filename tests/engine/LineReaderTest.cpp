@@ -87,12 +87,12 @@ TEST(Reader, LinesAcrossBlockBoundaries) {
 }
 
 TEST(Writer, EndsEveryLineWithCrLfAroundAndBeyondItsBuffer) {
-    // An empty line, a line whose end does not fit what is left of the buffer, one longer than
-    // the buffer; then an appending writer abandoned by a failure after writing past its buffer
-    // leaves the file as it was, and one that closes appends.
+    // An empty line, a line that runs past the end of a write, one longer than the buffer; then
+    // an appending writer abandoned by a failure after writing past its buffer leaves the file
+    // as it was, and one that closes appends, its writes starting within a write's length.
     TempDir dir;
     const std::string path = dir.file("out.txt");
-    const std::string half(LineWriter::bufferSize / 2, 'h');
+    const std::string half(LineWriter::writeSize / 2, 'h');
     const std::string whole(LineWriter::bufferSize + 3, 'w');
     {
         LineWriter writer(path, LineWriter::Mode::Truncate);
@@ -110,9 +110,10 @@ TEST(Writer, EndsEveryLineWithCrLfAroundAndBeyondItsBuffer) {
     EXPECT_EQ(morlevant::testing::readBytes(path), written);
     EXPECT_FALSE(std::filesystem::exists(ResultFile::temporaryPath(path)));
     LineWriter appending(path, LineWriter::Mode::Append);
+    appending.writeLine(whole);
     appending.writeLine("kept");
     appending.close();
-    EXPECT_EQ(morlevant::testing::readBytes(path), written + "kept" + crlf);
+    EXPECT_EQ(morlevant::testing::readBytes(path), written + whole + crlf + "kept" + crlf);
 }
 
 } // namespace
