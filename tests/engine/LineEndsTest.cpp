@@ -36,12 +36,13 @@ std::string withCrLfEnds(const std::string& text) {
     return out;
 }
 
-// Texts of CR, LF and other bytes whose lengths cross the sixteen-byte steps and the point where
-// the per-lane counts are summed, a CR LF split across two steps included; copying them with CR LF
-// ends agrees too.
+// Texts of CR, LF and other bytes whose lengths cross the sixteen- and thirty-two-byte steps and
+// the points where the per-lane counts are summed, a CR LF split across two steps included;
+// copying them with CR LF ends agrees too.
 TEST(LineEnds, CountsAgreeWithReadingByteByByte) {
     std::mt19937 random(7);
-    const std::size_t lengths[] = {0, 1, 2, 15, 16, 17, 31, 32, 33, 255 * 16 + 1, 255 * 16 * 2 + 9};
+    // 255 steps of sixteen bytes are 4080, of thirty-two 8160.
+    const std::size_t lengths[] = {0, 1, 2, 15, 16, 17, 31, 32, 33, 64, 65, 98, 4081, 8169, 16370};
     const std::string alphabets[] = {"\r\nx", "\nxxxxxxx", "\r\n\r\n\r\nx"};
     for (const std::string& alphabet : alphabets) {
         for (const std::size_t length : lengths) {
