@@ -55,7 +55,7 @@ LineReader::LineReader(const std::string& path, const std::atomic<bool>* stop,
             "Cannot read " + visibleName(path) + ": " +
             (version->folder ? "it is a folder, not a file" : "it is not a regular file"));
     opened_ = *version;
-    buffer_ = std::make_unique_for_overwrite<char[]>(blockSize);
+    buffer_ = makeAlignedBlock(blockSize);
 }
 
 namespace {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/io/AlignedBlock.h"
 #include "engine/io/FileIdentity.h"
 
 #include <atomic>
@@ -81,7 +82,7 @@ private:
     const std::atomic<bool>* stop_;
     std::atomic<std::uint64_t>* bytesRead_;
     // Left uninitialised: a run over many small files need not clear a block for each.
-    std::unique_ptr<char[]> buffer_;
+    AlignedBlock buffer_;
     std::size_t begin_ = 0; // first unread byte in buffer_
     std::size_t end_ = 0;   // one past the last valid byte in buffer_
     // The first CR at or after begin_ (end_ when there is none), valid while crKnown_: a file

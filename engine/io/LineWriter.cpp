@@ -69,7 +69,7 @@ char* LineWriter::room(std::size_t size) {
     if (used_ + size > capacity_) {
         const std::size_t capacity =
             std::min(bufferSize, std::max({used_ + size, 2 * capacity_, std::size_t{256}}));
-        auto larger = std::make_unique_for_overwrite<char[]>(capacity);
+        AlignedBlock larger = makeAlignedBlock(capacity);
         if (used_ > 0)
             std::memcpy(larger.get(), buffer_.get(), used_);
         buffer_ = std::move(larger);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/io/AlignedBlock.h"
 #include "engine/io/ResultFile.h"
 
 #include <memory>
@@ -62,7 +63,7 @@ private:
     // Lines waiting to be written, fewer than writeSize bytes between calls, at most bufferSize
     // while a call adds to them. It grows with use, so that a small result never allocates the
     // whole buffer.
-    std::unique_ptr<char[]> buffer_;
+    AlignedBlock buffer_;
     std::size_t capacity_ = 0;
     std::size_t used_ = 0;
 };
