@@ -38,7 +38,11 @@ std::FILE* openForReading(const std::string& path) {
 #endif
 }
 
-constexpr std::size_t lastLfSearch = 4096;
+static_assert(LineReader::blockSize == LineWriter::writeSize);
+
+// The least block: a file that tells no length (a file of the system's, say) is read in blocks
+// of this length.
+constexpr std::size_t leastBlock = 4096;
 
 } // namespace
 
@@ -55,7 +59,9 @@ LineReader::LineReader(const std::string& path, const std::atomic<bool>* stop,
             "Cannot read " + visibleName(path) + ": " +
             (version->folder ? "it is a folder, not a file" : "it is not a regular file"));
     opened_ = *version;
-    buffer_ = std::make_unique_for_overwrite<char[]>(blockSize);
+    block_ = static_cast<std::size_t>(
+        std::clamp<std::uint64_t>(opened_.size + 1, leastBlock, blockSize));
+    buffer_ = makeAlignedBlock(block_);
 }
 
 namespace {
@@ -87,13 +93,20 @@ bool LineReader::fill() {
         return false;
     if (stop_ && stop_->load(std::memory_order_relaxed))
         throw RunStopped();
-    end_ = std::fread(buffer_.get(), 1, blockSize, file_.get());
+    end_ = 0;
+    while (end_ < block_) {
+        const std::size_t step = std::min(readSize, block_ - end_);
+        const std::size_t got = std::fread(buffer_.get() + end_, 1, step, file_.get());
+        end_ += got;
+        if (got < step)
+            break;
+    }
     if (bytesRead_)
         bytesRead_->fetch_add(end_, std::memory_order_relaxed);
     begin_ = 0;
     crKnown_ = false;
     blockRefused_ = false;
-    if (end_ < blockSize) {
+    if (end_ < block_) {
         if (std::ferror(file_.get()))
             throw TaskError("Cannot read " + visibleName(path_) + ": " + std::strerror(errno));
         eof_ = true;
@@ -219,21 +232,21 @@ std::size_t LineReader::copyLines(std::size_t maxLines, LineWriter& writer) {
             break;
         }
         const char* data = buffer_.get();
-        // The lines up to the block's last LF go out as they are when they all end in CR LF.
-        // The LF is looked for near the end only: a block within a long line has none.
-        std::size_t lastLf = end_;
-        const std::size_t searchFrom = end_ - std::min(end_ - begin_, lastLfSearch);
-        while (lastLf > searchFrom && data[lastLf - 1] != '\n')
-            --lastLf;
-        if (lastLf == searchFrom)
-            lastLf = begin_;
+        // The rest of the block goes out as it is when its ends are all CR LF, the start of the
+        // line it ends in included when that line is one of those to copy; but for a CR that
+        // ends the block, whose LF, if any, starts the next one.
         if (!blockRefused_) {
-            const LineEndCount ends = countLineEnds({data + begin_, lastLf - begin_});
+            std::size_t stop = end_ - (data[end_ - 1] == '\r' ? 1 : 0);
+            const std::string_view rest(data + begin_, stop - begin_);
+            const LineEndCount ends = countLineEnds(rest);
             if (ends.allCrLf && ends.lines <= maxLines - copied) {
-                writer.writeBytes({data + begin_, lastLf - begin_});
+                if (ends.lines == maxLines - copied)
+                    stop = begin_ + rest.rfind('\n') + 1;
+                writer.writeBytes({data + begin_, stop - begin_});
                 copied += ends.lines;
-                inLine = inLine && ends.lines == 0;
-                begin_ = lastLf;
+                if (stop > begin_)
+                    inLine = data[stop - 1] != '\n';
+                begin_ = stop;
             } else {
                 blockRefused_ = true;
             }

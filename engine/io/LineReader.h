@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/io/AlignedBlock.h"
 #include "engine/io/FileIdentity.h"
 
 #include <atomic>
@@ -29,7 +30,12 @@ struct RunStopped : std::exception {
 // last line needs no line end. Memory grows with the longest line, never with the file.
 class LineReader {
 public:
-    static constexpr std::size_t blockSize = std::size_t{1} << 16;
+    // A block is read in steps of readSize, which the system copies faster than larger ones,
+    // and is as long as a writer's write (LineWriter::writeSize): a block of lines that already
+    // end in CR LF goes from this buffer to the result file without a copy. A file shorter than
+    // a block is read in a block of its own length and a byte more.
+    static constexpr std::size_t blockSize = std::size_t{1} << 17;
+    static constexpr std::size_t readSize = std::size_t{1} << 16;
 
     // Throws TaskError naming the file when it cannot be opened or is not a regular file (a
     // pipe, a device, a folder), and, when its end is read, when it was changed or replaced
@@ -47,9 +53,10 @@ public:
         return gathering_ ? std::span<char>(longLine_.get(), longSize_) : std::span<char>();
     }
     // Copies up to `maxLines` next lines to `writer` unchanged but for their ends, which become
-    // CR LF as writeLine makes them, without handing them out one by one: a stretch of lines
-    // that already end in CR LF goes out in one piece, and a line longer than a block is never
-    // gathered. Returns the number of lines copied, fewer than `maxLines` only at the end.
+    // CR LF as writeLine makes them, without handing them out one by one: a block whose ends are
+    // all CR LF goes out in one piece, the start of a line it ends in included, and a line
+    // longer than a block is never gathered. Returns the number of lines copied, fewer than
+    // `maxLines` only at the end.
     std::size_t copyLines(std::size_t maxLines, LineWriter& writer);
     // The whole lines left in the current block, with their ends as they are, valid until the
     // next call; false, consuming no line, when the rest of the block holds no line end or a
@@ -81,9 +88,10 @@ private:
     const std::atomic<bool>* stop_;
     std::atomic<std::uint64_t>* bytesRead_;
     // Left uninitialised: a run over many small files need not clear a block for each.
-    std::unique_ptr<char[]> buffer_;
-    std::size_t begin_ = 0; // first unread byte in buffer_
-    std::size_t end_ = 0;   // one past the last valid byte in buffer_
+    AlignedBlock buffer_;
+    std::size_t block_ = blockSize; // the length of buffer_
+    std::size_t begin_ = 0;         // first unread byte in buffer_
+    std::size_t end_ = 0;           // one past the last valid byte in buffer_
     // The first CR at or after begin_ (end_ when there is none), valid while crKnown_: a file
     // with LF ends is searched for CR once per block rather than once per line.
     std::size_t nextCr_ = 0;

@@ -7,19 +7,11 @@
 
 namespace morlevant {
 
-namespace {
-
-// Bytes at least this many go to the file directly rather than through the buffer: a block
-// copied whole costs a call into the system either way, and is spared a copy.
-constexpr std::size_t directFrom = std::size_t{1} << 15;
-
-} // namespace
-
 LineWriter::LineWriter(const std::string& path, Mode mode)
     : file_(path, mode == Mode::Append ? ResultFile::Start::FromFinal : ResultFile::Start::Empty) {}
 
 void LineWriter::writeLine(std::string_view line) {
-    if (line.size() + 2 > bufferSize) {
+    if (line.size() + 2 > writeSize) {
         writeBytes(line);
         writeBytes("\r\n");
         return;
@@ -30,7 +22,7 @@ void LineWriter::writeLine(std::string_view line) {
         std::memcpy(out, line.data(), line.size());
     out[line.size()] = '\r';
     out[line.size() + 1] = '\n';
-    used_ += line.size() + 2;
+    settle(line.size() + 2);
 }
 
 void LineWriter::writeLines(std::string_view lines, bool allCrLf) {
@@ -40,15 +32,14 @@ void LineWriter::writeLines(std::string_view lines, bool allCrLf) {
     }
     // Text after the last end is a line too.
     const bool unended = !lines.empty() && lines.back() != '\n' && lines.back() != '\r';
-    // Making every end CR LF at most doubles the text: it goes in pieces of half the buffer,
-    // never cut between the CR and the LF of one end.
+    // Making every end CR LF at most doubles the text: it goes in pieces of half a write, never
+    // cut between the CR and the LF of one end.
     while (!lines.empty()) {
-        std::size_t piece = std::min(lines.size(), bufferSize / 2);
+        std::size_t piece = std::min(lines.size(), writeSize / 2 - 1);
         if (piece < lines.size() && lines[piece - 1] == '\r')
             ++piece;
         char* out = room(2 * piece);
-        used_ =
-            static_cast<std::size_t>(copyWithCrLfEnds(lines.substr(0, piece), out) - buffer_.get());
+        settle(static_cast<std::size_t>(copyWithCrLfEnds(lines.substr(0, piece), out) - out));
         lines.remove_prefix(piece);
     }
     if (unended)
@@ -56,32 +47,46 @@ void LineWriter::writeLines(std::string_view lines, bool allCrLf) {
 }
 
 void LineWriter::writeBytes(std::string_view bytes) {
-    if (bytes.size() >= directFrom) {
-        flush();
-        file_.write(bytes.data(), bytes.size());
-        return;
+    while (!bytes.empty()) {
+        const std::size_t due = this->due();
+        if (used_ == 0 && bytes.size() >= due) {
+            // Whole writes go to the file directly, spared the copy.
+            const std::size_t direct = due + (bytes.size() - due) / writeSize * writeSize;
+            file_.write(bytes.data(), direct);
+            bytes.remove_prefix(direct);
+            continue;
+        }
+        const std::size_t piece = std::min(bytes.size(), due - used_);
+        std::memcpy(room(piece), bytes.data(), piece);
+        settle(piece);
+        bytes.remove_prefix(piece);
     }
-    char* out = room(bytes.size());
-    if (!bytes.empty())
-        std::memcpy(out, bytes.data(), bytes.size());
-    used_ += bytes.size();
 }
 
 // The buffer grows by doubling up to its full size, so that a small result never allocates
 // the whole of it.
 char* LineWriter::room(std::size_t size) {
-    if (used_ + size > bufferSize)
-        flush();
     if (used_ + size > capacity_) {
         const std::size_t capacity =
             std::min(bufferSize, std::max({used_ + size, 2 * capacity_, std::size_t{256}}));
-        auto larger = std::make_unique_for_overwrite<char[]>(capacity);
+        AlignedBlock larger = makeAlignedBlock(capacity);
         if (used_ > 0)
             std::memcpy(larger.get(), buffer_.get(), used_);
         buffer_ = std::move(larger);
         capacity_ = capacity;
     }
     return buffer_.get() + used_;
+}
+
+void LineWriter::settle(std::size_t size) {
+    used_ += size;
+    const std::size_t due = this->due();
+    if (used_ < due)
+        return;
+    file_.write(buffer_.get(), due);
+    used_ -= due;
+    if (used_ > 0)
+        std::memmove(buffer_.get(), buffer_.get() + due, used_);
 }
 
 void LineWriter::flush() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/io/AlignedBlock.h"
 #include "engine/io/ResultFile.h"
 
 #include <memory>
@@ -10,10 +11,14 @@ namespace morlevant {
 
 // Writes lines to a result file, each ended by CR LF. Lines are gathered in a buffer of its own
 // and written in large blocks, so that a line costs a copy rather than a call into the system.
-// The result takes its final name only on close(), whole (see ResultFile).
+// Every write but the last ends where the file's length is a multiple of writeSize, whatever
+// the lengths of the lines: a file system takes such writes in whole large pages, where writes
+// that start anywhere cost it a good deal more than the copy through the buffer. The result
+// takes its final name only on close(), whole (see ResultFile).
 class LineWriter {
 public:
-    static constexpr std::size_t bufferSize = std::size_t{1} << 18;
+    static constexpr std::size_t writeSize = std::size_t{1} << 17;
+    static constexpr std::size_t bufferSize = 2 * writeSize;
 
     enum class Mode {
         Truncate, // a new result
@@ -40,16 +45,25 @@ public:
     const std::string& path() const { return file_.path(); }
 
 private:
-    // Room for `size` more bytes at the end of the buffer, which is flushed first when they do
-    // not fit; `size` is at most bufferSize.
+    // Room for `size` more bytes at the end of the buffer, at most writeSize; settle() then
+    // takes the bytes written there.
     char* room(std::size_t size);
+    // Counts `size` more bytes as used, and writes the buffer up to the next multiple of
+    // writeSize in the file when they reach it.
+    void settle(std::size_t size);
+    // The bytes the buffer holds before it is written: those up to the next multiple of
+    // writeSize in the file.
+    std::size_t due() const {
+        return writeSize - static_cast<std::size_t>(file_.size() % writeSize);
+    }
     void flush();
 
     ResultFile file_;
     bool closed_ = false;
-    // Lines waiting to be written, at most bufferSize bytes. It grows with use, so that a small
-    // result never allocates the whole buffer.
-    std::unique_ptr<char[]> buffer_;
+    // Lines waiting to be written, fewer than writeSize bytes between calls, at most bufferSize
+    // while a call adds to them. It grows with use, so that a small result never allocates the
+    // whole buffer.
+    AlignedBlock buffer_;
     std::size_t capacity_ = 0;
     std::size_t used_ = 0;
 };

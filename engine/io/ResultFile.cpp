@@ -38,6 +38,10 @@ ResultFile::ResultFile(const std::string& path, Start start)
         std::filesystem::copy_file(toFsPath(path_), toFsPath(temporary_), error);
         if (error && error != std::errc::no_such_file_or_directory)
             throw TaskError("Cannot write " + visibleName(path_) + ": " + error.message());
+        if (!error)
+            size_ = std::filesystem::file_size(toFsPath(temporary_), error);
+        if (error)
+            size_ = 0;
     }
     // No other run or program may open the temporary while it is written.
     file_ = _wfsopen(toFsPath(temporary_).c_str(), start == Start::FromFinal ? L"ab" : L"wb",
@@ -49,6 +53,7 @@ ResultFile::ResultFile(const std::string& path, Start start)
 void ResultFile::write(const char* data, std::size_t size) {
     if (std::fwrite(data, 1, size, static_cast<std::FILE*>(file_)) != size)
         fail("");
+    size_ += size;
 }
 
 void ResultFile::commit() {
@@ -191,6 +196,8 @@ void ResultFile::copyFinal() {
             errno = reason;
             fail("");
         }
+        if (got > 0)
+            size_ += static_cast<std::uint64_t>(got);
     }
     ::close(final);
 }
@@ -198,6 +205,7 @@ void ResultFile::copyFinal() {
 void ResultFile::write(const char* data, std::size_t size) {
     if (!writeAll(fd_, data, size))
         fail("");
+    size_ += size;
 }
 
 // The rename comes before the close, while the lock still keeps any other run off the

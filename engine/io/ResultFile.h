@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace morlevant {
@@ -29,6 +30,8 @@ public:
     void commit();
 
     const std::string& path() const { return path_; }
+    // Bytes the temporary holds: those it went on from and those written since.
+    std::uint64_t size() const { return size_; }
     static std::string temporaryPath(const std::string& path) { return path + ".unfinished"; }
 
 private:
@@ -41,6 +44,7 @@ private:
 
     std::string path_;
     std::string temporary_;
+    std::uint64_t size_ = 0;
 #ifdef _WIN32
     void* file_ = nullptr; // the temporary's FILE*
 #else

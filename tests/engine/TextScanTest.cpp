@@ -44,12 +44,13 @@ std::string withCrLfEnds(const std::string& text) {
     return out;
 }
 
-// Texts of CR, LF and other bytes whose lengths cross the sixteen-byte steps and the point where
-// the per-lane counts are summed, a CR LF split across two steps included; copying them with CR LF
-// ends agrees too.
+// Texts of CR, LF and other bytes whose lengths cross the sixteen- and thirty-two-byte steps and
+// the points where the per-lane counts are summed, a CR LF split across two steps included;
+// copying them with CR LF ends agrees too.
 TEST(LineEnds, CountsAgreeWithReadingByteByByte) {
     std::mt19937 random(7);
-    const std::size_t lengths[] = {0, 1, 2, 15, 16, 17, 31, 32, 33, 255 * 16 + 1, 255 * 16 * 2 + 9};
+    // 255 steps of sixteen bytes are 4080, of thirty-two 8160.
+    const std::size_t lengths[] = {0, 1, 2, 15, 16, 17, 31, 32, 33, 64, 65, 98, 4081, 8169, 16370};
     const std::string alphabets[] = {"\r\nx", "\nxxxxxxx", "\r\n\r\n\r\nx"};
     for (const std::string& alphabet : alphabets) {
         for (const std::size_t length : lengths) {
@@ -164,12 +165,12 @@ TEST(Reader, LinesAcrossBlockBoundaries) {
 }
 
 TEST(Writer, EndsEveryLineWithCrLfAroundAndBeyondItsBuffer) {
-    // An empty line, a line whose end does not fit what is left of the buffer, one longer than
-    // the buffer; then an appending writer abandoned by a failure after writing past its buffer
-    // leaves the file as it was, and one that closes appends.
+    // An empty line, a line that runs past the end of a write, one longer than the buffer; then
+    // an appending writer abandoned by a failure after writing past its buffer leaves the file
+    // as it was, and one that closes appends, its writes starting within a write's length.
     TempDir dir;
     const std::string path = dir.file("out.txt");
-    const std::string half(LineWriter::bufferSize / 2, 'h');
+    const std::string half(LineWriter::writeSize / 2, 'h');
     const std::string whole(LineWriter::bufferSize + 3, 'w');
     {
         LineWriter writer(path, LineWriter::Mode::Truncate);
@@ -187,9 +188,10 @@ TEST(Writer, EndsEveryLineWithCrLfAroundAndBeyondItsBuffer) {
     EXPECT_EQ(readBytes(path), written);
     EXPECT_FALSE(std::filesystem::exists(ResultFile::temporaryPath(path)));
     LineWriter appending(path, LineWriter::Mode::Append);
+    appending.writeLine(whole);
     appending.writeLine("kept");
     appending.close();
-    EXPECT_EQ(readBytes(path), written + "kept" + crlf);
+    EXPECT_EQ(readBytes(path), written + whole + crlf + "kept" + crlf);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // Files worked at once give what a run one at a time gives: the same bytes, messages and alerts
 // in list order, the first failure in list order, and no half-written result after a stop.
+#include "engine/io/LineReader.h"
 #include "engine/run/FileSchedule.h"
 #include "tests/support/RunnerFixture.h"
 
@@ -31,11 +32,13 @@ void writeMixedSources(const RunnerFixture& fixture) {
     fixture.writeSource("a.txt", "10 x\r\n2\n30,5\rlast");
     fixture.writeSource("a.csv", "col1,col2\nabcdefghijklmnopqrstuvwxy\n");
     fixture.writeSource("empty.txt", "");
-    fixture.writeSource("wide.txt", std::string(70000, 'w') + "\n7\n" + std::string(23, 'z'));
+    fixture.writeSource("wide.txt", std::string(LineReader::blockSize + 4464, 'w') + "\n7\n" +
+                                        std::string(23, 'z'));
     for (int i = 0; i < 6; ++i)
-        fixture.writeSource("n" + std::to_string(i) + ".txt",
-                            std::string(i == 5 ? 65000 : i * 5, 'q') + "\n" + std::to_string(i) +
-                                "\n");
+        fixture.writeSource(
+            "n" + std::to_string(i) + ".txt",
+            std::string(i == 5 ? LineReader::blockSize - 536 : std::size_t(i) * 5, 'q') + "\n" +
+                std::to_string(i) + "\n");
     std::filesystem::create_hard_link(fixture.source("a.txt"), fixture.source("link.txt"));
 }
 
@@ -101,7 +104,7 @@ std::string largeSource() {
                                 : std::to_string(row * 3) + " item " + std::to_string(row % 97);
         text += row % 3 == 0 ? "\r\n" : row % 1001 == 0 ? "\r" : "\n";
         if (row == 20000)
-            text += std::string(90000, 'L') + " 5\n";
+            text += std::string(2 * LineReader::blockSize, 'L') + " 5\n";
     }
     return text + "9 last";
 }
