@@ -234,15 +234,19 @@ std::size_t LineReader::copyLines(std::size_t maxLines, LineWriter& writer) {
         const char* data = buffer_.get();
         // The rest of the block goes out as it is when its ends are all CR LF, the start of the
         // line it ends in included when that line is one of those to copy; but for a CR that
-        // ends the block, whose LF, if any, starts the next one.
+        // ends the block, whose LF, if any, starts the next one. Its whole lines go out in one
+        // piece too when some end in LF alone, each end made CR LF on the way.
         if (!blockRefused_) {
             std::size_t stop = end_ - (data[end_ - 1] == '\r' ? 1 : 0);
             const std::string_view rest(data + begin_, stop - begin_);
             const LineEndCount ends = countLineEnds(rest);
-            if (ends.allCrLf && ends.lines <= maxLines - copied) {
-                if (ends.lines == maxLines - copied)
+            if (!ends.loneCr && ends.lines <= maxLines - copied) {
+                if (ends.lines == maxLines - copied || !ends.allCrLf)
                     stop = begin_ + rest.rfind('\n') + 1;
-                writer.writeBytes({data + begin_, stop - begin_});
+                if (ends.allCrLf)
+                    writer.writeBytes({data + begin_, stop - begin_});
+                else
+                    writer.writeLines({data + begin_, stop - begin_}, false);
                 copied += ends.lines;
                 if (stop > begin_)
                     inLine = data[stop - 1] != '\n';
