@@ -3,6 +3,7 @@
 #include "engine/RunAlerts.h"
 #include "engine/TaskRunner.h"
 #include "engine/TaskSources.h"
+#include "engine/ranges/ColumnRanges.h"
 #include "taskdef/RangePairs.h"
 #include "taskdef/TaskCodes.h"
 #include "taskdef/TaskPageSettings.h"
@@ -30,6 +31,8 @@ struct RunContext {
     // Threads a page may work the lines of one large file on: more than one only when the run
     // works its files one at a time, so that the cores are not shared out twice.
     std::size_t lineJobs = 1;
+    // Line 3 in whole character positions, worked out once rather than for every line.
+    ColumnRanges columnRanges{columns};
 };
 
 // Name of the result of the line pages: the source with ".modify" appended.

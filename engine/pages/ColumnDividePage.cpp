@@ -36,7 +36,7 @@ template <typename Row> void ColumnDividePage::forEachRow(const std::string& sou
             if (!rowSelected(context_.rows, static_cast<double>(reader.lineNumber())))
                 continue;
             columns_.assign(line);
-            TakeRangesOut(context_.columns, columns_, out_);
+            TakeRangesOut(context_.columnRanges, columns_, out_);
             line = out_;
         }
         columns_.assign(line);

@@ -17,7 +17,7 @@ namespace {
 std::unique_ptr<FilePage> insertOrFilterPage(const RunContext& context, InsertFilterAction action) {
     const auto filterPage = [&context](int kind) {
         return std::make_unique<LinePage>(context, [&context, kind](RunAlerts*) {
-            return makeFilter(context.settings, ColumnRanges(context.columns), kind);
+            return makeFilter(context.settings, context.columnRanges, kind);
         });
     };
     switch (action) {
@@ -66,11 +66,11 @@ std::unique_ptr<FilePage> makeFilePage(const RunContext& context, const TaskCode
     switch (*codes.page) {
     case PageCode::Calculate:
         return std::make_unique<LinePage>(context, [&context](RunAlerts* alerts) {
-            return makeCalculation(context.settings, ColumnRanges(context.columns), alerts);
+            return makeCalculation(context.settings, context.columnRanges, alerts);
         });
     case PageCode::FindAndReplace:
         return std::make_unique<LinePage>(context, [&context](RunAlerts*) {
-            return makeReplacement(context.settings, ColumnRanges(context.columns));
+            return makeReplacement(context.settings, context.columnRanges);
         });
     case PageCode::InsertOrFilter:
         if (!codes.insertFilterAction)

@@ -69,7 +69,7 @@ void InsertPage::process(const std::string& source) {
             if (!rowSelected(context_.rows, row))
                 break;
             columns_.assign(line);
-            TakeRangesOut(context_.columns, columns_, out_);
+            TakeRangesOut(context_.columnRanges, columns_, out_);
             writer.writeLine(out_);
             break;
         }

@@ -58,12 +58,15 @@ void MergePage::finish() {
 // behaviour of the merge with the ranges taken out, kept deliberately.
 bool MergePage::appendRangesOut(LineColumns& columns, std::size_t lineNumber, std::string_view line,
                                 std::string& out) const {
-    // 2 to the power lineNumber - 1, exactly as by doubling, and infinite past the doubles.
-    const int doublings = static_cast<int>(std::min<std::size_t>(lineNumber, 2000)) - 1;
-    if (!rowSelected(context_.rows, std::ldexp(1.0, doublings)))
-        return false;
+    // 2 to the power lineNumber - 1, exactly as by doubling, and infinite past the doubles;
+    // blank row ranges select every row without it.
+    if (!context_.rows.empty()) {
+        const int doublings = static_cast<int>(std::min<std::size_t>(lineNumber, 2000)) - 1;
+        if (!RowInRanges(context_.rows, std::ldexp(1.0, doublings)))
+            return false;
+    }
     columns.assign(line);
-    appendRangesTakenOut(context_.columns, columns, out);
+    appendRangesTakenOut(context_.columnRanges, columns, out);
     return true;
 }
 

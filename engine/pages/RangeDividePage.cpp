@@ -50,7 +50,7 @@ void RangeDividePage::divide(const std::string& source, const std::string& folde
 
 // A row goes, with its column ranges taken out, to the piece of every row range that holds it.
 void RangeDividePage::DivideByRowRanges(std::uint64_t row, PieceFiles& batch) {
-    TakeRangesOut(context_.columns, columns_, out_);
+    TakeRangesOut(context_.columnRanges, columns_, out_);
     if (context_.rows.empty()) {
         batch.writeLine(0, out_);
         return;

@@ -60,7 +60,7 @@ void RowDividePage::divideRows(LineReader& reader) {
         } else if (selected) {
             // Pieces are numbered by the rows written, not by the rows of the source.
             columns_.assign(line);
-            TakeRangesOut(context_.columns, columns_, out_);
+            TakeRangesOut(context_.columnRanges, columns_, out_);
             writeToPiece(counted_++ / rowsPerPiece_, out_);
         }
     }

@@ -2,18 +2,18 @@
 
 namespace morlevant {
 
-void TakeRangesOut(const RangePairs& columns, const LineColumns& line, std::string& out) {
+void TakeRangesOut(const ColumnRanges& columns, const LineColumns& line, std::string& out) {
     out.clear();
     appendRangesTakenOut(columns, line, out);
 }
 
-void appendRangesTakenOut(const RangePairs& columns, const LineColumns& line, std::string& out) {
-    if (columns.empty()) {
+void appendRangesTakenOut(const ColumnRanges& columns, const LineColumns& line, std::string& out) {
+    if (columns.blank()) {
         out.append(line.line());
         return;
     }
-    for (const RangePair& range : columns.pairs())
-        out.append(line.slice(columnPosition(range.low), columnPosition(range.high)));
+    for (const ColumnRanges::Range& range : columns.written())
+        out.append(line.slice(range.first, range.last));
 }
 
 } // namespace morlevant

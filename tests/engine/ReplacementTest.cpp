@@ -121,7 +121,7 @@ std::string takeOut(const std::string& ranges, const std::string& text) {
     LineColumns line;
     line.assign(text);
     std::string out;
-    TakeRangesOut(RangePairs::parse(ranges, "column ranges"), line, out);
+    TakeRangesOut(ColumnRanges(ranges), line, out);
     return out;
 }
 
