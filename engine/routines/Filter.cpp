@@ -1,6 +1,7 @@
 #include "engine/routines/Filter.h"
 
 #include "engine/routines/RangedRoutine.h"
+#include "engine/text/LineEnds.h"
 #include "taskdef/TaskError.h"
 
 #include <algorithm>
@@ -35,16 +36,47 @@ void Filter::FilterLineSpilling(std::string_view line, std::string& out, const S
 }
 
 bool Filter::takesManyLines() const {
-    if (kind_ == 3 || !regex_.staysWithinLine())
+    if (!regex_.staysWithinLine())
         return false;
-    return kind_ == 2 || (!regex_.canMatchEmpty() && !replaceWith_.readsAroundMatch());
+    return kind_ == 2 ||
+           (!regex_.canMatchEmpty() && (kind_ == 3 || !replaceWith_.readsAroundMatch()));
 }
 
 bool Filter::FilterLines(std::string_view lines, std::string& out) {
     if (!regex_.setLines(lines))
         return false;
-    filterSubject(lines, out);
+    if (kind_ == 3)
+        outputMatchesOfLines(lines, out);
+    else
+        filterSubject(lines, out);
     return true;
+}
+
+void Filter::outputMatchesOfLines(std::string_view lines, std::string& out) {
+    out.clear();
+    out.reserve(lines.size());
+    std::size_t copied = 0; // the lines before this byte are in `out`
+    bool found = regex_.find(0);
+    while (found) {
+        // The lines before the match's have none and come as they are. A match holds no line
+        // end, so its line is the text around it up to the nearest ones.
+        std::size_t lineStart = regex_.matchStart();
+        while (lineStart > copied && lines[lineStart - 1] != '\n' && lines[lineStart - 1] != '\r')
+            --lineStart;
+        out.append(lines, copied, lineStart - copied);
+        const std::size_t lineEnd = regex_.matchEnd() + findCrOrLf(lines.substr(regex_.matchEnd()));
+        do {
+            out.append(lines, regex_.matchStart(), regex_.matchEnd() - regex_.matchStart());
+            out += ' ';
+            found = regex_.find(regex_.matchEnd());
+        } while (found && regex_.matchStart() < lineEnd);
+        // The line's end is kept as it is: CR LF, LF, or none after the last line.
+        copied = lineEnd;
+        if (copied < lines.size())
+            copied += lines.compare(copied, 2, "\r\n") == 0 ? 2 : 1;
+        out.append(lines, lineEnd, copied - lineEnd);
+    }
+    out.append(lines, copied);
 }
 
 void Filter::filterSubject(std::string_view text, std::string& out, const Spill* spill) {

@@ -25,8 +25,8 @@ public:
     // The same, the result handed on through `spill` in parts as it grows; its rest is left in
     // `out`.
     void FilterLineSpilling(std::string_view line, std::string& out, const Spill& spill);
-    // Whether FilterLines can work many lines at once: the matches are replaced or deleted,
-    // never read or look at a line end, and, where a replacement is put in, are never empty (an
+    // Whether FilterLines can work many lines at once: the matches never read or look at a line
+    // end, and, where a replacement is put in or the matches are output, are never empty (an
     // empty match at the LF of a CR LF end is one that the line alone does not have).
     bool takesManyLines() const;
     // Whole lines with their ends filtered at once, as FilterLine gives them one by one, their
@@ -36,6 +36,9 @@ public:
 private:
     // Filters the regex's current subject; `spill`, when given, takes the result in parts.
     void filterSubject(std::string_view text, std::string& out, const Spill* spill = nullptr);
+    // Kind 3 over whole lines, the subject: each line with matches gives them, each followed by
+    // a blank, and its end; a line without comes as it is.
+    void outputMatchesOfLines(std::string_view lines, std::string& out);
 
     int kind_;
     EcmaRegex regex_;

@@ -27,7 +27,7 @@ struct FilterCase {
 const FilterCase cases[] = {
     {"[0-9]+", 2},    {"(\\w+)=", 1, "[$1]"}, {"a*", 2},        {"a*", 1, "<$&>"}, {"\\s+", 2},
     {"[^a]+", 2},     {"^a|b$", 2},           {"(?<=\\s)b", 2}, {"b(?=\\s)", 2},   {"\\bab\\b", 2},
-    {"b", 1, "[$`]"}, {".", 1, "<$&>"},       {"[0-9]+", 3},
+    {"b", 1, "[$`]"}, {".", 1, "<$&>"},       {"[0-9]+", 3},    {"ab|7", 3},       {"b*", 3},
 };
 
 std::string filteredLineByLine(const FilterCase& filterCase, const std::string& text) {
