@@ -1,6 +1,7 @@
 #include "engine/routines/Replacement.h"
 
 #include "engine/routines/RangedRoutine.h"
+#include "engine/text/ProcessorFeatures.h"
 #include "engine/text/Utf8.h"
 
 #include <algorithm>
@@ -9,6 +10,9 @@
 
 #ifdef __SSE2__
 #include <emmintrin.h>
+#endif
+#ifdef MORLEVANT_X86_STEPS
+#include <immintrin.h>
 #endif
 
 namespace morlevant {
@@ -19,10 +23,39 @@ namespace {
 // does not keep its size for the rest of the run.
 constexpr std::size_t shrinkAbove = std::size_t{1} << 20;
 
+#ifdef MORLEVANT_X86_STEPS
+// findFrom's search for a `find` of two bytes or more, thirty-two positions at a time from `at`
+// as far as whole steps go: true with the occurrence in `at`, or false with `at` where the steps
+// stopped.
+__attribute__((target("avx2"))) bool findBy32(std::string_view text, std::string_view find,
+                                              std::size_t& at) {
+    const char* const data = text.data();
+    const std::size_t lastStart = text.size() - find.size();
+    const std::size_t lastOffset = find.size() - 1;
+    const __m256i first = _mm256_set1_epi8(find.front());
+    const __m256i last = _mm256_set1_epi8(find.back());
+    for (; lastStart - at >= 32; at += 32) {
+        const __m256i starts = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(data + at));
+        const __m256i ends =
+            _mm256_loadu_si256(reinterpret_cast<const __m256i*>(data + at + lastOffset));
+        auto candidates = static_cast<unsigned>(_mm256_movemask_epi8(
+            _mm256_and_si256(_mm256_cmpeq_epi8(starts, first), _mm256_cmpeq_epi8(ends, last))));
+        for (; candidates != 0; candidates &= candidates - 1) {
+            const std::size_t start = at + static_cast<std::size_t>(std::countr_zero(candidates));
+            if (std::memcmp(data + start + 1, find.data() + 1, lastOffset - 1) == 0) {
+                at = start;
+                return true;
+            }
+        }
+    }
+    return false;
+}
+#endif
+
 // The first occurrence of `find` (not empty) in `text` at or after `from`, or npos. Candidates
-// must match both the first and the last byte of `find`, tested sixteen positions at a time,
-// before the rest is compared: in text where either byte alone is common (a letter), few
-// positions have both.
+// must match both the first and the last byte of `find`, tested sixteen or thirty-two positions
+// at a time, before the rest is compared: in text where either byte alone is common (a letter),
+// few positions have both.
 std::size_t findFrom(std::string_view text, std::string_view find, std::size_t from) {
     if (find.size() > text.size() || from > text.size() - find.size())
         return std::string_view::npos;
@@ -35,6 +68,10 @@ std::size_t findFrom(std::string_view text, std::string_view find, std::size_t f
     }
     const std::size_t lastOffset = find.size() - 1;
     std::size_t at = from;
+#ifdef MORLEVANT_X86_STEPS
+    if (processorHasAvx2() && findBy32(text, find, at))
+        return at;
+#endif
 #ifdef __SSE2__
     const __m128i first = _mm_set1_epi8(find.front());
     const __m128i last = _mm_set1_epi8(find.back());
@@ -109,12 +146,37 @@ void replaceAll(std::string_view text, std::string_view find, std::string_view r
     out.append(text, from);
 }
 
+// Every `find` byte from `from` on made `replaceWith`, sixteen bytes at a time rather than one
+// occurrence after another: a separator such as "=" may stand every few bytes.
+void swapEveryByte(char* text, std::size_t size, std::size_t from, char find, char replaceWith) {
+    std::size_t at = from;
+#ifdef __SSE2__
+    const __m128i finds = _mm_set1_epi8(find);
+    const __m128i replacements = _mm_set1_epi8(replaceWith);
+    for (; size - at >= 16; at += 16) {
+        auto* bytes = reinterpret_cast<__m128i*>(text + at);
+        const __m128i here = _mm_loadu_si128(bytes);
+        const __m128i hits = _mm_cmpeq_epi8(here, finds);
+        _mm_storeu_si128(
+            bytes, _mm_or_si128(_mm_andnot_si128(hits, here), _mm_and_si128(hits, replacements)));
+    }
+#endif
+    for (; at < size; ++at)
+        if (text[at] == find)
+            text[at] = replaceWith;
+}
+
 // The same within the `size` bytes of `text` itself, for a replacement no longer than what it
 // replaces: the result is written over bytes already read, so no second buffer is needed.
 // Returns the result's length.
 std::size_t replaceAllInPlace(char* text, std::size_t size, std::string_view find,
                               std::string_view replaceWith, bool wholeCharacters,
                               std::size_t first) {
+    // One ASCII byte for another: every occurrence is one, as no character holds that byte.
+    if (find.size() == 1 && replaceWith.size() == 1 && wholeCharacters) {
+        swapEveryByte(text, size, first, find.front(), replaceWith.front());
+        return size;
+    }
     std::size_t from = 0;    // first byte not yet moved
     std::size_t written = 0; // length of the result so far
     forEachOccurrence({text, size}, find, wholeCharacters, first, [&](std::size_t at) {

@@ -1,5 +1,7 @@
 #include "engine/text/LineEnds.h"
 
+#include "engine/text/ProcessorFeatures.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -9,10 +11,7 @@
 #ifdef __SSE2__
 #include <emmintrin.h>
 #endif
-// Wider steps where the processor has them, chosen when the program runs: the program is built
-// for every x86-64 processor.
-#if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
-#define MORLEVANT_X86_STEPS 1
+#ifdef MORLEVANT_X86_STEPS
 #include <immintrin.h>
 #endif
 
@@ -50,22 +49,6 @@ std::size_t findCrOrLf(std::string_view text) {
 namespace {
 
 #ifdef MORLEVANT_X86_STEPS
-
-bool hasAvx2() {
-    static const bool has = [] {
-        __builtin_cpu_init();
-        return __builtin_cpu_supports("avx2") != 0;
-    }();
-    return has;
-}
-
-bool hasByteShuffle() {
-    static const bool has = [] {
-        __builtin_cpu_init();
-        return __builtin_cpu_supports("ssse3") != 0 && __builtin_cpu_supports("popcnt") != 0;
-    }();
-    return has;
-}
 
 // For each set of LF positions among eight bytes (bit j: byte j is an LF), the byte shuffle that
 // spreads the eight bytes out with a CR before each LF: an index with its high bit set stands
@@ -132,7 +115,7 @@ char* copyWithCrLfEnds(std::string_view text, char* out) {
     const __m128i lf = _mm_set1_epi8('\n');
     while (end - in >= 16) {
 #ifdef MORLEVANT_X86_STEPS
-        if (hasByteShuffle()) {
+        if (processorHasByteShuffle()) {
             copyLfLinesBy16(in, end, out);
             if (end - in < 16)
                 break;
@@ -223,7 +206,7 @@ LineEndCount countLineEnds(std::string_view text) {
         i = 1;
     }
 #ifdef MORLEVANT_X86_STEPS
-    if (hasAvx2())
+    if (processorHasAvx2())
         countBy32(bytes, text.size(), i, lf, cr, crlf);
 #endif
 #ifdef __SSE2__

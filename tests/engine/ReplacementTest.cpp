@@ -8,6 +8,7 @@
 
 #include <array>
 #include <gtest/gtest.h>
+#include <random>
 #include <vector>
 
 using namespace morlevant;
@@ -112,6 +113,37 @@ TEST(Replacement, ALineInPartsGivesWhatItGivesWhole) {
             replacement.ReplaceLineSpilling(line, rest,
                                             [&](std::string_view part) { inParts += part; });
             EXPECT_EQ(inParts + rest, whole) << pairs[0] << " in parts of " << partSize;
+        }
+    }
+}
+
+// Occurrences are found wherever they fall across the steps of sixteen and thirty-two bytes in
+// which candidates are tested, and a byte swapped for a byte wherever it stands: the result is
+// that of a search one position at a time.
+TEST(Replacement, FindsWhatASearchByteByByteFinds) {
+    const auto byteByByte = [](std::string text, const std::string& find, const std::string& to) {
+        for (std::size_t at = text.find(find); at != std::string::npos;
+             at = text.find(find, at + to.size()))
+            text.replace(at, find.size(), to);
+        return text;
+    };
+    std::mt19937 random(11);
+    const std::string finds[] = {"=", "ab", "aba", "b=ab", "a=", "aab=b"};
+    for (std::size_t length = 0; length < 200; length += 1 + length / 10) {
+        for (int round = 0; round < 10; ++round) {
+            std::string text(length, 'a');
+            for (char& c : text)
+                c = "aab="[random() % 4];
+            for (const std::string& find : finds) {
+                for (const std::string to : {"", "X", "YYYYYY"}) {
+                    TaskPageSettings settings;
+                    settings.find1 = find;
+                    settings.replace1 = to;
+                    std::string out;
+                    Replacement(settings).ReplaceLine(text, out);
+                    ASSERT_EQ(out, byteByByte(text, find, to)) << text << " " << find;
+                }
+            }
         }
     }
 }
