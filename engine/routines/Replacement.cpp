@@ -95,6 +95,22 @@ std::size_t findFrom(std::string_view text, std::string_view find, std::size_t f
     return std::string_view::npos;
 }
 
+// The occurrences of `byte` in `text`, sixteen bytes at a time.
+std::size_t countByte(std::string_view text, char byte) {
+    std::size_t count = 0;
+    std::size_t at = 0;
+#ifdef __SSE2__
+    const __m128i bytes = _mm_set1_epi8(byte);
+    for (; text.size() - at >= 16; at += 16)
+        count += static_cast<std::size_t>(
+            std::popcount(static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(
+                _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at)), bytes)))));
+#endif
+    for (; at < text.size(); ++at)
+        count += text[at] == byte ? 1 : 0;
+    return count;
+}
+
 // Calls `match(at)` for every occurrence of `find` (not empty) in `text`, left to right and
 // without overlap, the first of them at `first`. The comparison is byte for byte, so it is exact
 // and case-sensitive. A find text that is valid UTF-8 can only match whole characters; one that is
@@ -132,7 +148,9 @@ void replaceAll(std::string_view text, std::string_view find, std::string_view r
     // The result is built in one buffer of its final size at most: a line hundreds of
     // megabytes long must not be copied into a buffer grown by doubling.
     std::size_t size = text.size();
-    if (replaceWith.size() > find.size())
+    if (replaceWith.size() > find.size() && find.size() == 1)
+        size += countByte(text.substr(first), find.front()) * (replaceWith.size() - 1);
+    else if (replaceWith.size() > find.size())
         for (std::size_t at = first; at != std::string_view::npos;
              at = findFrom(text, find, at + find.size()))
             size += replaceWith.size() - find.size();
