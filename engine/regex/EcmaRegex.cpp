@@ -50,6 +50,14 @@ EcmaRegex::EcmaRegex(std::string_view pattern, MatchBudget budget, Matcher match
         if (!parsed.groupNames[group - 1].empty())
             groupNames_.emplace_back(parsed.groupNames[group - 1], group);
 
+    if (matcher == Matcher::Fastest)
+        byteRun_ = ByteRunMatcher::of(parsed.root);
+    if (byteRun_) {
+        ovector_ = runMatch_;
+        readsBytesAlike_ = true;
+        return;
+    }
+
     bool pcreMatchesLikeJavaScript = matcher == Matcher::Fastest;
     try {
         checkPcreMatchesLikeJavaScript(parsed);
@@ -172,6 +180,8 @@ bool EcmaRegex::setLines(std::string_view lines) {
 void EcmaRegex::use(std::string_view subject, Reading reading, bool budgeted) {
     subject_ = subject;
     subjectIsUtf_ = reading != Reading::Invalid;
+    if (byteRun_)
+        return;
     if (backtracker_) {
         // Every subject has its budget: without PCRE2's match limit, it is what stops runaway
         // backtracking on a short line too.
@@ -203,6 +213,8 @@ std::chrono::steady_clock::time_point EcmaRegex::deadlineFor(std::string_view su
 }
 
 bool EcmaRegex::find(std::size_t start) {
+    if (byteRun_)
+        return byteRun_->find(subject_, start, runMatch_);
     if (backtracker_)
         return backtrackerFind(start);
     static constexpr char empty[] = "";

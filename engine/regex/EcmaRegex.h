@@ -1,10 +1,13 @@
 #pragma once
 
+#include "engine/regex/ByteRunMatcher.h"
+
 #define PCRE2_CODE_UNIT_WIDTH 8
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <pcre2.h>
 #include <string>
 #include <string_view>
@@ -30,7 +33,8 @@ struct MatchBudget {
 // lines by a second compile of the same pattern in which every byte is a character, so that
 // they can still be filtered. A pattern for which the two readings agree uses the second alone.
 // The few patterns that PCRE2 cannot match the way JavaScript does (see EcmaPatternCheck) are
-// matched by BacktrackMatcher instead, with the same readings of a line.
+// matched by BacktrackMatcher instead, with the same readings of a line, and a run of one set of
+// ASCII characters by ByteRunMatcher.
 class EcmaRegex final {
 public:
     // Which matcher a pattern takes: PCRE2 where it matches the JavaScript way, else the
@@ -105,6 +109,10 @@ private:
     std::vector<std::pair<std::string, int>> groupNames_;
     // Set for a pattern that PCRE2 cannot match the JavaScript way, and then no compile is.
     std::unique_ptr<BacktrackMatcher> backtracker_;
+    // Set for a run of ASCII characters, and then no compile is either; its match is in
+    // runMatch_.
+    std::optional<ByteRunMatcher> byteRun_;
+    PCRE2_SIZE runMatch_[2] = {0, 0};
 
     std::string_view subject_;
     bool subjectIsUtf_ = true;

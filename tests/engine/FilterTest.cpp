@@ -56,6 +56,29 @@ INSTANTIATE_TEST_SUITE_P(
                                  "\377caf--\302\240"},
                       FilterCase{"[^a-z]", "-", 1, "\377caf\303\251 \302\240", "-caf-----"}));
 
+// A run of one set of ASCII characters is found by a scan of the bytes rather than by PCRE2: it
+// finds what the backtracking matcher finds, among characters of several bytes and in lines
+// that are not UTF-8, from every start.
+TEST(Filter, RunsOfOneAsciiSetAreFoundAsAMatcherFindsThem) {
+    const std::string subjects[] = {"12a\303\2513 45", "\377x1\342\202\254xx_", "", "abc_9 "};
+    for (const char* pattern : {"[0-9]+", "\\w+", "(?:[a-c])+", "x+", "[]+", "[0-9]+?"}) {
+        EcmaRegex scanned(pattern);
+        EcmaRegex backtracked(pattern, {}, EcmaRegex::Matcher::Backtracking);
+        for (const std::string& subject : subjects) {
+            scanned.setSubject(subject);
+            backtracked.setSubject(subject);
+            for (std::size_t start = 0; start <= subject.size(); ++start) {
+                const bool found = backtracked.find(start);
+                ASSERT_EQ(scanned.find(start), found) << pattern << " from " << start;
+                if (found) {
+                    ASSERT_EQ(scanned.matchStart(), backtracked.matchStart()) << pattern;
+                    ASSERT_EQ(scanned.matchEnd(), backtracked.matchEnd()) << pattern;
+                }
+            }
+        }
+    }
+}
+
 TEST(Filter, RangesFilterEachRangeOnItsOwn) {
     // A long line's ranges the same, their results handed on in parts.
     for (const auto run : {runLine, morlevant::testing::runLongLine}) {

@@ -55,6 +55,11 @@ const fixed = [
     // ASCII patterns over characters of several bytes: matches start and end between characters
     ['a*', '-', 'caf\u00e9\u20aca'], ['\\d+|\\B', '-', '1\u00e92\u20ac'],
     ['(?<![a-z])\\d\\b', '<$&>', '\u00e91 x2\u00e9'], ['\\w+', '[$&]', 'ab\u00e9cd\u00ff'],
+    // runs of one set of ASCII characters, matched by a scan of the bytes, and look-alikes that
+    // are not such runs
+    ['[0-9]+', '<$&>', '12a\u00e93 45\u20ac6'], ['(?:[a-c])+', '-', 'abcxcba\u00e1c'],
+    ['x+', '[$&]', 'xx\u00d7x'], ['[]+', '-', 'abc'], ['[0-9]+?', '<$&>', 'a123'],
+    ['[a-c]{2,}', '<$&>', 'abcab'], ['([0-9])+', '[$1]', 'a123b'], ['[^0-9]+', '-', 'a1\u00e92'],
     // compatibility escapes and plain characters
     ['\\u{41}', '-', 'u'.repeat(41) + 'A'], ['\\G', '-', 'aGc'],
     ['\\A\\Z\\z\\h\\e\\a', '-', 'AZzhea'], ['\\A\\Z\\h\\e\\R\\K\\Q', '-', 'AZheRKQ'],
