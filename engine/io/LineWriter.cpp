@@ -7,8 +7,22 @@
 
 namespace morlevant {
 
-LineWriter::LineWriter(const std::string& path, Mode mode)
-    : file_(path, mode == Mode::Append ? ResultFile::Start::FromFinal : ResultFile::Start::Empty) {}
+LineWriter::LineWriter(const std::string& path, Mode mode, Writes writes)
+    : file_(path, mode == Mode::Append ? ResultFile::Start::FromFinal : ResultFile::Start::Empty),
+      size_(file_.size()), writes_(writes) {}
+
+void LineWriter::emit(const char* data, std::size_t size, bool last) {
+    size_ += size;
+    // The last bytes of a result too small to have started the thread are written here.
+    if (writes_ == Writes::OnCaller || (last && !behind_)) {
+        file_.write(data, size);
+        return;
+    }
+    if (!behind_)
+        behind_ = std::make_unique<WriteBehind>(
+            [this](const char* bytes, std::size_t length) { file_.write(bytes, length); });
+    behind_->write(data, size);
+}
 
 void LineWriter::writeLine(std::string_view line) {
     if (line.size() + 2 > writeSize) {
@@ -52,7 +66,7 @@ void LineWriter::writeBytes(std::string_view bytes) {
         if (used_ == 0 && bytes.size() >= due) {
             // Whole writes go to the file directly, spared the copy.
             const std::size_t direct = due + (bytes.size() - due) / writeSize * writeSize;
-            file_.write(bytes.data(), direct);
+            emit(bytes.data(), direct);
             bytes.remove_prefix(direct);
             continue;
         }
@@ -83,7 +97,7 @@ void LineWriter::settle(std::size_t size) {
     const std::size_t due = this->due();
     if (used_ < due)
         return;
-    file_.write(buffer_.get(), due);
+    emit(buffer_.get(), due);
     used_ -= due;
     if (used_ > 0)
         std::memmove(buffer_.get(), buffer_.get() + due, used_);
@@ -91,7 +105,7 @@ void LineWriter::settle(std::size_t size) {
 
 void LineWriter::flush() {
     if (used_ > 0)
-        file_.write(buffer_.get(), used_);
+        emit(buffer_.get(), used_, true);
     used_ = 0;
 }
 
@@ -99,6 +113,8 @@ void LineWriter::close() {
     if (closed_)
         return;
     flush();
+    if (behind_)
+        behind_->finish();
     closed_ = true;
     file_.commit();
 }

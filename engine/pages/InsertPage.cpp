@@ -35,7 +35,8 @@ void InsertPage::checkResults(const std::string& source) const {
 void InsertPage::process(const std::string& source) {
     LineReader reader(source, context_.stop, context_.bytesRead);
     const std::string result = modifiedPath(source);
-    LineWriter writer(result, LineWriter::Mode::Truncate);
+    LineWriter writer(result, LineWriter::Mode::Truncate,
+                      LineWriter::writesWith(context_.lineJobs));
     if (fromFile_) {
         checkInsertFileIsNot(result);
         // Read once per source file rather than once per row: the text is the same unless the

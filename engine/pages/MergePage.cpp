@@ -31,8 +31,9 @@ void MergePage::process(const std::string& source) {
     // Files merged after the result was shown (the task has more files in its list than in the
     // tree) go on from what it holds.
     if (!writer_)
-        writer_ = std::make_unique<LineWriter>(result, count == 1 ? LineWriter::Mode::Truncate
-                                                                  : LineWriter::Mode::Append);
+        writer_ = std::make_unique<LineWriter>(
+            result, count == 1 ? LineWriter::Mode::Truncate : LineWriter::Mode::Append,
+            LineWriter::writesWith(context_.lineJobs));
     if (context_.mode == RangeMode::RangesOut) {
         appendSelectedRows(reader, *writer_);
     } else {

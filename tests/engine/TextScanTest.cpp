@@ -2,8 +2,10 @@
 // do the reader and writer of lines, which work files in blocks.
 #include "engine/io/LineReader.h"
 #include "engine/io/LineWriter.h"
+#include "engine/io/WriteBehind.h"
 #include "engine/text/LineEnds.h"
 #include "engine/text/Utf8.h"
+#include "taskdef/TaskError.h"
 #include "tests/support/TempDir.h"
 
 #include <algorithm>
@@ -165,33 +167,59 @@ TEST(Reader, LinesAcrossBlockBoundaries) {
 }
 
 TEST(Writer, EndsEveryLineWithCrLfAroundAndBeyondItsBuffer) {
-    // An empty line, a line that runs past the end of a write, one longer than the buffer; then
-    // an appending writer abandoned by a failure after writing past its buffer leaves the file
-    // as it was, and one that closes appends, its writes starting within a write's length.
-    TempDir dir;
-    const std::string path = dir.file("out.txt");
-    const std::string half(LineWriter::writeSize / 2, 'h');
-    const std::string whole(LineWriter::bufferSize + 3, 'w');
-    {
-        LineWriter writer(path, LineWriter::Mode::Truncate);
-        for (const std::string& line : {std::string(), half, half, whole, half})
-            writer.writeLine(line);
-        writer.close();
+    // An empty line, a line that runs past the end of a write, one longer than the buffer and
+    // one of megabytes; then an appending writer abandoned by a failure after writing past its
+    // buffer leaves the file as it was, and one that closes appends, its writes starting within
+    // a write's length. The same when the writes are made behind, on a thread of their own.
+    for (const auto writes : {LineWriter::Writes::OnCaller, LineWriter::Writes::Behind}) {
+        TempDir dir;
+        const std::string path = dir.file("out.txt");
+        const std::string half(LineWriter::writeSize / 2, 'h');
+        const std::string whole(LineWriter::bufferSize + 3, 'w');
+        const std::string huge(3'000'000, 'u');
+        {
+            LineWriter writer(path, LineWriter::Mode::Truncate, writes);
+            for (const std::string& line : {std::string(), half, half, whole, huge, half})
+                writer.writeLine(line);
+            writer.close();
+        }
+        const std::string crlf = "\r\n";
+        const std::string written =
+            crlf + half + crlf + half + crlf + whole + crlf + huge + crlf + half + crlf;
+        {
+            LineWriter abandoned(path, LineWriter::Mode::Append, writes);
+            abandoned.writeLine(huge);
+            abandoned.writeLine("dropped");
+        }
+        EXPECT_EQ(readBytes(path), written);
+        EXPECT_FALSE(std::filesystem::exists(ResultFile::temporaryPath(path)));
+        LineWriter appending(path, LineWriter::Mode::Append, writes);
+        appending.writeLine(whole);
+        appending.writeLine("kept");
+        appending.close();
+        EXPECT_EQ(readBytes(path), written + whole + crlf + "kept" + crlf);
     }
-    const std::string crlf = "\r\n";
-    const std::string written = crlf + half + crlf + half + crlf + whole + crlf + half + crlf;
-    {
-        LineWriter abandoned(path, LineWriter::Mode::Append);
-        abandoned.writeLine(whole);
-        abandoned.writeLine("dropped");
-    }
-    EXPECT_EQ(readBytes(path), written);
-    EXPECT_FALSE(std::filesystem::exists(ResultFile::temporaryPath(path)));
-    LineWriter appending(path, LineWriter::Mode::Append);
-    appending.writeLine(whole);
-    appending.writeLine("kept");
-    appending.close();
-    EXPECT_EQ(readBytes(path), written + whole + crlf + "kept" + crlf);
+}
+
+// A write that fails on the writing thread reaches the thread that hands the bytes over, by a
+// later write or by finish(), and nothing handed over after it is written.
+TEST(Writer, AFailureBehindReachesTheCaller) {
+    std::string written;
+    WriteBehind behind([&](const char* data, std::size_t size) {
+        if (written.size() >= 1'000'000)
+            throw TaskError("disk full");
+        written.append(data, size);
+    });
+    const std::string block(100'000, 'b');
+    EXPECT_THROW(
+        {
+            for (int i = 0; i < 100; ++i)
+                behind.write(block.data(), block.size());
+            behind.finish();
+        },
+        TaskError);
+    EXPECT_GE(written.size(), 1'000'000U);
+    EXPECT_LT(written.size(), 2'000'000U);
 }
 
 } // namespace

@@ -118,6 +118,9 @@ const JobsCase largeFileCases[] = {
     {"FilterAndDelete", {{5, "5"}, {19, "5"}, {24, "[0-9]+"}}},
     {"FilterAndOutput", {{5, "5"}, {19, "6"}, {24, "m [0-9]"}}},
     {"MergeRangesTakenOut", Lines{{1, "2"}, {3, "2-8,1-3"}, {4, "1"}} + Lines{{5, "6"}, {26, "5"}}},
+    // Copied through a thread that writes behind the reading one.
+    {"Merge", {{5, "6"}, {26, "5"}}},
+    {"InsertAtTheEnd", {{5, "5"}, {19, "2"}, {21, "END"}}},
     // The first row that fails is named, however far the threads have read ahead.
     {"FailsAtTheFirstNegativeRoot", {{5, "3"}, {10, "-120000,^0.5"}}},
 };
