@@ -42,7 +42,8 @@ bool LinePage::takesManyLines() const {
 
 void LinePage::process(const std::string& source) {
     LineReader reader(source, context_.stop, context_.bytesRead);
-    LineWriter writer(modifiedPath(source), LineWriter::Mode::Truncate);
+    LineWriter writer(modifiedPath(source), LineWriter::Mode::Truncate,
+                      LineWriter::writesWith(context_.lineJobs));
     if (worthBatching(reader, context_.lineJobs))
         processInBatches(source, reader, writer);
     else
