@@ -6,17 +6,22 @@
 
 #include <QFileInfo>
 #include <QProgressBar>
+#include <algorithm>
 #include <chrono>
 #include <exception>
 #include <future>
+#include <limits>
 #include <memory>
 
 namespace morlevant {
 
 namespace {
 
-// Steps of the bar per file: enough to move with the bytes of a large one.
-constexpr int stepsPerFile = 1000;
+// Steps of the bar per file: enough to move with the bytes of a large one, and fewer for a run
+// of millions of files, whose steps must stay within the bar's range.
+int stepsPerFile(int files) {
+    return std::clamp(std::numeric_limits<int>::max() / std::max(files, 1), 1, 1000);
+}
 
 } // namespace
 
@@ -27,7 +32,8 @@ BackgroundRun::BackgroundRun(RunRequest request, Prompts& prompts, FolderOpener 
     request_.stop = &stop_;
     request_.progress = &progress_;
     const int files = request_.fileCount.value_or(0);
-    bar_.setRange(0, std::max(files, 1) * stepsPerFile);
+    stepsPerFile_ = stepsPerFile(files);
+    bar_.setRange(0, std::max(files, 1) * stepsPerFile_);
     bar_.setValue(0);
     connect(&poll_, &QTimer::timeout, this, &BackgroundRun::showProgress);
     poll_.start(100);
@@ -98,7 +104,7 @@ void BackgroundRun::showMessage(const std::string& text) {
 
 void BackgroundRun::showProgress() {
     const RunProgress::Snapshot now = progress_.snapshot();
-    bar_.setValue(static_cast<int>(now.files * stepsPerFile));
+    bar_.setValue(static_cast<int>(now.files * stepsPerFile_));
     if (now.working >= 0)
         status_.setPath(QStringLiteral("%1 of %2: %3")
                             .arg(now.working + 1)

@@ -58,6 +58,7 @@ private:
     QString statusBefore_; // the status bar's file, given back at the end
     RunProgress progress_;
     QTimer poll_;
+    int stepsPerFile_ = 1; // of the bar
     std::atomic<bool> stop_{false};
     std::atomic<bool> abandoned_{false}; // the window no longer waits for the run's messages
     bool quiet_ = false;
