@@ -9,7 +9,6 @@
 #include "taskdef/WholeFile.h"
 
 #include <filesystem>
-#include <fstream>
 #include <system_error>
 
 namespace morlevant {
@@ -97,14 +96,10 @@ bool isListablePath(std::string_view path) {
 
 void writeTaskFileList(const std::string& path, const std::vector<std::string>& childTags) {
     checkListable(childTags);
-    std::ofstream out(toFsPath(path), std::ios::binary | std::ios::trunc);
-    if (!out)
-        throw TaskError("Cannot write the task file list " + path);
+    std::string text;
     for (const std::string& tag : childTags)
-        out << taggedPath(tag) << "\r\n";
-    out.close();
-    if (!out)
-        throw TaskError("Cannot write the task file list " + path);
+        text.append(taggedPath(tag)).append("\r\n");
+    writeWholeFile(path, text, "the task file list");
 }
 
 bool isTaskEdited(const std::string& programFolder, const std::string& taskName) {
@@ -144,9 +139,7 @@ PrepareResult prepareTaskForEditing(const std::string& programFolder, const std:
     writeTaskFileList(taskFileListPath(programFolder, taskName), childTags);
     // The settings are emptied until the editor confirms them, so a cancelled edit leaves a
     // task that must be edited again before it runs.
-    std::ofstream empty(toFsPath(settingsPath), std::ios::binary | std::ios::trunc);
-    if (!empty)
-        throw TaskError("Cannot write the task settings file " + settingsPath);
+    writeWholeFile(settingsPath, "", "the task settings file");
     return PrepareResult::Prepared;
 }
 

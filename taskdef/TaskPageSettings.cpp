@@ -67,14 +67,10 @@ std::string& TaskPageSettings::line(int n) {
 }
 
 void writeTaskPageSettings(const std::string& path, const TaskPageSettings& settings) {
-    std::ofstream out(toFsPath(path), std::ios::binary | std::ios::trunc);
-    if (!out)
-        throw TaskError("Cannot write the task settings file " + path);
+    std::string text;
     for (Field field : fieldsInFileOrder)
-        out << settings.*field << "\r\n";
-    out.close();
-    if (!out)
-        throw TaskError("Cannot write the task settings file " + path);
+        text += settings.*field + "\r\n";
+    writeWholeFile(path, text, "the task settings file");
 }
 
 TaskPageSettings readTaskPageSettings(const std::string& path) {

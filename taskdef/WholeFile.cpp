@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <system_error>
 
@@ -44,6 +45,26 @@ std::string readWholeFile(const std::string& path, const std::string& what,
     if (std::ferror(file.get()))
         throw cannot(std::strerror(errno));
     return bytes;
+}
+
+void writeWholeFile(const std::string& path, std::string_view bytes, const std::string& what) {
+    const std::string writing = path + ".writing";
+    const auto fail = [&] {
+        std::error_code ignored;
+        std::filesystem::remove(toFsPath(writing), ignored);
+        return TaskError("Cannot write " + what + " " + path);
+    };
+    {
+        std::ofstream out(toFsPath(writing), std::ios::binary | std::ios::trunc);
+        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        out.close();
+        if (!out)
+            throw fail();
+    }
+    std::error_code error;
+    std::filesystem::rename(toFsPath(writing), toFsPath(path), error);
+    if (error)
+        throw fail();
 }
 
 } // namespace morlevant

@@ -29,6 +29,24 @@ TEST(TaskFileList, WritesThePathAfterTheFirstNulAndReadsAnyLineEnd) {
     EXPECT_THROW(readTaskFileList(dir.file("absent.edt")), TaskError);
 }
 
+// A task's file is replaced whole or not at all: a write that fails (here, the name it is
+// written under first is taken by a folder) leaves the older file as it was, and no other.
+TEST(TaskFileList, AFailedWriteLeavesTheOlderFile) {
+    TempDir dir;
+    writeBytes(dir.file("t.edt"), "/in/old.txt\r\n");
+    writeBytes(dir.file("t.ttp"), "old settings");
+    std::filesystem::create_directory(dir.file("t.edt.writing"));
+    std::filesystem::create_directory(dir.file("t.ttp.writing"));
+    EXPECT_THROW(writeTaskFileList(dir.file("t.edt"), {"/in/new.txt"}), TaskError);
+    EXPECT_THROW(writeTaskPageSettings(dir.file("t.ttp"), TaskPageSettings{}), TaskError);
+    EXPECT_EQ(readBytes(dir.file("t.edt")), "/in/old.txt\r\n");
+    EXPECT_EQ(readBytes(dir.file("t.ttp")), "old settings");
+    std::filesystem::remove(dir.file("t.edt.writing"));
+    writeTaskFileList(dir.file("t.edt"), {"/in/new.txt"});
+    EXPECT_EQ(readBytes(dir.file("t.edt")), "/in/new.txt\r\n");
+    EXPECT_FALSE(std::filesystem::exists(dir.file("t.edt.writing")));
+}
+
 // The list keeps one name per line: a name with a line break would come back as two, the part
 // after the break taken relative to wherever the runner stands.
 TEST(TaskFileList, RefusesANameWithALineBreakAndReadsOnlyFullPaths) {
