@@ -53,7 +53,9 @@ TEST(LineEnds, CountsAgreeWithReadingByteByByte) {
     std::mt19937 random(7);
     // 255 steps of sixteen bytes are 4080, of thirty-two 8160.
     const std::size_t lengths[] = {0, 1, 2, 15, 16, 17, 31, 32, 33, 64, 65, 98, 4081, 8169, 16370};
-    const std::string alphabets[] = {"\r\nx", "\nxxxxxxx", "\r\n\r\n\r\nx"};
+    // Short lines, and long ones, which the copy takes by other steps.
+    const std::string alphabets[] = {"\r\nx", "\nxxxxxxx", "\r\n\r\n\r\nx",
+                                     std::string(70, 'x') + "\r\n"};
     for (const std::string& alphabet : alphabets) {
         for (const std::size_t length : lengths) {
             for (int round = 0; round < 20; ++round) {
@@ -201,25 +203,43 @@ TEST(Writer, EndsEveryLineWithCrLfAroundAndBeyondItsBuffer) {
     }
 }
 
-// A write that fails on the writing thread reaches the thread that hands the bytes over, by a
-// later write or by finish(), and nothing handed over after it is written.
-TEST(Writer, AFailureBehindReachesTheCaller) {
-    std::string written;
-    WriteBehind behind([&](const char* data, std::size_t size) {
-        if (written.size() >= 1'000'000)
-            throw TaskError("disk full");
-        written.append(data, size);
-    });
+// Bytes written behind go out in writes that end where the file's length is a multiple of a
+// writer's write, whatever length it started from; a write that fails reaches the thread that
+// hands the bytes over, by a later write or by finish(), and no write is made after it.
+TEST(Writer, WritesBehindEndOnWholeWritesAndStopAtAFailure) {
     const std::string block(100'000, 'b');
-    EXPECT_THROW(
+    for (const int failAt : {0, 3}) {
+        std::vector<std::size_t> ends; // the file's length after each write
+        int writesAfterFailure = 0;
+        bool failed = false;
         {
-            for (int i = 0; i < 100; ++i)
-                behind.write(block.data(), block.size());
-            behind.finish();
-        },
-        TaskError);
-    EXPECT_GE(written.size(), 1'000'000U);
-    EXPECT_LT(written.size(), 2'000'000U);
+            WriteBehind behind(
+                [&](const char*, std::size_t size) {
+                    writesAfterFailure += failed ? 1 : 0;
+                    if (static_cast<int>(ends.size()) + 1 == failAt) {
+                        failed = true;
+                        throw TaskError("disk full");
+                    }
+                    ends.push_back((ends.empty() ? 1000 : ends.back()) + size);
+                },
+                1000);
+            const auto handOverAll = [&] {
+                for (int i = 0; i < 100; ++i)
+                    behind.write(block.data(), block.size());
+                behind.finish();
+            };
+            if (failAt > 0)
+                EXPECT_THROW(handOverAll(), TaskError);
+            else
+                handOverAll();
+        }
+        EXPECT_EQ(writesAfterFailure, 0);
+        if (failAt == 0) {
+            EXPECT_EQ(ends.back(), 1000 + 100 * block.size());
+            for (std::size_t i = 0; i + 1 < ends.size(); ++i)
+                EXPECT_EQ(ends[i] % LineWriter::writeSize, 0U) << i;
+        }
+    }
 }
 
 } // namespace
