@@ -12,16 +12,17 @@ LineWriter::LineWriter(const std::string& path, Mode mode, Writes writes)
       size_(file_.size()), writes_(writes) {}
 
 void LineWriter::emit(const char* data, std::size_t size, bool last) {
-    size_ += size;
     // The last bytes of a result too small to have started the thread are written here.
     if (writes_ == Writes::OnCaller || (last && !behind_)) {
         file_.write(data, size);
-        return;
+    } else {
+        if (!behind_)
+            behind_ = std::make_unique<WriteBehind>(
+                [this](const char* bytes, std::size_t length) { file_.write(bytes, length); },
+                size_);
+        behind_->write(data, size);
     }
-    if (!behind_)
-        behind_ = std::make_unique<WriteBehind>(
-            [this](const char* bytes, std::size_t length) { file_.write(bytes, length); });
-    behind_->write(data, size);
+    size_ += size;
 }
 
 void LineWriter::writeLine(std::string_view line) {

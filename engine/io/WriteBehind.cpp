@@ -14,7 +14,8 @@ constexpr std::size_t mostWaiting = 4;
 
 } // namespace
 
-WriteBehind::WriteBehind(Write write) : write_(std::move(write)), thread_([this] { run(); }) {}
+WriteBehind::WriteBehind(Write write, std::uint64_t length)
+    : write_(std::move(write)), length_(length), thread_([this] { run(); }) {}
 
 WriteBehind::~WriteBehind() {
     {
@@ -43,21 +44,27 @@ void WriteBehind::write(const char* data, std::size_t size) {
                 filling_.bytes = std::move(spare_.back());
                 spare_.pop_back();
             }
+            // A piece ends where the file's length is a multiple of pieceSize, and so of the
+            // lengths its writer keeps its writes to.
+            filling_.capacity = pieceSize - static_cast<std::size_t>(length_ % pieceSize);
         }
-        const std::size_t part = std::min(size, pieceSize - filling_.size);
+        const std::size_t part = std::min(size, filling_.capacity - filling_.size);
         std::memcpy(filling_.bytes.get() + filling_.size, data, part);
         filling_.size += part;
+        length_ += part;
         data += part;
         size -= part;
-        if (filling_.size == pieceSize)
+        if (filling_.size == filling_.capacity)
             handOver();
     }
 }
 
 void WriteBehind::handOver() {
     {
+        // After a failed write none is made: the caller learns of it at its next call.
         const std::lock_guard lock(mutex_);
-        waiting_.push_back(std::move(filling_));
+        if (!failure_)
+            waiting_.push_back(std::move(filling_));
     }
     filling_ = Piece();
     changed_.notify_all();

@@ -4,6 +4,7 @@
 
 #include <condition_variable>
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <exception>
 #include <functional>
@@ -23,7 +24,8 @@ public:
     // caller by the next write() or by finish().
     using Write = std::function<void(const char* data, std::size_t size)>;
 
-    explicit WriteBehind(Write write);
+    // `length`: the file's length before the first byte handed over.
+    explicit WriteBehind(Write write, std::uint64_t length = 0);
     // Drops what is not written yet: a writer destroyed before finish() was abandoned.
     ~WriteBehind();
     WriteBehind(const WriteBehind&) = delete;
@@ -39,6 +41,7 @@ private:
     struct Piece {
         AlignedBlock bytes;
         std::size_t size = 0;
+        std::size_t capacity = 0; // bytes it takes before it is handed over
     };
     // Passes the piece being filled on to the writing thread.
     void handOver();
@@ -47,8 +50,9 @@ private:
     void throwFailure();
 
     Write write_;
-    Piece filling_;    // of the caller's thread
-    std::mutex mutex_; // guards what follows
+    Piece filling_;        // of the caller's thread, as is the length
+    std::uint64_t length_; // the file's length once every byte handed over is written
+    std::mutex mutex_;     // guards what follows
     std::condition_variable changed_;
     std::deque<Piece> waiting_;
     std::vector<AlignedBlock> spare_;
