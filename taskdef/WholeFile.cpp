@@ -11,6 +11,12 @@
 #include <memory>
 #include <system_error>
 
+#ifdef _WIN32
+#include <process.h>
+#else
+#include <unistd.h>
+#endif
+
 namespace morlevant {
 
 std::string readWholeFile(const std::string& path, const std::string& what,
@@ -48,7 +54,12 @@ std::string readWholeFile(const std::string& path, const std::string& what,
 }
 
 void writeWholeFile(const std::string& path, std::string_view bytes, const std::string& what) {
-    const std::string writing = path + ".writing";
+    // Another program saving the same file at once writes under a name of its own.
+#ifdef _WIN32
+    const std::string writing = path + ".writing" + std::to_string(_getpid());
+#else
+    const std::string writing = path + ".writing" + std::to_string(::getpid());
+#endif
     const auto fail = [&] {
         std::error_code ignored;
         std::filesystem::remove(toFsPath(writing), ignored);

@@ -10,6 +10,7 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 using namespace morlevant;
 using namespace morlevant::testing;
@@ -35,16 +36,17 @@ TEST(TaskFileList, AFailedWriteLeavesTheOlderFile) {
     TempDir dir;
     writeBytes(dir.file("t.edt"), "/in/old.txt\r\n");
     writeBytes(dir.file("t.ttp"), "old settings");
-    std::filesystem::create_directory(dir.file("t.edt.writing"));
-    std::filesystem::create_directory(dir.file("t.ttp.writing"));
+    const std::string writing = ".writing" + std::to_string(::getpid());
+    std::filesystem::create_directory(dir.file("t.edt" + writing));
+    std::filesystem::create_directory(dir.file("t.ttp" + writing));
     EXPECT_THROW(writeTaskFileList(dir.file("t.edt"), {"/in/new.txt"}), TaskError);
     EXPECT_THROW(writeTaskPageSettings(dir.file("t.ttp"), TaskPageSettings{}), TaskError);
     EXPECT_EQ(readBytes(dir.file("t.edt")), "/in/old.txt\r\n");
     EXPECT_EQ(readBytes(dir.file("t.ttp")), "old settings");
-    std::filesystem::remove(dir.file("t.edt.writing"));
+    std::filesystem::remove(dir.file("t.edt" + writing));
     writeTaskFileList(dir.file("t.edt"), {"/in/new.txt"});
     EXPECT_EQ(readBytes(dir.file("t.edt")), "/in/new.txt\r\n");
-    EXPECT_FALSE(std::filesystem::exists(dir.file("t.edt.writing")));
+    EXPECT_FALSE(std::filesystem::exists(dir.file("t.edt" + writing)));
 }
 
 // The list keeps one name per line: a name with a line break would come back as two, the part
