@@ -40,12 +40,8 @@ TEST_P(FilterLineTable, ReplacesDeletesOrOutputsMatches) {
 
 INSTANTIATE_TEST_SUITE_P(
     Kinds, FilterLineTable,
-    ::testing::Values(FilterCase{"[0-9]+", "", 3, "a12b345", "12 345 "},
-                      FilterCase{"[0-9]+", "", 3, "abc", "abc"}, // no match: the line stays
-                      FilterCase{"\\s+$", "", 2, "text \t ", "text"},
-                      FilterCase{"(\\w+)=", "[$1]", 1, "x=y", "[x]y"},
-                      FilterCase{"abc", "", 2, "ABC abc", "ABC "}, // case-sensitive
-                      FilterCase{"\\d*", "", 3, "a1", " 1  "},     // empty matches are output
+    // differential.js compares the kinds on UTF-8 lines with JavaScript; this pins the case.
+    ::testing::Values(FilterCase{"abc", "", 2, "ABC abc", "ABC "},
                       // A line that is not UTF-8 is matched byte by byte (\377 is the byte 0xff)
                       // with the same meaning: a character of the pattern beyond ASCII stands
                       // for its UTF-8 bytes, a class for single ASCII bytes and, negated, for
