@@ -238,21 +238,30 @@ TEST_F(EditorRules, RangeBoxesAndTakingOutOnlyWithARowAndColumnSelection) {
     EXPECT_TRUE(control<QAbstractButton>("Check2")->isChecked()); // disabled, never unticked
 }
 
-TEST_F(EditorRules, DivideActionsExcludeEachOtherAndRangeDividesNeedASelection) {
+// A merge of ranges left in place says, ticked and unticked, that it merges the whole text.
+TEST_F(EditorRules, DivideActionsExcludeEachOtherAndAMergeOfRangesInPlaceSaysSo) {
+    const char* notice = "information|Morlevant|You didn't choose take the operating ranges "
+                         "out,the result will be the same as allrange";
     const struct {
         QStringList clicks;
         const char* divideBoxesEnabled;
+        int notices;
     } cases[] = {
-        {{"Check6"}, "11001"},
-        {{"Check6", "Option1(1)"}, "11111"},
-        {{"Check6", "Check_dm(0)"}, "10000"},
-        {{"Check6", "Option1(1)", "Check2", "Check2"}, "00001"},
+        {{"Check6"}, "11001", 0},
+        {{"Check6", "Option1(1)"}, "11111", 0},
+        {{"Check6", "Check_dm(0)"}, "10000", 0},
+        {{"Check6", "Option1(1)", "Check2", "Check2"}, "00001", 0},
+        {{"Check6", "Check_dm(4)", "Check_dm(4)"}, "11001", 0},
+        {{"Option1(1)", "Check6", "Check_dm(4)", "Check_dm(4)"}, "11111", 2},
+        {{"Option1(1)", "Check2", "Check6", "Check_dm(4)"}, "00001", 0},
     };
     for (const auto& sequence : cases) {
+        SCOPED_TRACE(sequence.clicks.join(", ").toStdString());
+        prompts.asked.clear();
         reopen();
         clickAll(sequence.clicks);
-        EXPECT_EQ(enabled(divideBoxes), sequence.divideBoxesEnabled)
-            << sequence.clicks.join(", ").toStdString();
+        EXPECT_EQ(enabled(divideBoxes), sequence.divideBoxesEnabled);
+        EXPECT_EQ(prompts.asked.count(notice), sequence.notices);
     }
 }
 
@@ -269,26 +278,6 @@ TEST_F(EditorRules, InsertActionsExcludeEachOtherAndFilteringWithoutReplacingEmp
     click("Check_id(5)");
     EXPECT_EQ(enabled(actionBoxes), "000001");
     EXPECT_EQ(text("Text_id(2)"), "");
-}
-
-TEST_F(EditorRules, MergeNoticeOnlyWhenRangesStayInPlace) {
-    const char* notice = "information|Morlevant|You didn't choose take the operating ranges "
-                         "out,the result will be the same as allrange";
-    const struct {
-        QStringList clicks;
-        int notices;
-    } cases[] = {
-        {{"Check6", "Check_dm(4)", "Check_dm(4)"}, 0},
-        {{"Option1(1)", "Check6", "Check_dm(4)", "Check_dm(4)"}, 2}, // ticking and unticking
-        {{"Option1(1)", "Check2", "Check6", "Check_dm(4)"}, 0},
-    };
-    for (const auto& sequence : cases) {
-        prompts.asked.clear();
-        reopen();
-        clickAll(sequence.clicks);
-        EXPECT_EQ(prompts.asked.count(notice), sequence.notices)
-            << sequence.clicks.join(", ").toStdString();
-    }
 }
 
 // How a text is tidied and checked is pinned by RangeText's tables; these are the boxes' wiring.
