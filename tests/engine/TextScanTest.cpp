@@ -1,11 +1,12 @@
-// Scans that pass over text several bytes at a time agree with reading it byte by byte, and so
-// do the reader and writer of lines, which work files in blocks.
+// Scans that pass over text several bytes at a time agree with reading it byte by byte, and so do
+// the reader and writer of lines, which work files in blocks, and the split of a text read whole.
 #include "engine/io/LineReader.h"
 #include "engine/io/LineWriter.h"
 #include "engine/io/WriteBehind.h"
 #include "engine/text/LineEnds.h"
 #include "engine/text/Utf8.h"
 #include "taskdef/TaskError.h"
+#include "taskdef/TextLines.h"
 #include "tests/support/TempDir.h"
 
 #include <algorithm>
@@ -95,9 +96,11 @@ TEST(Utf8, ValidityAtEveryPositionAmongAscii) {
 
 using Lines = std::vector<std::string>;
 
-// Reading the file gives the lines; copying them, in counts that stop at any line, gives each
-// line ended by CR LF.
+// Reading the file, or splitting its text read whole, gives the lines; copying them, in counts
+// that stop at any line, gives each line ended by CR LF.
 void expectLines(const std::string& bytes, const Lines& lines) {
+    const std::vector<std::string_view> split = textLines(bytes);
+    EXPECT_EQ(Lines(split.begin(), split.end()), lines);
     TempDir dir;
     writeBytes(dir.file("in.txt"), bytes);
     Lines read;

@@ -1,7 +1,5 @@
-// The text of a task's files: its lines, the number a line starts with, and names as
-// messages show them.
-#include "taskdef/TextLines.h"
-
+// The text of a task's files: the number a line starts with, and names as messages show them.
+// How the files' lines end is checked with the engine's reader, in TextScanTest.
 #include "taskdef/LeadingNumber.h"
 #include "taskdef/VisibleName.h"
 
@@ -13,24 +11,6 @@ using namespace morlevant;
 namespace {
 
 using namespace std::string_literals;
-using Lines = std::vector<std::string_view>;
-
-TEST(TextLines, EndAtCrLfLfOrALoneCr) {
-    const struct {
-        std::string_view text;
-        Lines lines;
-    } cases[] = {
-        {"", {}},
-        {"a\r\nb\nc\rd", {"a", "b", "c", "d"}},
-        {"a\r\n", {"a"}},         // a final line end starts no further line
-        {"\n\nb", {"", "", "b"}}, // blank lines are kept, so numbers count them
-        {"a\n\rb", {"a", "", "b"}},
-        {"a\r\r\nb", {"a", "", "b"}},
-        {"\r", {""}},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(textLines(c.text), c.lines) << testing::PrintToString(std::string(c.text));
-}
 
 TEST(LeadingNumber, ReadsAsFarAsANumberGoes) {
     const struct {
