@@ -21,10 +21,7 @@ TEST_F(EditorSettings, OkRefusesAnIncompletePageAndLeavesEverythingAsItWas) {
     const QString askForAction =
         "information|Morlevant|What do you want to do?Please press the check button!";
     const QString lineBreak = "yesno|Morlevant|The large find or replace box holds a line break.";
-    const struct {
-        QStringList clicks;
-        QString message; // the start of the one prompt
-    } cases[] = {
+    const std::pair<QStringList, QString> cases[] = {
         {{}, "information|Morlevant|You didn't edit task page"},
         {{"Option1(1)", "Check2"}, "information|Morlevant|You didn't edit task page"},
         {{"Check3"}, "information|Morlevant|Calculate steps was empty"},
@@ -36,18 +33,17 @@ TEST_F(EditorSettings, OkRefusesAnIncompletePageAndLeavesEverythingAsItWas) {
         {{"Check4", "Text1=cat", "Text7=one\rtwo"}, lineBreak},
         {{"Check4", "Text1=cat", "Text8=one\rtwo"}, lineBreak},
     };
-    for (const auto& sequence : cases) {
-        SCOPED_TRACE(sequence.clicks.join(", ").toStdString());
+    for (const auto& [clicks, message] : cases) {
+        SCOPED_TRACE(clicks.join(", ").toStdString());
         prompts.asked.clear();
         reopen();
-        driver().perform(sequence.clicks);
+        driver().perform(clicks);
         const TaskPageSettings shown = dialog->settings();
-        if (sequence.message == lineBreak)
+        if (message == lineBreak)
             prompts.answers.enqueue(Answer::No);
         click("ok");
         ASSERT_EQ(prompts.asked.size(), 1);
-        EXPECT_TRUE(prompts.asked[0].startsWith(sequence.message))
-            << prompts.asked[0].toStdString();
+        EXPECT_TRUE(prompts.asked[0].startsWith(message)) << prompts.asked[0].toStdString();
         EXPECT_TRUE(dialog->isVisible());
         EXPECT_EQ(dialog->settings(), shown);
         EXPECT_FALSE(std::filesystem::exists(home.file("Job.ttp")));
@@ -81,10 +77,7 @@ TEST_F(EditorSettings, OkWritesTheThirtyOneLinesOfEveryPage) {
                     "\r\n";
         return text;
     };
-    const struct {
-        QStringList steps;
-        std::map<int, const char*> changed;
-    } cases[] = {
+    const std::pair<QStringList, std::map<int, const char*>> cases[] = {
         {{"Check3", "Text_cal(0)=2", "Text_cal(1)=5", "Command_cal(0)"},
          {{5, "3"}, {6, "02"}, {10, "+5,"}}},
         // Ranges taken out; a line break in the large boxes moves every later line down.
@@ -96,15 +89,15 @@ TEST_F(EditorSettings, OkWritesTheThirtyOneLinesOfEveryPage) {
          {{5, "5"}, {19, "6"}, {24, "[0-9]+"}}},
         {{"Check6", "Check_dm(0)", "Text_dm(0)=100"}, {{5, "6"}, {26, "1"}, {27, "100"}}},
     };
-    for (const auto& page : cases) {
+    for (const auto& [steps, changed] : cases) {
         reopen();
-        driver().perform(page.steps);
+        driver().perform(steps);
         // Saving a line break is confirmed first (refusing it is tried above).
-        if (page.steps.join(u',').contains("Text7"))
+        if (steps.join(u',').contains("Text7"))
             prompts.answers.enqueue(Answer::Yes);
         click("ok");
         EXPECT_EQ(dialog->result(), QDialog::Accepted);
-        EXPECT_EQ(written(), file(page.changed)) << page.steps.join(", ").toStdString();
+        EXPECT_EQ(written(), file(changed)) << steps.join(", ").toStdString();
     }
 }
 

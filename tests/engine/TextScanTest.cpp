@@ -125,10 +125,7 @@ void expectLines(const std::string& bytes, const Lines& lines) {
 }
 
 TEST(Reader, SplitsAtCrLfLfAndLoneCr) {
-    const struct {
-        std::string bytes;
-        Lines expected;
-    } cases[] = {
+    const std::pair<std::string, Lines> cases[] = {
         {"", {}},
         {"a\r\nb\r\n", {"a", "b"}},
         {"a\rb\r", {"a", "b"}},
@@ -145,9 +142,9 @@ TEST(Reader, SplitsAtCrLfLfAndLoneCr) {
         {"abcdefghijkl\nmnopqrstuvwx\nabcdefghijklmnopq\rrs\n",
          {"abcdefghijkl", "mnopqrstuvwx", "abcdefghijklmnopq", "rs"}},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(::testing::PrintToString(c.bytes));
-        expectLines(c.bytes, c.expected);
+    for (const auto& [bytes, expected] : cases) {
+        SCOPED_TRACE(::testing::PrintToString(bytes));
+        expectLines(bytes, expected);
     }
 }
 

@@ -126,23 +126,20 @@ TEST_F(LoadText, WhatIsNotARegularFileIsRefusedWithOneMessage) {
     const testing::UnixSocket socket(folder.file("socket"));
     ASSERT_TRUE(socket.bound());
     std::filesystem::create_directories(folder.path() / "folder.htm");
-    const struct {
-        QString path;
-        const char* reason;
-    } cases[] = {
+    const std::pair<QString, const char*> cases[] = {
         {path("folder.htm"), "it is a folder"},
         {path("pipe"), "it is a named pipe"},
         {"/dev/zero", "it is a device"},
         {path("socket"), "it is a socket"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [file, reason] : cases) {
         viewer.showText("before");
         prompts.asked.clear();
-        loader.loadtext(tag("", c.path), true);
+        loader.loadtext(tag("", file), true);
         EXPECT_EQ(prompts.asked,
-                  QStringList{"error|Morlevant|Can't show " + c.path + ": " + c.reason + "."});
+                  QStringList{"error|Morlevant|Can't show " + file + ": " + reason + "."});
         EXPECT_EQ(viewer.toPlainText(), "");
-        EXPECT_EQ(viewer.shownFile(), c.path); // not tried again until picked anew
+        EXPECT_EQ(viewer.shownFile(), file); // not tried again until picked anew
     }
     prompts.asked.clear();
     loader.loadtext(tag("", path("gone.txt")), true);
@@ -211,7 +208,9 @@ TEST_F(FileSearch, FindInAllFilesGathersTheMatchingFilesInTreeOrder) {
 const QString sample = QStringLiteral("abc xyz ABC abc");
 
 TEST(ViewerSearch, StepsDirectionsAndCase) {
-    struct Case {
+    constexpr int fwd = SearchState::forward;
+    constexpr int back = SearchState::backward;
+    const struct {
         const char* name;
         QString findText;
         bool matchCase;
@@ -220,10 +219,7 @@ TEST(ViewerSearch, StepsDirectionsAndCase) {
         bool newText;
         qsizetype selectionStart;
         qsizetype found; // -1: not found
-    };
-    constexpr int fwd = SearchState::forward;
-    constexpr int back = SearchState::backward;
-    const Case cases[] = {
+    } cases[] = {
         {"after a load the caret itself matches", "abc", false, fwd, 1, true, 0, 0},
         {"find next moves past the last match", "abc", false, fwd, 0, false, 0, 8},
         {"a moved caret starts at itself", "abc", false, fwd, 0, false, 8, 8},
@@ -236,7 +232,7 @@ TEST(ViewerSearch, StepsDirectionsAndCase) {
         {"backward misses a match one before the caret", "bc", false, back, 1, true, 2, -1},
         {"any other direction goes backward", "xyz", false, 2, 1, true, 15, 4},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SearchState state;
         state.findText = c.findText;
         state.matchCase = c.matchCase;

@@ -59,22 +59,17 @@ TEST_F(UserSettingsTest, ReadsBackWhatItWroteUnderOtherSpellings) {
 }
 
 TEST_F(UserSettingsTest, AcceptsBooleansAsWordsOrNumbersAndNeverStartsMinimised) {
-    const struct {
-        const char* text;
-        bool value;
-    } booleans[] = {{"True", true}, {"false", false}, {" 2.5 ", true}, {"0.0", false}};
-    for (const auto& c : booleans) {
-        store.setValue("AFSon", c.text);
-        EXPECT_EQ(loaded().addFileInSub, c.value) << c.text;
+    const std::pair<const char*, bool> booleans[] = {
+        {"True", true}, {"false", false}, {" 2.5 ", true}, {"0.0", false}};
+    for (const auto& [text, value] : booleans) {
+        store.setValue("AFSon", text);
+        EXPECT_EQ(loaded().addFileInSub, value) << text;
     }
-    const struct {
-        const char* stored;
-        int state;
-    } windowStates[] = {
+    const std::pair<const char*, int> windowStates[] = {
         {"0", UserSettings::Normal}, {"1", UserSettings::Normal}, {"2", UserSettings::Maximised}};
-    for (const auto& c : windowStates) {
-        store.setValue("WndStyle", c.stored);
-        EXPECT_EQ(loaded().windowState, c.state) << c.stored;
+    for (const auto& [stored, state] : windowStates) {
+        store.setValue("WndStyle", stored);
+        EXPECT_EQ(loaded().windowState, state) << stored;
     }
 }
 
@@ -121,19 +116,16 @@ TEST_F(RecentFilesTest, KeepsTheFourNewestAndMovesAReopenedOneToTheFront) {
     EXPECT_EQ(recent.FindRecentFile("/a.tsk"), RecentFiles::notFound);
     EXPECT_EQ(recent.FindRecentFile("/c.tsk"), 2);
     EXPECT_EQ(recent.FindRecentFile("/C.tsk"), RecentFiles::notFound);
-    const struct {
-        int position;
-        const char* menu;
-    } cases[] = {
+    const std::pair<int, const char*> cases[] = {
         {0, "&1 /e.tsk | &2 /d.tsk | &3 /c.tsk | &4 /b.tsk"},
         {2, "&1 /c.tsk | &2 /e.tsk | &3 /d.tsk | &4 /b.tsk"},
         {3, "&1 /b.tsk | &2 /e.tsk | &3 /d.tsk | &4 /c.tsk"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [position, menu] : cases) {
         // Whatever the ring held, these five in turn leave e, d, c, b.
-        EXPECT_EQ(shown(openInTurn(five)), cases[0].menu);
-        EXPECT_EQ(shown(recent.UpdateRecentFiles(c.position)), c.menu) << c.position;
-        EXPECT_EQ(shown(recent.ShowRecentFiles()), c.menu);
+        EXPECT_EQ(shown(openInTurn(five)), cases[0].second);
+        EXPECT_EQ(shown(recent.UpdateRecentFiles(position)), menu) << position;
+        EXPECT_EQ(shown(recent.ShowRecentFiles()), menu);
     }
 }
 

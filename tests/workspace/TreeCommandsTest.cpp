@@ -22,18 +22,17 @@ protected:
 };
 
 TEST_F(TreeCommandsTest, AddTaskIsNumberedByAllNodesAndPlacedAfterTheSelection) {
-    struct Case {
+    const struct {
         const char* tree;
         QStringList selected;
         const char* after;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"", {}, "My Batch Task"},
         {"A", {"A"}, "A My Batch Task 1"},
         {"A[a.txt b.txt] B", {"A"}, "A[a.txt b.txt] My Batch Task 4 B"},
         {"A[a.txt b.txt] B", {"A", "a.txt"}, "A[a.txt My Batch Task 4 b.txt] B"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         model.clear();
         state.TaskDirty = false;
         buildTree(model, c.tree);

@@ -70,17 +70,14 @@ TEST(WorkspaceFile, NumbersKeysInPreOrderAndKeepsRemarks) {
 }
 
 TEST(WorkspaceFile, CutsTheWorkspaceFolderFoundAnywhereInAPath) {
-    const struct {
-        const char* path;
-        const char* stored;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"/work/tasks/data/notes.txt", "data/notes.txt"},
         {"/WORK/Tasks/notes.txt", "notes.txt"},
         {"/mnt/work/tasks/a.txt", "sks/a.txt"},
         {"/work/task/a.txt", "/work/task/a.txt"},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(WorkspaceFile::FNtoSave(c.path, "/work/tasks/"), c.stored) << c.path;
+    for (const auto& [path, stored] : cases)
+        EXPECT_EQ(WorkspaceFile::FNtoSave(path, "/work/tasks/"), stored) << path;
 }
 
 TEST(WorkspaceFile, ReadsTheTreeWithImagesAndTags) {
