@@ -19,11 +19,6 @@ TaskPageSettings filter(const std::string& pattern, const std::string& replaceWi
     return settings;
 }
 
-std::string filterLine(const std::string& pattern, const std::string& replaceWith, int kind,
-                       const std::string& line) {
-    return runLine(*made(makeFilter, filter(pattern, replaceWith), kind), Mode::Whole, line);
-}
-
 struct FilterCase {
     std::string pattern, replaceWith;
     int kind;
@@ -34,7 +29,9 @@ class FilterLineTable : public ::testing::TestWithParam<FilterCase> {};
 
 TEST_P(FilterLineTable, ReplacesDeletesOrOutputsMatches) {
     const FilterCase& c = GetParam();
-    EXPECT_EQ(filterLine(c.pattern, c.replaceWith, c.kind, c.line), c.expected)
+    EXPECT_EQ(
+        runLine(*made(makeFilter, filter(c.pattern, c.replaceWith), c.kind), Mode::Whole, c.line),
+        c.expected)
         << "/" << c.pattern << "/ kind " << c.kind << " on " << c.line;
 }
 
