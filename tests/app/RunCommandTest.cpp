@@ -103,10 +103,7 @@ TEST_F(RunCommandTest, AFailureIsOneLineOnTheErrorStreamAndExitCodeOne) {
     homeVariable = home();
     const std::string lookedIn = " (looked in the program folder " + home() +
                                  "; choose another with --home DIR or MORLEVANT_HOME)\n";
-    const struct {
-        std::vector<std::string> arguments;
-        std::string mentions;
-    } cases[] = {
+    const std::pair<std::vector<std::string>, std::string> cases[] = {
         {{"--home", "HOME", "Nope"}, "Nope.edt"},
         {{"Elsewhere"}, "Elsewhere.edt is missing: edit the task first" + lookedIn},
         {{"--home", "HOME", "Cancelled"}, "edit"},
@@ -115,17 +112,17 @@ TEST_F(RunCommandTest, AFailureIsOneLineOnTheErrorStreamAndExitCodeOne) {
         {{"--home=", "T"}, "--home is empty"},
         {{"--home", "/nonexistent/m", "T"}, "/nonexistent"},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.mentions);
+    for (const auto& [arguments, mentions] : cases) {
+        SCOPED_TRACE(mentions);
         out.str("");
         err.str("");
-        EXPECT_EQ(run(c.arguments), 1);
+        EXPECT_EQ(run(arguments), 1);
         EXPECT_EQ(out.str(), "");
         const std::string message = err.str();
         EXPECT_EQ(message.rfind("morlevant-run: ", 0), 0u) << message;
         EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 1) << message;
-        EXPECT_NE(message.find(c.mentions), std::string::npos) << message;
-        EXPECT_EQ(message.find("looked in") == std::string::npos, c.arguments.size() > 1);
+        EXPECT_NE(message.find(mentions), std::string::npos) << message;
+        EXPECT_EQ(message.find("looked in") == std::string::npos, arguments.size() > 1);
     }
 }
 
