@@ -140,19 +140,10 @@ TEST_F(Window, FileButtonsAndClosingAskAboutChangesAndClosingKeepsTheSettingsFir
 
 // The message boxes the window asks its questions with.
 TEST(QtPrompts, TheButtonChosenIsTheAnswerAndClosingCountsAsTheLast) {
-    const struct {
-        Buttons buttons;
-        QMessageBox::StandardButton chosen;
-        Answer answer;
-    } cases[] = {
-        {Buttons::YesNo, QMessageBox::Yes, Answer::Yes},
-        {Buttons::YesNo, QMessageBox::Escape, Answer::No},
-        {Buttons::YesNoCancel, QMessageBox::No, Answer::No},
-        {Buttons::YesNoCancel, QMessageBox::Escape, Answer::Cancel},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(QtPrompts::answerOf(c.chosen, c.buttons), c.answer)
-            << "buttons " << static_cast<int>(c.buttons) << ", chosen " << c.chosen;
+    EXPECT_EQ(QtPrompts::answerOf(QMessageBox::Yes, Buttons::YesNo), Answer::Yes);
+    EXPECT_EQ(QtPrompts::answerOf(QMessageBox::Escape, Buttons::YesNo), Answer::No);
+    EXPECT_EQ(QtPrompts::answerOf(QMessageBox::No, Buttons::YesNoCancel), Answer::No);
+    EXPECT_EQ(QtPrompts::answerOf(QMessageBox::Escape, Buttons::YesNoCancel), Answer::Cancel);
 }
 
 // A box is never narrower than its title needs, however short its message.
