@@ -15,15 +15,9 @@ using morlevant::testing::RunnerFixture;
 
 namespace {
 
-// Every file under files/ with its bytes, by its path below files/.
+// Every file and folder under files/.
 std::map<std::string, std::string> filesLeft(const RunnerFixture& fixture) {
-    std::map<std::string, std::string> left;
-    const std::filesystem::path root = fixture.home.path() / "files";
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(root))
-        if (entry.is_regular_file())
-            left[std::filesystem::relative(entry.path(), root).string()] =
-                morlevant::testing::readBytes(entry.path().string());
-    return left;
+    return morlevant::testing::snapshot(fixture.home.path() / "files");
 }
 
 // Sources that meet in their results: the same file twice, a hard link to it, two names with

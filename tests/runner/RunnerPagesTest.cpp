@@ -283,19 +283,13 @@ TEST_P(Previews, ShowWhatTheRunWouldWriteAndWriteNothing) {
     // Three rows of a.txt are previewed; the fourth is past the sample.
     fixture.writeSource("a.txt", "r1\nx\nr3\nr4\n");
     fixture.writeSource("b.txt", "b");
-    const auto files = [&] {
-        std::vector<std::string> names;
-        for (const auto& entry : fs::recursive_directory_iterator(fixture.home.path()))
-            names.push_back(entry.path().string());
-        return names;
-    };
-    const auto before = files();
+    const auto before = snapshot(fixture.home.path());
 
     const TaskPreview preview =
         previewTask(fixture.settings, {fixture.source("a.txt"), fixture.source("b.txt")},
                     fixture.source("a.txt"), 3);
 
-    EXPECT_EQ(files(), before);
+    EXPECT_EQ(snapshot(fixture.home.path()), before);
     EXPECT_FALSE(preview.error) << *preview.error;
     EXPECT_EQ(preview.kind, c.kind);
     if (c.kind == Kind::Nothing)

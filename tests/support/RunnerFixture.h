@@ -10,6 +10,7 @@
 #include <atomic>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,6 +25,16 @@ using Lines = std::vector<std::pair<int, std::string>>;
 inline Lines operator+(Lines a, const Lines& b) {
     a.insert(a.end(), b.begin(), b.end());
     return a;
+}
+
+// Every file and folder below `folder` by its path below it, with its bytes ("" for folders and
+// links that lead nowhere).
+inline std::map<std::string, std::string> snapshot(const std::filesystem::path& folder) {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
+        files[entry.path().lexically_relative(folder).string()] =
+            entry.is_regular_file() ? readBytes(entry.path().string()) : "";
+    return files;
 }
 
 // A program folder with "task" and "outcome/merge", source files under "files/", and a runner
