@@ -41,11 +41,7 @@ TEST_F(Loading, BlocksJoinWithoutBreakingLinesOrCharacters) {
     std::string lines;
     while (lines.size() < block - 64)
         lines += std::string(63, 'a') + "\n";
-    const struct {
-        std::string bytes;
-        QString end;
-        qsizetype lineEnds;
-    } cases[] = {
+    const std::tuple<std::string, QString, qsizetype> cases[] = {
         {lines + std::string(63, 'a') + "\r\nb\r\n", "aa\nb\n", qsizetype(block / 64 + 1)},
         {lines + std::string(63, 'c') + "é\n", "cé\n", qsizetype(block / 64)},
         {"one\r\ntwo\rthree\nfour", "one\ntwo\nthree\nfour", 3},
@@ -53,14 +49,14 @@ TEST_F(Loading, BlocksJoinWithoutBreakingLinesOrCharacters) {
         // Separators of the document's own, in the file, are not taken as line ends.
         {"a\u2028b\u2029c\n", "a\ufffdb\ufffdc\n", 1},
     };
-    for (const auto& c : cases) {
+    for (const auto& [bytes, end, lineEnds] : cases) {
         QTextDocument document;
-        ASSERT_FALSE(loadPlainText(document, file("blocks.txt", c.bytes)));
+        ASSERT_FALSE(loadPlainText(document, file("blocks.txt", bytes)));
         const QString text = document.toPlainText();
-        EXPECT_TRUE(text.endsWith(c.end)) << c.end.toStdString();
-        EXPECT_EQ(text.count(u'\n'), c.lineEnds) << c.end.toStdString();
-        EXPECT_EQ(text.count(QChar::ReplacementCharacter), c.end.count(QChar::ReplacementCharacter))
-            << c.end.toStdString();
+        EXPECT_TRUE(text.endsWith(end)) << end.toStdString();
+        EXPECT_EQ(text.count(u'\n'), lineEnds) << end.toStdString();
+        EXPECT_EQ(text.count(QChar::ReplacementCharacter), end.count(QChar::ReplacementCharacter))
+            << end.toStdString();
     }
 }
 

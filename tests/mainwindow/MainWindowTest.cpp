@@ -74,22 +74,18 @@ TEST_F(Window, ToolbarButtonsInTheirDisabledLookExplainWhy) {
     start();
     window->model().appendNode(node({"My Batch Task"}), "a", homeFile("a.txt"), treeImage::text);
     window->model().appendNode(nullptr, "Lonely");
-    const struct {
-        QStringList selected;
-        ToolbarButton button;
-        const char* message;
-    } cases[] = {
+    const std::tuple<QStringList, ToolbarButton, const char*> cases[] = {
         {{"My Batch Task", "a"}, ToolbarButton::importFile, "please select task"},
         {{"My Batch Task", "a"}, ToolbarButton::addTask, "please select task"},
         {{"Lonely"}, ToolbarButton::editTask, "please import file"},
         {{"My Batch Task"}, ToolbarButton::runTask, "please edit task"},
     };
-    for (const auto& c : cases) {
-        select(c.selected);
+    for (const auto& [selected, button, message] : cases) {
+        select(selected);
         prompts.asked.clear();
-        click(c.button);
-        EXPECT_EQ(prompts.asked, QStringList{QString("information|Morlevant|") + c.message})
-            << static_cast<int>(c.button);
+        click(button);
+        EXPECT_EQ(prompts.asked, QStringList{QString("information|Morlevant|") + message})
+            << static_cast<int>(button);
     }
 }
 

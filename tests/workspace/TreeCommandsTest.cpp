@@ -22,23 +22,19 @@ protected:
 };
 
 TEST_F(TreeCommandsTest, AddTaskIsNumberedByAllNodesAndPlacedAfterTheSelection) {
-    const struct {
-        const char* tree;
-        QStringList selected;
-        const char* after;
-    } cases[] = {
+    const std::tuple<const char*, QStringList, const char*> cases[] = {
         {"", {}, "My Batch Task"},
         {"A", {"A"}, "A My Batch Task 1"},
         {"A[a.txt b.txt] B", {"A"}, "A[a.txt b.txt] My Batch Task 4 B"},
         {"A[a.txt b.txt] B", {"A", "a.txt"}, "A[a.txt My Batch Task 4 b.txt] B"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [tree, selected, after] : cases) {
         model.clear();
         state.TaskDirty = false;
-        buildTree(model, c.tree);
+        buildTree(model, tree);
         const QStandardItem* added =
-            commands.addTask(c.selected.isEmpty() ? nullptr : find(model, c.selected));
-        EXPECT_EQ(treeText(model), c.after) << c.tree;
+            commands.addTask(selected.isEmpty() ? nullptr : find(model, selected));
+        EXPECT_EQ(treeText(model), after) << tree;
         EXPECT_TRUE(state.TaskDirty);
         // A new task shows its folder at once, as the start-up task does.
         EXPECT_EQ(TaskTreeModel::image(added), treeImage::closedFolder);
