@@ -2,9 +2,9 @@
 
 #include "engine/RunAlerts.h"
 #include "engine/routines/RangedRoutine.h"
+#include "engine/text/LineEnds.h"
 #include "engine/text/NumberText.h"
 #include "engine/text/Utf8.h"
-#include "taskdef/LeadingNumber.h"
 #include "taskdef/TaskError.h"
 
 #include <algorithm>
@@ -15,8 +15,6 @@ namespace morlevant {
 
 namespace {
 
-// More decimals than a double can carry meaning in; larger counts are refused, not padded.
-constexpr int maxDecimals = 340;
 // A column range wider than this cannot hold an aligned result: padding to it would only fill
 // memory with blanks.
 constexpr std::size_t maxAlignedWidth = std::size_t{1} << 24;
@@ -55,8 +53,10 @@ Calculation::Calculation(const TaskPageSettings& settings, const ColumnRanges& c
     while (true) {
         const std::size_t comma = steps.find(',');
         const std::string_view text = steps.substr(0, comma);
-        if (!text.empty() && isOperator(text.front()))
-            steps_.push_back({std::string(text), text.front(), LeadingNumber(text.substr(1))});
+        if (!text.empty() && isOperator(text.front())) {
+            Step& step = steps_.emplace_back(std::string(text), text.front());
+            step.operand = readLeadingNumber(text.substr(1), step.decimals);
+        }
         if (comma == std::string_view::npos)
             break;
         steps = steps.substr(comma + 1);
@@ -75,9 +75,9 @@ Calculation::Calculation(const TaskPageSettings& settings, const ColumnRanges& c
             std::min(decimals.find_first_not_of("0123456789"), decimals.size());
         const auto [end, error] =
             std::from_chars(decimals.data(), decimals.data() + digits, decimals_);
-        if (error == std::errc::result_out_of_range || decimals_ > maxDecimals)
+        if (error == std::errc::result_out_of_range || decimals_ > maxFixedDecimals)
             throw TaskError("The number of decimals " + decimals + " is too large; at most " +
-                            std::to_string(maxDecimals) + " decimals can be written");
+                            std::to_string(maxFixedDecimals) + " decimals can be written");
         rounding_ = Rounding::Decimals;
     }
 
@@ -94,10 +94,7 @@ Calculation::Calculation(const TaskPageSettings& settings, const ColumnRanges& c
     }
 }
 
-double Calculation::apply(const Step& step, double value) const {
-    const auto fail = [&](const std::string& what) {
-        return TaskError("The calculation step \"" + step.text + "\" " + what);
-    };
+double Calculation::apply(const Step& step, double value) {
     double result = 0;
     switch (step.op) {
     case '+':
@@ -111,7 +108,7 @@ double Calculation::apply(const Step& step, double value) const {
         break;
     case '/':
         if (step.operand == 0)
-            throw fail("divides by zero");
+            failStep(step, "divides by zero");
         result = value / step.operand;
         break;
     case '^':
@@ -122,37 +119,84 @@ double Calculation::apply(const Step& step, double value) const {
         // sign of the value.
         const double divisor = std::nearbyint(step.operand);
         if (divisor == 0)
-            throw fail("divides by zero (its operand rounds to 0)");
+            failStep(step, "divides by zero (its operand rounds to 0)");
         result = std::fmod(std::nearbyint(value), divisor);
         break;
     }
     }
-    if (std::isnan(result)) {
-        std::string number;
-        appendShortestNumber(value, number);
-        throw fail("has no result for the value " + number);
-    }
-    if (std::isinf(result))
-        throw fail("overflows: the result is too large for a number");
+    if (!std::isfinite(result))
+        failStep(step, value, result);
     return result;
 }
 
+void Calculation::failStep(const Step& step, std::string_view what) {
+    throw TaskError("The calculation step \"" + step.text + "\" " + std::string(what));
+}
+
+void Calculation::failStep(const Step& step, double value, double result) {
+    if (std::isinf(result))
+        failStep(step, "overflows: the result is too large for a number");
+    std::string number;
+    appendShortestNumber(value, number);
+    failStep(step, "has no result for the value " + number);
+}
+
+bool Calculation::notesNoNumber(std::string_view line) const {
+    // A line left unchanged for want of steps is not a row without a number.
+    return noNumberAlert_ && !steps_.empty() && !holdsNumber(line);
+}
+
 void Calculation::CalculateLine(std::string_view line, std::string& out) {
+    if (notesNoNumber(line))
+        noNumberAlert_->note(RunAlerts::Kind::NoNumber);
+    out.clear();
+    appendResult(line, out);
+}
+
+bool Calculation::CalculateLines(std::string_view lines, std::string& out) {
+    out.clear();
+    while (!lines.empty()) {
+        const std::size_t end = findCrOrLf(lines);
+        const std::string_view line = lines.substr(0, end);
+        // A line without a number is noted where its position is known: line by line.
+        if (notesNoNumber(line))
+            return false;
+        appendResult(line, out);
+        if (end == lines.size())
+            break;
+        // The line's end as it is: CR LF, LF or a lone CR.
+        out += lines[end];
+        const bool crLf = lines[end] == '\r' && end + 1 < lines.size() && lines[end + 1] == '\n';
+        if (crLf)
+            out += '\n';
+        lines.remove_prefix(end + (crLf ? 2 : 1));
+    }
+    return true;
+}
+
+void Calculation::appendResult(std::string_view line, std::string& out) {
     // The current text carries from step to step, so each step reads the number that the
     // previous one wrote as text; shortestNumberValue gives that number without the text.
     // A line without steps to apply comes back unchanged, unrounded.
     if (steps_.empty()) {
-        out.assign(line);
+        out.append(line);
         return;
     }
-    if (noNumberAlert_ && !holdsNumber(line))
-        noNumberAlert_->note(RunAlerts::Kind::NoNumber);
-    double value = readLeadingNumber(line);
+    // The decimals of the exact sums and products of the numbers read, while they are known:
+    // they let shortestNumberValue find most values as they are.
+    int decimals = 0;
+    double value = readLeadingNumber(line, decimals);
     const std::size_t last = steps_.size() - 1;
-    for (std::size_t i = 0; i < last; ++i)
-        value = shortestNumberValue(apply(steps_[i], value));
+    for (std::size_t i = 0; i < last; ++i) {
+        const Step& step = steps_[i];
+        value = apply(step, value);
+        decimals = decimals < 0 || step.decimals < 0  ? -1
+                   : step.op == '*'                   ? decimals + step.decimals
+                   : step.op == '+' || step.op == '-' ? std::max(decimals, step.decimals)
+                                                      : -1;
+        value = shortestNumberValue(value, decimals);
+    }
     value = apply(steps_[last], value);
-    out.clear();
     // Fixed decimals are made from the 15 significant digits of the value, which the value they
     // read back as has too: the last result is written without being rounded first, unless
     // its digits could read back as more than a double holds.
@@ -185,7 +229,7 @@ void Calculation::fitToWidth(std::string& result, std::size_t width) const {
 std::unique_ptr<RangedRoutine> makeCalculation(const TaskPageSettings& settings,
                                                ColumnRanges columns, RunAlerts* alerts) {
     const auto calculation = std::make_shared<Calculation>(settings, columns, alerts);
-    return std::make_unique<RangedRoutine>(
+    auto routine = std::make_unique<RangedRoutine>(
         std::move(columns),
         [calculation](std::string_view line, std::string& out) {
             calculation->CalculateLine(line, out);
@@ -193,6 +237,10 @@ std::unique_ptr<RangedRoutine> makeCalculation(const TaskPageSettings& settings,
         [calculation](std::string& result, std::size_t width) {
             calculation->fitToWidth(result, width);
         });
+    routine->setLinesRoutine([calculation](std::string_view lines, std::string& out) {
+        return calculation->CalculateLines(lines, out);
+    });
+    return routine;
 }
 
 } // namespace morlevant

@@ -24,6 +24,9 @@ public:
 
     // Throws TaskError naming the step when it divides by zero or overflows.
     void CalculateLine(std::string_view line, std::string& out);
+    // Calculates a block of whole lines, their ends kept. Returns false, having given nothing
+    // to rely on, for a block with a line without a number when the alert watches for one.
+    bool CalculateLines(std::string_view lines, std::string& out);
     // Aligns a range's result by line 7.
     void fitToWidth(std::string& result, std::size_t width) const;
 
@@ -32,9 +35,15 @@ private:
         std::string text; // as written, for messages
         char op = 0;
         double operand = 0;
+        int decimals = -1; // of the operand as written, -1 when not read directly
     };
 
-    double apply(const Step& step, double value) const;
+    bool notesNoNumber(std::string_view line) const;
+    void appendResult(std::string_view line, std::string& out);
+    static double apply(const Step& step, double value);
+    // Throw the failure of a step: `what` it does, or what its result says.
+    [[noreturn, gnu::cold]] static void failStep(const Step& step, std::string_view what);
+    [[noreturn, gnu::cold]] static void failStep(const Step& step, double value, double result);
 
     std::vector<Step> steps_;
     // Whole numbers rounded half to even (line 6 "0") or n decimals rounded half away from zero.

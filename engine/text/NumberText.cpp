@@ -94,6 +94,26 @@ constexpr std::array<double, 23> exactPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e
                                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
+// The whole part and the fraction of product + error, a product held exactly as a sum of two
+// doubles (the error from fma): exact but for the last bit of the fraction.
+double wholePart(double product, double error, double& fraction) {
+    double whole = std::floor(product);
+    fraction = (product - whole) + error;
+    if (fraction < 0) {
+        whole -= 1;
+        fraction += 1;
+    } else if (fraction >= 1) {
+        whole += 1;
+        fraction -= 1;
+    }
+    return whole;
+}
+
+// The doubles nearest 10^-7 to 10^15.
+constexpr std::array<double, 23> nearPowers = {1e-7, 1e-6, 1e-5, 1e-4, 1e-3, 1e-2, 1e-1, 1e0,
+                                               1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,
+                                               1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
 // The 15 significant digits of a positive double as a whole number `digits` and the power of
 // ten `scale` it is to be divided by, found with double arithmetic alone. The product of the
 // magnitude and an exact power of ten is held exactly as a sum of two doubles, so its integer
@@ -105,33 +125,80 @@ constexpr std::array<double, 23> exactPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e
 bool scaledDigits(double magnitude, std::uint64_t& digits, int& scale) {
     if (!(magnitude >= 1e-7 && magnitude < 1e15))
         return false;
-    // floor(log10(magnitude)) is this estimate from the binary exponent or one more.
+    // floor(log10(magnitude)) is this estimate from the binary exponent or one more; the scale
+    // that gives 15 digits is 14 less it. The likelier one is tried first, by comparing with the
+    // double nearest the next power of ten: near that power the other is tried as well.
     const int binaryExponent =
         static_cast<int>((std::bit_cast<std::uint64_t>(magnitude) >> 52) & 0x7ff) - 1023;
     const int estimate = (binaryExponent * 78913) >> 18;
-    for (scale = 13 - estimate; scale <= 14 - estimate; ++scale) {
+    const bool nextPower = magnitude >= nearPowers[static_cast<std::size_t>(estimate + 8)];
+    const std::array<int, 2> scales = nextPower ? std::array{13 - estimate, 14 - estimate}
+                                                : std::array{14 - estimate, 13 - estimate};
+    for (const int tried : scales) {
+        scale = tried;
         if (scale < 0 || scale > 22)
-            return false;
+            continue;
         const double power = exactPowers[static_cast<std::size_t>(scale)];
         const double product = magnitude * power;
-        const double error = std::fma(magnitude, power, -product); // product + error is exact
-        double whole = std::floor(product);
-        double fraction = (product - whole) + error;
-        if (fraction < 0) {
-            whole -= 1;
-            fraction += 1;
-        } else if (fraction >= 1) {
-            whole += 1;
-            fraction -= 1;
-        }
-        if (whole < 1e14)
+        double fraction = 0;
+        const double whole = wholePart(product, std::fma(magnitude, power, -product), fraction);
+        if (whole < 1e14 || whole >= 1e15)
             continue;
-        if (whole >= 1e15 || std::fabs(fraction - 0.5) < 1e-6)
+        if (std::fabs(fraction - 0.5) < 1e-6)
             return false;
         digits = static_cast<std::uint64_t>(whole) + (fraction > 0.5 ? 1 : 0);
         return true;
     }
     return false;
+}
+
+// |value| times 10^decimals rounded half away from zero, found directly where the rounding to 15
+// significant digits that comes first cannot change it: that rounding moves the product by at
+// most half a unit in its 15th digit, below product * 1e-14, so only a fraction that close to
+// a half is left to the digits. Spares finding the 15 digits for nearly every result.
+bool roundedDirectly(double magnitude, int decimals, std::uint64_t& whole) {
+    if (decimals >= static_cast<int>(exactPowers.size()))
+        return false;
+    const double power = exactPowers[static_cast<std::size_t>(decimals)];
+    const double product = magnitude * power;
+    if (!(product < 1e15))
+        return false;
+    double fraction = 0;
+    const double floor = wholePart(product, std::fma(magnitude, power, -product), fraction);
+    if (std::fabs(fraction - 0.5) <= product * 1e-14 + 1e-15)
+        return false;
+    whole = static_cast<std::uint64_t>(floor) + (fraction > 0.5 ? 1 : 0);
+    return true;
+}
+
+// Appends whole / 10^(decimals - zeros), with `zeros` zeros after the digits of `whole`, as
+// appendFixedNumber does. Laid out from the right in a buffer and appended in one step: this is
+// the last and most frequent step of a calculated line.
+void appendWholeAsFixed(bool negative, std::uint64_t whole, int zeros, int decimals,
+                        std::string& out) {
+    // Room for a sign, a point, 20 digits and the zeros of as many decimals as can be asked for.
+    std::array<char, maxFixedDecimals + 24> text; // NOLINT: written before it is read
+    char* const end = text.data() + text.size();
+    char* p = end;
+    int digits = 0;
+    const auto put = [&](char digit) {
+        if (digits == decimals && decimals > 0)
+            *--p = '.';
+        *--p = digit;
+        ++digits;
+    };
+    const bool minus = negative && whole != 0;
+    for (int i = 0; i < zeros; ++i)
+        put('0');
+    do {
+        put(static_cast<char>('0' + whole % 10));
+        whole /= 10;
+    } while (whole != 0);
+    while (digits <= decimals) // at least one digit before the point
+        put('0');
+    if (minus)
+        *--p = '-';
+    out.append(p, end);
 }
 
 // Appends digits / 10^scale with `decimals` decimals as appendFixedNumber does.
@@ -146,41 +213,27 @@ void appendScaledFixed(bool negative, std::uint64_t digits, int scale, int decim
     } else if (scale - decimals > 15) {
         whole = 0; // the digits are below 10^15 + 1, less than half a unit
     } else {
-        std::uint64_t unit = 1;
-        for (int i = 0; i < scale - decimals; ++i)
-            unit *= 10;
-        whole = digits / unit + (digits % unit >= unit / 2 ? 1 : 0);
+        // The quotient in doubles, far cheaper than a 64-bit division: both sides are exact and
+        // below 2^53, and a quotient just below a whole number n lies at least 1/unit below it,
+        // more than its rounding error, so the floor is the exact whole part.
+        const double unit = exactPowers[static_cast<std::size_t>(scale - decimals)];
+        const auto quotient = static_cast<std::uint64_t>(static_cast<double>(digits) / unit);
+        const std::uint64_t remainder = digits - quotient * static_cast<std::uint64_t>(unit);
+        whole = quotient + (2 * remainder >= static_cast<std::uint64_t>(unit) ? 1 : 0);
     }
-    std::array<char, 24> text{};
-    const int length = static_cast<int>(
-        std::to_chars(text.data(), text.data() + text.size(), whole).ptr - text.data());
-    // At least one digit before the point.
-    const int leading = std::max(0, decimals + 1 - length - zeros);
-    const bool minus = negative && whole != 0;
-    // Laid out in place in one step rather than appended piece by piece: this is the last and
-    // most frequent step of a calculated line.
-    const std::size_t start = out.size();
-    out.resize(start + (minus ? 1 : 0) + static_cast<std::size_t>(leading + length + zeros) +
-               (decimals > 0 ? 1 : 0));
-    char* p = out.data() + start;
-    if (minus)
-        *p++ = '-';
-    p = std::fill_n(p, leading, '0');
-    p = std::copy_n(text.data(), length, p);
-    p = std::fill_n(p, zeros, '0');
-    if (decimals > 0) {
-        std::copy_backward(p - decimals, p, p + 1);
-        p[-decimals] = '.';
-    }
+    appendWholeAsFixed(negative, whole, zeros, decimals, out);
 }
 
 } // namespace
 
-double readLeadingNumber(std::string_view text) {
+double readLeadingNumber(std::string_view text, int& decimalsRead) {
     // Blanks, a sign, then at most 15 digits with or without a point and no exponent: the
     // digits as a whole number divided by an exact power of ten, one correctly rounded step.
-    std::size_t pos = text.find_first_not_of(" \t");
-    if (pos == std::string_view::npos)
+    decimalsRead = 0;
+    std::size_t pos = 0; // a plain loop: find_first_not_of searches the set for every byte
+    while (pos < text.size() && (text[pos] == ' ' || text[pos] == '\t'))
+        ++pos;
+    if (pos == text.size())
         return 0.0;
     const bool negative = text[pos] == '-';
     if (text[pos] == '+' || text[pos] == '-')
@@ -202,11 +255,21 @@ double readLeadingNumber(std::string_view text) {
         }
     }
     const bool exponent = pos < text.size() && (text[pos] == 'e' || text[pos] == 'E');
-    if (count == 0 || count > significantDigits || exponent)
+    decimalsRead = std::max(decimals, 0);
+    if (count == 0)
+        return 0.0; // no digits before the first other character: not a number, and never -0
+    if (count > significantDigits || exponent) {
+        decimalsRead = -1;
         return LeadingNumber(text);
+    }
     const double value =
         static_cast<double>(digits) / exactPowers[static_cast<std::size_t>(std::max(decimals, 0))];
     return negative ? -value : value;
+}
+
+double readLeadingNumber(std::string_view text) {
+    int decimals = 0;
+    return readLeadingNumber(text, decimals);
 }
 
 void appendShortestNumber(double value, std::string& out) {
@@ -221,12 +284,21 @@ void appendShortestNumber(double value, std::string& out) {
         out += *p == 'e' ? 'E' : *p;
 }
 
-double shortestNumberValue(double value) {
+double shortestNumberValue(double value, int decimals) {
     if (value == 0)
         return 0.0; // written "0", never "-0"
-    // A whole number of at most 15 digits is written as it is.
+    // A whole number of at most 15 digits is written as it is, and so is a value that a
+    // decimal of at most 15 digits with the decimals given reads back as.
     if (std::fabs(value) < 1e15 && std::trunc(value) == value)
         return value;
+    if (decimals > 0 && decimals < static_cast<int>(exactPowers.size())) {
+        const double power = exactPowers[static_cast<std::size_t>(decimals)];
+        // Rounded by adding and taking away 2^52, which the compiler keeps inline.
+        const double scaled = std::fabs(value * power);
+        const double digits = scaled < 1e15 ? (scaled + 0x1p52) - 0x1p52 : 0;
+        if (digits != 0 && digits / power == std::fabs(value))
+            return value;
+    }
     std::uint64_t digits = 0;
     int scale = 0;
     if (scaledDigits(std::fabs(value), digits, scale)) {
@@ -247,6 +319,10 @@ double shortestNumberValue(double value) {
 
 void appendFixedNumber(double value, int decimals, std::string& out) {
     std::uint64_t digits = 0;
+    if (roundedDirectly(std::fabs(value), decimals, digits)) {
+        appendWholeAsFixed(value < 0, digits, 0, decimals, out);
+        return;
+    }
     int scale = 0;
     if (scaledDigits(std::fabs(value), digits, scale)) {
         appendScaledFixed(value < 0, digits, scale, decimals, out);

@@ -1,5 +1,7 @@
 #include "engine/routines/Calculation.h"
 
+#include "engine/RunAlerts.h"
+#include "engine/text/LineEnds.h"
 #include "engine/text/NumberText.h"
 #include "taskdef/LeadingNumber.h"
 #include "tests/engine/RangedRoutineRun.h"
@@ -110,6 +112,31 @@ INSTANTIATE_TEST_SUITE_P(
         RangeCase{"", "Left", Mode::InPlace, "  5 10", "10"},
         RangeCase{"2-4", "Right", Mode::Out, "\xc3\xa9 5x\xc3\xa9", " 10"}));
 
+TEST(Calculation, ABlockOfLinesGivesTheLinesOneByOneWithTheirEnds) {
+    const std::string lines = "12.5\r\n-3\nid=7\r\r\n\n 0.125x\r 1e3\n.5\r\n-0\nlast 99";
+    for (const auto& [steps, decimals] : std::vector<std::pair<std::string, std::string>>{
+             {"+5,*2,/3", "2"}, {"*1.5,-0.25", "0"}, {"^2,%7", ""}, {"", "3"}, {"/8", "20"}}) {
+        const auto routine = made(makeCalculation, calculate(steps, decimals), nullptr);
+        std::string expected;
+        std::string result;
+        forEachLine(lines, [&](std::string_view line) {
+            expected += runLine(*routine, Mode::Whole, std::string(line)) + "|";
+        });
+        ASSERT_TRUE(routine->manyLines(lines, result)) << steps;
+        std::string ends = "\r\n\n\r\r\n\n\r\n\r\n\n"; // each line's own end, in order
+        std::string joined;
+        forEachLine(result, [&](std::string_view line) { joined += std::string(line) + "|"; });
+        EXPECT_EQ(joined, expected) << steps;
+        std::erase_if(result, [](char c) { return c != '\r' && c != '\n'; });
+        EXPECT_EQ(result, ends) << steps;
+    }
+    // A row without a number is noted where its place is known: line by line.
+    RunAlerts alerts(true, false);
+    std::string out;
+    EXPECT_TRUE(made(makeCalculation, calculate("+1", "0"), &alerts)->manyLines("1\n2\n", out));
+    EXPECT_FALSE(made(makeCalculation, calculate("+1", "0"), &alerts)->manyLines("1\nx\n", out));
+}
+
 TEST(Calculation, StopsWithAMessageNamingTheStep) {
     const struct {
         std::string steps, decimals, columns, line, named;
@@ -185,7 +212,67 @@ TEST(NumberText, ShortestValueIsTheFifteenDigitValue) {
     for (const double value : values) {
         if (!std::isfinite(value))
             continue;
-        ASSERT_EQ(shortestNumberValue(value), fifteenDigitValue(value)) << std::hexfloat << value;
+        // The decimals guessed change nothing, right or wrong.
+        for (const int decimals : {-1, 0, 2, 7, 22, 23})
+            ASSERT_EQ(shortestNumberValue(value, decimals), fifteenDigitValue(value))
+                << std::hexfloat << value << " guessed " << decimals;
+    }
+}
+
+// The value's 15 significant digits, correctly rounded, then rounded half away from zero to
+// `decimals`, in decimal text.
+std::string fixedReference(double value, int decimals) {
+    std::array<char, 40> text{};
+    const char* end = std::to_chars(text.data(), text.data() + text.size(), std::fabs(value),
+                                    std::chars_format::scientific, 14)
+                          .ptr;
+    std::string digits = std::string(1, text[0]) + std::string(text.data() + 2, 14);
+    int exponent = 0;
+    std::from_chars(text.data() + 17 + (text[17] == '+'), end, exponent);
+    // Digits from 10^(exponent) down; pad so that the digit at 10^-(decimals + 1) is there.
+    int highest = exponent;
+    if (highest < 0) {
+        digits.insert(0, static_cast<std::size_t>(-highest), '0');
+        highest = 0;
+    }
+    const auto kept = static_cast<std::size_t>(highest + 1 + decimals);
+    if (digits.size() < kept + 1)
+        digits.append(kept + 1 - digits.size(), '0');
+    const bool up = digits[kept] >= '5';
+    digits.resize(kept);
+    for (std::size_t i = kept; up; --i) {
+        if (i == 0) {
+            digits.insert(0, 1, '1');
+            break;
+        }
+        if (digits[i - 1] != '9') {
+            ++digits[i - 1];
+            break;
+        }
+        digits[i - 1] = '0';
+    }
+    digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - decimals - 1));
+    if (decimals > 0)
+        digits.insert(digits.size() - static_cast<std::size_t>(decimals), 1, '.');
+    const bool zero = digits.find_first_not_of("0.") == std::string::npos;
+    return (value < 0 && !zero ? "-" : "") + digits;
+}
+
+TEST(NumberText, FixedNumbersAreTheirFifteenDigitTextRounded) {
+    // Results of the kind calculations give, halves at the decimals asked for, and any digits.
+    std::mt19937_64 random(29);
+    std::uniform_real_distribution<double> unit(0, 1);
+    for (int i = 0; i < 200000; ++i) {
+        const int decimals = static_cast<int>(random() % 12);
+        const double hundredths = static_cast<double>(random() % 2000000) / 100.0 - 4000;
+        const double power = std::pow(10.0, decimals);
+        for (const double value :
+             {(hundredths + 5) * 2 / 3, (std::round(unit(random) * 1e6) + 0.5) / power,
+              std::pow(10.0, unit(random) * 22 - 8) * (unit(random) - 0.5)}) {
+            std::string out;
+            appendFixedNumber(value, decimals, out);
+            ASSERT_EQ(out, fixedReference(value, decimals)) << std::hexfloat << value;
+        }
     }
 }
 
