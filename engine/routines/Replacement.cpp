@@ -1,6 +1,7 @@
 #include "engine/routines/Replacement.h"
 
 #include "engine/routines/RangedRoutine.h"
+#include "engine/text/ByteSpread.h"
 #include "engine/text/ProcessorFeatures.h"
 #include "engine/text/Utf8.h"
 
@@ -95,16 +96,24 @@ std::size_t findFrom(std::string_view text, std::string_view find, std::size_t f
     return std::string_view::npos;
 }
 
-// The occurrences of `byte` in `text`, sixteen bytes at a time.
+// The occurrences of `byte` in `text`, sixteen bytes at a time: each step's matches are added
+// up in sixteen byte-wide counters, which are summed before any could pass 255.
 std::size_t countByte(std::string_view text, char byte) {
     std::size_t count = 0;
     std::size_t at = 0;
 #ifdef __SSE2__
     const __m128i bytes = _mm_set1_epi8(byte);
-    for (; text.size() - at >= 16; at += 16)
-        count += static_cast<std::size_t>(
-            std::popcount(static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(
-                _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at)), bytes)))));
+    while (text.size() - at >= 16) {
+        __m128i counters = _mm_setzero_si128();
+        for (int step = 0; step < 255 && text.size() - at >= 16; ++step, at += 16)
+            counters = _mm_sub_epi8(
+                counters,
+                _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at)),
+                               bytes));
+        const __m128i sums = _mm_sad_epu8(counters, _mm_setzero_si128());
+        count += static_cast<std::size_t>(_mm_cvtsi128_si32(sums)) +
+                 static_cast<std::size_t>(_mm_extract_epi16(sums, 4));
+    }
 #endif
     for (; at < text.size(); ++at)
         count += text[at] == byte ? 1 : 0;
@@ -148,6 +157,16 @@ void replaceAll(std::string_view text, std::string_view find, std::string_view r
     // The result is built in one buffer of its final size at most: a line hundreds of
     // megabytes long must not be copied into a buffer grown by doubling.
     std::size_t size = text.size();
+    if (find.size() == 1 && replaceWith.size() == 2 && wholeCharacters) {
+        // One ASCII byte made two: every occurrence is one, and all are spread out in one pass.
+        size += countByte(text.substr(first), find.front());
+        out.resize(size + 16); // the pass stores sixteen bytes at a time
+        std::memcpy(out.data(), text.data(), first);
+        copyWithByteMadeTwo(text.substr(first), find.front(), replaceWith[0], replaceWith[1],
+                            out.data() + first);
+        out.resize(size);
+        return;
+    }
     if (replaceWith.size() > find.size() && find.size() == 1)
         size += countByte(text.substr(first), find.front()) * (replaceWith.size() - 1);
     else if (replaceWith.size() > find.size())

@@ -1,5 +1,6 @@
 #include "engine/text/LineEnds.h"
 
+#include "engine/text/ByteSpread.h"
 #include "engine/text/ProcessorFeatures.h"
 
 #include <algorithm>
@@ -50,38 +51,6 @@ namespace {
 
 #ifdef MORLEVANT_X86_STEPS
 
-// For each set of LF positions among eight bytes (bit j: byte j is an LF), the byte shuffle that
-// spreads the eight bytes out with a CR before each LF: an index with its high bit set stands
-// for the CR.
-constexpr auto crBeforeLf = [] {
-    std::array<std::array<std::uint8_t, 16>, 256> table{};
-    for (std::size_t mask = 0; mask < 256; ++mask) {
-        std::size_t at = 0;
-        for (std::uint8_t j = 0; j < 8; ++j) {
-            if ((mask >> j) & 1)
-                table[mask][at++] = 0x80;
-            table[mask][at++] = j;
-        }
-        while (at < 16)
-            table[mask][at++] = 0x80;
-    }
-    return table;
-}();
-
-// Stores the eight bytes of `bytes` from `offset` on (0 or 8), with a CR before each LF that
-// `lfs` marks, and moves `out` past them.
-__attribute__((target("ssse3,popcnt"))) inline void spreadEight(__m128i bytes, unsigned lfs,
-                                                                std::uint8_t offset, char*& out) {
-    const __m128i order =
-        _mm_add_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(crBeforeLf[lfs].data())),
-                     _mm_set1_epi8(static_cast<char>(offset)));
-    const __m128i crs =
-        _mm_and_si128(_mm_cmplt_epi8(order, _mm_setzero_si128()), _mm_set1_epi8('\r'));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(out),
-                     _mm_or_si128(_mm_shuffle_epi8(bytes, order), crs));
-    out += 8 + std::popcount(lfs);
-}
-
 // Copies sixteen bytes at a time while they hold no CR, each LF made CR LF by a shuffle rather
 // than by a branch per line: a text of short lines ends a line every few steps, at an unforeseen
 // one. Stops before the first sixteen bytes that hold a CR, or fewer than sixteen left.
@@ -94,8 +63,8 @@ __attribute__((target("ssse3,popcnt"))) void copyLfLinesBy16(const char*& in, co
         if (_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, cr)) != 0)
             return;
         const auto lfs = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, lf)));
-        spreadEight(bytes, lfs & 0xff, 0, out);
-        spreadEight(bytes, lfs >> 8, 8, out);
+        spreadEight(bytes, lfs & 0xff, 0, '\r', out);
+        spreadEight(bytes, lfs >> 8, 8, '\r', out);
         in += 16;
     }
 }

@@ -118,8 +118,8 @@ TEST(Replacement, ALineInPartsGivesWhatItGivesWhole) {
 }
 
 // Occurrences are found wherever they fall across the steps of sixteen and thirty-two bytes in
-// which candidates are tested, and a byte swapped for a byte wherever it stands: the result is
-// that of a search one position at a time.
+// which candidates are tested, and a byte swapped for one or two bytes wherever it stands: the
+// result is that of a search one position at a time.
 TEST(Replacement, FindsWhatASearchByteByByteFinds) {
     const auto byteByByte = [](std::string text, const std::string& find, const std::string& to) {
         for (std::size_t at = text.find(find); at != std::string::npos;
@@ -135,7 +135,7 @@ TEST(Replacement, FindsWhatASearchByteByByteFinds) {
             for (char& c : text)
                 c = "aab="[random() % 4];
             for (const std::string& find : finds) {
-                for (const std::string to : {"", "X", "YYYYYY"}) {
+                for (const std::string to : {"", "X", "ZW", "YYYYYY"}) {
                     TaskPageSettings settings;
                     settings.find1 = find;
                     settings.replace1 = to;
@@ -146,6 +146,13 @@ TEST(Replacement, FindsWhatASearchByteByByteFinds) {
             }
         }
     }
+    // A byte counted in a long run of it, past what a counter of one step holds.
+    TaskPageSettings settings;
+    settings.find1 = "=";
+    settings.replace1 = "ZW";
+    std::string out;
+    Replacement(settings).ReplaceLine(std::string(4500, '='), out);
+    EXPECT_EQ(out, byteByByte(std::string(4500, '='), "=", "ZW"));
 }
 
 // Column ranges taken out of a line, as the pages that take them out cut them.
