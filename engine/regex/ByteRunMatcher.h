@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
@@ -21,9 +22,15 @@ public:
 
     // The first run in `subject` at or after `start`: its start and end in `match`.
     bool find(std::string_view subject, std::size_t start, std::size_t (&match)[2]) const;
+    // Copies `text` without its runs, which is what deleting every match leaves: every byte of
+    // the set goes. `out` has room for the text and 16 bytes more. Returns the end written.
+    char* copyWithoutRuns(std::string_view text, char* out) const;
 
 private:
     std::array<bool, 256> inSet_{};
+    // The set by the low four bits of a byte: bit n of entry l is set when the byte 16n + l is
+    // in it, so that sixteen bytes are looked up at once.
+    std::array<std::uint8_t, 16> highBitsByLow_{};
 };
 
 } // namespace morlevant

@@ -26,6 +26,8 @@ Filter::Filter(const TaskPageSettings& settings, int kind)
       replaceWith_(settings.filterReplacement, regex_) {}
 
 void Filter::FilterLine(std::string_view line, std::string& out) {
+    if (deleteRuns(line, out))
+        return;
     regex_.setSubject(line);
     filterSubject(line, out);
 }
@@ -43,12 +45,26 @@ bool Filter::takesManyLines() const {
 }
 
 bool Filter::FilterLines(std::string_view lines, std::string& out) {
+    if (deleteRuns(lines, out))
+        return true;
     if (!regex_.setLines(lines))
         return false;
     if (kind_ == 3)
         outputMatchesOfLines(lines, out);
     else
         filterSubject(lines, out);
+    return true;
+}
+
+bool Filter::deleteRuns(std::string_view text, std::string& out) const {
+    const ByteRunMatcher* runs = regex_.byteRun();
+    if (kind_ != 2 || !runs)
+        return false;
+    // Grown without being cleared first, so that a buffer reused for text of a like size is
+    // not filled with zeros before every use.
+    if (out.size() < text.size() + 16)
+        out.resize(text.size() + 16);
+    out.resize(static_cast<std::size_t>(runs->copyWithoutRuns(text, out.data()) - out.data()));
     return true;
 }
 

@@ -34,6 +34,9 @@ public:
     bool FilterLines(std::string_view lines, std::string& out);
 
 private:
+    // Kind 2 for a run of one set of ASCII characters: every byte of the set deleted in one
+    // pass, which is what deleting each run leaves. False, with nothing done, for other filters.
+    bool deleteRuns(std::string_view text, std::string& out) const;
     // Filters the regex's current subject; `spill`, when given, takes the result in parts.
     void filterSubject(std::string_view text, std::string& out, const Spill* spill = nullptr);
     // Kind 3 over whole lines, the subject: each line with matches gives them, each followed by

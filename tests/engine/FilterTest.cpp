@@ -4,6 +4,7 @@
 #include "tests/engine/RangedRoutineRun.h"
 
 #include <gtest/gtest.h>
+#include <random>
 
 using namespace morlevant;
 using namespace morlevant::testing;
@@ -68,6 +69,32 @@ TEST(Filter, RunsOfOneAsciiSetAreFoundAsAMatcherFindsThem) {
                     ASSERT_EQ(scanned.matchEnd(), backtracked.matchEnd()) << pattern;
                 }
             }
+        }
+    }
+}
+
+// Deleting such runs (kind 2) takes every byte of the set out in one pass, sixteen bytes at a
+// time: it leaves what deleting each match of the backtracking matcher leaves, whatever bytes
+// the line holds.
+TEST(Filter, DeletedRunsLeaveWhatDeletingEachMatchLeaves) {
+    std::mt19937 random(5);
+    for (const char* pattern : {"[0-9]+", "\\w+", "(?:[a-c])+", "x+", "[ -/:-@]+"}) {
+        EcmaRegex backtracked(pattern, {}, EcmaRegex::Matcher::Backtracking);
+        const auto routine = made(makeFilter, filter(pattern), 2);
+        for (std::size_t length = 0; length < 150; length += 7) {
+            std::string subject(length, ' ');
+            for (char& c : subject)
+                c = static_cast<char>(random() % 4 != 0 ? "09azAZ_x-:\x80\xff"[random() % 12]
+                                                        : random() % 256);
+            std::string expected;
+            std::size_t copied = 0;
+            backtracked.setSubject(subject);
+            for (std::size_t start = 0; backtracked.find(start); start = backtracked.matchEnd()) {
+                expected.append(subject, copied, backtracked.matchStart() - copied);
+                copied = backtracked.matchEnd();
+            }
+            expected.append(subject, copied);
+            ASSERT_EQ(runLine(*routine, Mode::Whole, subject), expected) << pattern;
         }
     }
 }
