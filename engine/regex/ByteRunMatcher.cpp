@@ -2,6 +2,7 @@
 
 #include "engine/text/ProcessorFeatures.h"
 
+#include <algorithm>
 #include <bit>
 
 #ifdef MORLEVANT_X86_STEPS
@@ -41,27 +42,81 @@ __attribute__((target("ssse3,popcnt"))) inline void packEight(__m128i bytes, uns
     out += std::popcount(kept);
 }
 
-// copyWithoutRuns sixteen bytes at a time, as far as whole steps go: each byte is looked up in
-// the set by its low four bits and its high four at once.
-__attribute__((target("ssse3,popcnt"))) void
-copyWithoutBy16(const char*& in, const char* end, const std::array<std::uint8_t, 16>& highBitsByLow,
-                char*& out) {
-    const __m128i byLow = _mm_loadu_si128(reinterpret_cast<const __m128i*>(highBitsByLow.data()));
+// For each of the sixteen bytes of `bytes`, 0 when it is not in the set and a bit of its own
+// when it is, each looked up by its low four bits and its high four at once. `byLow` holds the
+// matcher's highBitsByLow_.
+__attribute__((target("ssse3"))) inline __m128i setBits(__m128i bytes, __m128i byLow) {
     // Bytes from 0x80 on have no bit: they are never in the set.
     const __m128i bitOfHigh =
         _mm_setr_epi8(1, 2, 4, 8, 16, 32, 64, static_cast<char>(0x80), 0, 0, 0, 0, 0, 0, 0, 0);
     const __m128i lowFour = _mm_set1_epi8(0x0f);
+    const __m128i low = _mm_and_si128(bytes, lowFour);
+    const __m128i high = _mm_and_si128(_mm_srli_epi16(bytes, 4), lowFour);
+    return _mm_and_si128(_mm_shuffle_epi8(byLow, low), _mm_shuffle_epi8(bitOfHigh, high));
+}
+
+// Which of the sixteen bytes are not in the set: bit j for byte j.
+__attribute__((target("ssse3"))) inline unsigned outsideSet(__m128i bytes, __m128i byLow) {
+    return static_cast<unsigned>(
+        _mm_movemask_epi8(_mm_cmpeq_epi8(setBits(bytes, byLow), _mm_setzero_si128())));
+}
+
+inline __m128i loaded(const void* bytes) {
+    return _mm_loadu_si128(static_cast<const __m128i*>(bytes));
+}
+
+// copyWithoutRuns sixteen bytes at a time, as far as whole steps go.
+__attribute__((target("ssse3,popcnt"))) void
+copyWithoutBy16(const char*& in, const char* end, const std::array<std::uint8_t, 16>& highBitsByLow,
+                char*& out) {
+    const __m128i byLow = loaded(highBitsByLow.data());
     for (; end - in >= 16; in += 16) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in));
-        const __m128i low = _mm_and_si128(bytes, lowFour);
-        const __m128i high = _mm_and_si128(_mm_srli_epi16(bytes, 4), lowFour);
-        const __m128i inSet =
-            _mm_and_si128(_mm_shuffle_epi8(byLow, low), _mm_shuffle_epi8(bitOfHigh, high));
-        const auto kept =
-            static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(inSet, _mm_setzero_si128())));
+        const __m128i bytes = loaded(in);
+        const unsigned kept = outsideSet(bytes, byLow);
         packEight(bytes, kept & 0xff, 0, out);
         packEight(bytes, kept >> 8, 8, out);
     }
+}
+
+// copyRunsOfLine sixteen bytes at a time, as far as whole steps go: the bytes of the set are
+// kept, and so is the byte after each run, made a blank. `inRun` carries whether the byte before
+// the steps, and then their last byte, is in the set.
+__attribute__((target("ssse3,popcnt"))) void
+copyRunsBy16(const char*& in, const char* end, const std::array<std::uint8_t, 16>& highBitsByLow,
+             bool& inRun, char*& out) {
+    const __m128i byLow = loaded(highBitsByLow.data());
+    const __m128i ones = _mm_set1_epi8(-1);
+    const __m128i blanks = _mm_set1_epi8(' ');
+    __m128i previous = inRun ? ones : _mm_setzero_si128(); // 0xff for a byte in the set
+    for (; end - in >= 16; in += 16) {
+        const __m128i bytes = loaded(in);
+        const __m128i outside = _mm_cmpeq_epi8(setBits(bytes, byLow), _mm_setzero_si128());
+        const __m128i members = _mm_xor_si128(outside, ones);
+        // Whether the byte before each is in the set: the last of the previous step for the first.
+        const __m128i afterRun = _mm_and_si128(outside, _mm_alignr_epi8(members, previous, 15));
+        const __m128i made =
+            _mm_or_si128(_mm_andnot_si128(afterRun, bytes), _mm_and_si128(afterRun, blanks));
+        const auto kept = static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(members, afterRun)));
+        packEight(made, kept & 0xff, 0, out);
+        packEight(made, kept >> 8, 8, out);
+        previous = members;
+    }
+    inRun = (_mm_movemask_epi8(previous) & 0x8000) != 0;
+}
+
+// The first byte from `at` that is in the set (`inSet`) or not, sixteen bytes at a time as far
+// as whole steps go; where the steps stopped when there is none.
+__attribute__((target("ssse3"))) std::size_t
+skipBy16(const unsigned char* bytes, std::size_t at, std::size_t size,
+         const std::array<std::uint8_t, 16>& highBitsByLow, bool inSet) {
+    const __m128i byLow = loaded(highBitsByLow.data());
+    for (; size - at >= 16; at += 16) {
+        const unsigned outside = outsideSet(loaded(bytes + at), byLow);
+        const unsigned wanted = inSet ? ~outside & 0xffff : outside;
+        if (wanted != 0)
+            return at + static_cast<std::size_t>(std::countr_zero(wanted));
+    }
+    return at;
 }
 #endif
 
@@ -103,17 +158,50 @@ bool ByteRunMatcher::find(std::string_view subject, std::size_t start,
                           std::size_t (&match)[2]) const {
     const auto* bytes = reinterpret_cast<const unsigned char*>(subject.data());
     const std::size_t size = subject.size();
+    // Sixteen bytes at a time where the processor can look them up so, then one at a time.
     std::size_t at = start;
+#ifdef MORLEVANT_X86_STEPS
+    const bool bySixteen = processorHasByteShuffle();
+    if (bySixteen && at < size)
+        at = skipBy16(bytes, at, size, highBitsByLow_, true);
+#endif
     while (at < size && !inSet_[bytes[at]])
         ++at;
     if (at >= size)
         return false;
     std::size_t end = at + 1;
+#ifdef MORLEVANT_X86_STEPS
+    if (bySixteen)
+        end = skipBy16(bytes, end, size, highBitsByLow_, false);
+#endif
     while (end < size && inSet_[bytes[end]])
         ++end;
     match[0] = at;
     match[1] = end;
     return true;
+}
+
+char* ByteRunMatcher::copyRunsOfLine(std::string_view line, char* out) const {
+    char* const start = out;
+    const char* in = line.data();
+    const char* const end = in + line.size();
+    bool inRun = false;
+#ifdef MORLEVANT_X86_STEPS
+    if (processorHasByteShuffle())
+        copyRunsBy16(in, end, highBitsByLow_, inRun, out);
+#endif
+    for (; in < end; ++in) {
+        const bool member = inSet_[static_cast<unsigned char>(*in)];
+        if (member)
+            *out++ = *in;
+        else if (inRun)
+            *out++ = ' ';
+        inRun = member;
+    }
+    if (inRun)
+        *out++ = ' ';
+    // Nothing written: the line has no run, and comes as it is.
+    return out == start ? std::copy(line.begin(), line.end(), out) : out;
 }
 
 char* ByteRunMatcher::copyWithoutRuns(std::string_view text, char* out) const {

@@ -25,6 +25,10 @@ public:
     // Copies `text` without its runs, which is what deleting every match leaves: every byte of
     // the set goes. `out` has room for the text and 16 bytes more. Returns the end written.
     char* copyWithoutRuns(std::string_view text, char* out) const;
+    // Copies the runs of a line, each followed by a blank, which is what outputting every match
+    // gives; a line without any is copied whole. `out` has room for the line, a byte more and 16
+    // more. Returns the end written.
+    char* copyRunsOfLine(std::string_view line, char* out) const;
 
 private:
     std::array<bool, 256> inSet_{};

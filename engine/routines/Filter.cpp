@@ -26,7 +26,7 @@ Filter::Filter(const TaskPageSettings& settings, int kind)
       replaceWith_(settings.filterReplacement, regex_) {}
 
 void Filter::FilterLine(std::string_view line, std::string& out) {
-    if (deleteRuns(line, out))
+    if (filterRuns(line, out))
         return;
     regex_.setSubject(line);
     filterSubject(line, out);
@@ -45,7 +45,7 @@ bool Filter::takesManyLines() const {
 }
 
 bool Filter::FilterLines(std::string_view lines, std::string& out) {
-    if (deleteRuns(lines, out))
+    if (filterRuns(lines, out))
         return true;
     if (!regex_.setLines(lines))
         return false;
@@ -56,15 +56,33 @@ bool Filter::FilterLines(std::string_view lines, std::string& out) {
     return true;
 }
 
-bool Filter::deleteRuns(std::string_view text, std::string& out) const {
+bool Filter::filterRuns(std::string_view text, std::string& out) const {
     const ByteRunMatcher* runs = regex_.byteRun();
-    if (kind_ != 2 || !runs)
+    if (!runs || kind_ == 1)
         return false;
     // Grown without being cleared first, so that a buffer reused for text of a like size is
-    // not filled with zeros before every use.
-    if (out.size() < text.size() + 16)
-        out.resize(text.size() + 16);
-    out.resize(static_cast<std::size_t>(runs->copyWithoutRuns(text, out.data()) - out.data()));
+    // not filled with zeros before every use. Each line gives at most one byte more than it
+    // holds, and the passes store sixteen bytes at a time.
+    const std::size_t room = (kind_ == 3 ? 2 : 1) * text.size() + 16;
+    if (out.size() < room)
+        out.resize(room);
+    char* written = out.data();
+    if (kind_ == 2) {
+        written = runs->copyWithoutRuns(text, written);
+    } else {
+        while (true) {
+            const std::size_t end = findCrOrLf(text);
+            written = runs->copyRunsOfLine(text.substr(0, end), written);
+            if (end == text.size())
+                break;
+            // The line's end as it is: CR LF, LF or a lone CR.
+            const std::size_t endLength =
+                text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n' ? 2 : 1;
+            written = std::copy_n(text.data() + end, endLength, written);
+            text.remove_prefix(end + endLength);
+        }
+    }
+    out.resize(static_cast<std::size_t>(written - out.data()));
     return true;
 }
 

@@ -34,9 +34,10 @@ public:
     bool FilterLines(std::string_view lines, std::string& out);
 
 private:
-    // Kind 2 for a run of one set of ASCII characters: every byte of the set deleted in one
-    // pass, which is what deleting each run leaves. False, with nothing done, for other filters.
-    bool deleteRuns(std::string_view text, std::string& out) const;
+    // Kinds 2 and 3 for a run of one set of ASCII characters, in one pass over the text without
+    // a search per match: every byte of the set deleted, which is what deleting each run leaves,
+    // or the runs of each line output. False, with nothing done, for other filters.
+    bool filterRuns(std::string_view text, std::string& out) const;
     // Filters the regex's current subject; `spill`, when given, takes the result in parts.
     void filterSubject(std::string_view text, std::string& out, const Spill* spill = nullptr);
     // Kind 3 over whole lines, the subject: each line with matches gives them, each followed by

@@ -73,28 +73,47 @@ TEST(Filter, RunsOfOneAsciiSetAreFoundAsAMatcherFindsThem) {
     }
 }
 
-// Deleting such runs (kind 2) takes every byte of the set out in one pass, sixteen bytes at a
-// time: it leaves what deleting each match of the backtracking matcher leaves, whatever bytes
-// the line holds.
-TEST(Filter, DeletedRunsLeaveWhatDeletingEachMatchLeaves) {
+// Deleting such runs (kind 2) or outputting them (kind 3) goes through a line's bytes in one
+// pass, sixteen at a time, with no search per run: it gives what each match of the backtracking
+// matcher deleted or output gives, whatever bytes the line holds, and over a block of lines what
+// the lines give one by one.
+TEST(Filter, RunsFilteredInOnePassAsTheirMatchesAre) {
     std::mt19937 random(5);
     for (const char* pattern : {"[0-9]+", "\\w+", "(?:[a-c])+", "x+", "[ -/:-@]+"}) {
         EcmaRegex backtracked(pattern, {}, EcmaRegex::Matcher::Backtracking);
-        const auto routine = made(makeFilter, filter(pattern), 2);
-        for (std::size_t length = 0; length < 150; length += 7) {
-            std::string subject(length, ' ');
-            for (char& c : subject)
-                c = static_cast<char>(random() % 4 != 0 ? "09azAZ_x-:\x80\xff"[random() % 12]
-                                                        : random() % 256);
-            std::string expected;
-            std::size_t copied = 0;
-            backtracked.setSubject(subject);
-            for (std::size_t start = 0; backtracked.find(start); start = backtracked.matchEnd()) {
-                expected.append(subject, copied, backtracked.matchStart() - copied);
-                copied = backtracked.matchEnd();
+        for (const int kind : {2, 3}) {
+            const auto routine = made(makeFilter, filter(pattern), kind);
+            std::string lines;
+            std::string linesExpected;
+            for (std::size_t length = 0; length < 150; length += 7) {
+                std::string subject(length, ' ');
+                for (char& c : subject) {
+                    c = static_cast<char>(random() % 4 != 0 ? "09azAZ_x-:\x80\xff"[random() % 12]
+                                                            : random() % 256);
+                    if (c == '\r' || c == '\n')
+                        c = '0';
+                }
+                std::string deleted;
+                std::string output;
+                std::size_t copied = 0;
+                backtracked.setSubject(subject);
+                for (std::size_t at = 0; backtracked.find(at); at = backtracked.matchEnd()) {
+                    deleted.append(subject, copied, backtracked.matchStart() - copied);
+                    output += std::string(backtracked.group(0)) + " ";
+                    copied = backtracked.matchEnd();
+                }
+                deleted.append(subject, copied);
+                const std::string expected = kind == 2        ? deleted
+                                             : output.empty() ? subject
+                                                              : output;
+                ASSERT_EQ(runLine(*routine, Mode::Whole, subject), expected) << pattern;
+                const char* end = length % 3 == 0 ? "\n" : length % 3 == 1 ? "\r\n" : "\r";
+                lines += subject + end;
+                linesExpected += expected + end;
             }
-            expected.append(subject, copied);
-            ASSERT_EQ(runLine(*routine, Mode::Whole, subject), expected) << pattern;
+            std::string out;
+            ASSERT_TRUE(routine->manyLines(lines, out));
+            EXPECT_EQ(out, linesExpected) << pattern << " kind " << kind;
         }
     }
 }
