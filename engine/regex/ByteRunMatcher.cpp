@@ -78,18 +78,23 @@ copyWithoutBy16(const char*& in, const char* end, const std::array<std::uint8_t,
     }
 }
 
-// copyRunsOfLine sixteen bytes at a time, as far as whole steps go: the bytes of the set are
-// kept, and so is the byte after each run, made a blank. `inRun` carries whether the byte before
-// the steps, and then their last byte, is in the set.
+// copyRunsOfLine sixteen bytes at a time: the bytes of the set are kept, and so is the byte
+// after each run, made a blank. The last step takes the bytes left made up to sixteen with a byte
+// never in the set, which gives a run at the end of the line its blank.
 __attribute__((target("ssse3,popcnt"))) void
-copyRunsBy16(const char*& in, const char* end, const std::array<std::uint8_t, 16>& highBitsByLow,
-             bool& inRun, char*& out) {
+copyRunsBy16(std::string_view line, const std::array<std::uint8_t, 16>& highBitsByLow, char*& out) {
     const __m128i byLow = loaded(highBitsByLow.data());
     const __m128i ones = _mm_set1_epi8(-1);
     const __m128i blanks = _mm_set1_epi8(' ');
-    __m128i previous = inRun ? ones : _mm_setzero_si128(); // 0xff for a byte in the set
-    for (; end - in >= 16; in += 16) {
-        const __m128i bytes = loaded(in);
+    __m128i previous = _mm_setzero_si128(); // 0xff for a byte of the previous step in the set
+    std::array<char, 16> rest{};
+    for (const char* in = line.data(), *end = in + line.size();; in += 16) {
+        const bool whole = end - in >= 16;
+        if (!whole) {
+            rest.fill(static_cast<char>(0x80));
+            std::copy(in, end, rest.data());
+        }
+        const __m128i bytes = loaded(whole ? in : rest.data());
         const __m128i outside = _mm_cmpeq_epi8(setBits(bytes, byLow), _mm_setzero_si128());
         const __m128i members = _mm_xor_si128(outside, ones);
         // Whether the byte before each is in the set: the last of the previous step for the first.
@@ -99,9 +104,10 @@ copyRunsBy16(const char*& in, const char* end, const std::array<std::uint8_t, 16
         const auto kept = static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(members, afterRun)));
         packEight(made, kept & 0xff, 0, out);
         packEight(made, kept >> 8, 8, out);
+        if (!whole)
+            return;
         previous = members;
     }
-    inRun = (_mm_movemask_epi8(previous) & 0x8000) != 0;
 }
 
 // The first byte from `at` that is in the set (`inSet`) or not, sixteen bytes at a time as far
@@ -183,23 +189,24 @@ bool ByteRunMatcher::find(std::string_view subject, std::size_t start,
 
 char* ByteRunMatcher::copyRunsOfLine(std::string_view line, char* out) const {
     char* const start = out;
-    const char* in = line.data();
-    const char* const end = in + line.size();
-    bool inRun = false;
 #ifdef MORLEVANT_X86_STEPS
-    if (processorHasByteShuffle())
-        copyRunsBy16(in, end, highBitsByLow_, inRun, out);
+    if (processorHasByteShuffle()) {
+        copyRunsBy16(line, highBitsByLow_, out);
+    } else
 #endif
-    for (; in < end; ++in) {
-        const bool member = inSet_[static_cast<unsigned char>(*in)];
-        if (member)
-            *out++ = *in;
-        else if (inRun)
+    {
+        bool inRun = false;
+        for (const char byte : line) {
+            const bool member = inSet_[static_cast<unsigned char>(byte)];
+            if (member)
+                *out++ = byte;
+            else if (inRun)
+                *out++ = ' ';
+            inRun = member;
+        }
+        if (inRun)
             *out++ = ' ';
-        inRun = member;
     }
-    if (inRun)
-        *out++ = ' ';
     // Nothing written: the line has no run, and comes as it is.
     return out == start ? std::copy(line.begin(), line.end(), out) : out;
 }

@@ -63,7 +63,7 @@ bool Filter::filterRuns(std::string_view text, std::string& out) const {
     // Grown without being cleared first, so that a buffer reused for text of a like size is
     // not filled with zeros before every use. Each line gives at most one byte more than it
     // holds, and the passes store sixteen bytes at a time.
-    const std::size_t room = (kind_ == 3 ? 2 : 1) * text.size() + 16;
+    const std::size_t room = text.size() + (kind_ == 3 ? countLineEnds(text).lines + 1 : 0) + 16;
     if (out.size() < room)
         out.resize(room);
     char* written = out.data();

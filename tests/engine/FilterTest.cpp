@@ -79,7 +79,8 @@ TEST(Filter, RunsOfOneAsciiSetAreFoundAsAMatcherFindsThem) {
 // the lines give one by one.
 TEST(Filter, RunsFilteredInOnePassAsTheirMatchesAre) {
     std::mt19937 random(5);
-    for (const char* pattern : {"[0-9]+", "\\w+", "(?:[a-c])+", "x+", "[ -/:-@]+"}) {
+    for (const char* pattern :
+         {"[0-9]+", "\\w+", "(?:[a-c])+", "x+", "[ -/:-@]+", "[\\x00-\\x09]+"}) {
         EcmaRegex backtracked(pattern, {}, EcmaRegex::Matcher::Backtracking);
         for (const int kind : {2, 3}) {
             const auto routine = made(makeFilter, filter(pattern), kind);
