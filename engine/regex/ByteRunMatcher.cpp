@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 
 #ifdef MORLEVANT_X86_STEPS
 #include <immintrin.h>
@@ -138,7 +139,13 @@ const PatternNode& unwrapped(const PatternNode& n) {
 } // namespace
 
 std::optional<ByteRunMatcher> ByteRunMatcher::of(const PatternNode& root) {
-    const PatternNode& repeat = unwrapped(root);
+    // The run alone, or a sequence of the run, captured or not, and ASCII characters.
+    const PatternNode& whole = unwrapped(root);
+    const bool withSuffix = whole.kind == Kind::Sequence && whole.children.size() > 1;
+    const PatternNode& first = withSuffix ? unwrapped(whole.children.front()) : whole;
+    const bool captured =
+        first.kind == Kind::Group && first.group == 1 && first.children.size() == 1;
+    const PatternNode& repeat = captured ? unwrapped(first.children.front()) : first;
     if (repeat.kind != Kind::Repeat || repeat.min != 1 || repeat.max != PatternNode::unbounded ||
         !repeat.greedy)
         return std::nullopt;
@@ -154,6 +161,18 @@ std::optional<ByteRunMatcher> ByteRunMatcher::of(const PatternNode& root) {
     } else {
         return std::nullopt;
     }
+    if (withSuffix) {
+        for (std::size_t i = 1; i < whole.children.size(); ++i) {
+            const PatternNode& character = whole.children[i];
+            if (character.kind != Kind::Character || character.character >= 0x80)
+                return std::nullopt;
+            matcher.suffix_ += static_cast<char>(character.character);
+        }
+        // A suffix that starts outside the set can only follow a run whole: giving back any of
+        // the run leaves a byte of the set where the suffix would start.
+        if (matcher.inSet_[static_cast<unsigned char>(matcher.suffix_.front())])
+            return std::nullopt;
+    }
     for (std::size_t byte = 0; byte < 0x80; ++byte)
         if (matcher.inSet_[byte])
             matcher.highBitsByLow_[byte & 0xf] |= static_cast<std::uint8_t>(1u << (byte >> 4));
@@ -161,7 +180,42 @@ std::optional<ByteRunMatcher> ByteRunMatcher::of(const PatternNode& root) {
 }
 
 bool ByteRunMatcher::find(std::string_view subject, std::size_t start,
-                          std::size_t (&match)[2]) const {
+                          std::size_t (&match)[4]) const {
+    if (suffix_.empty()) {
+        if (!findRun(subject, start, match))
+            return false;
+        match[2] = match[0];
+        match[3] = match[1];
+        return true;
+    }
+    // The first suffix with a byte of the set before it that lies at or after `start` ends the
+    // first run it follows: the runs end in text order. The match starts at the start of that
+    // run, or at `start` within it. The suffix's first byte is looked for rather than the runs,
+    // which may be most of the text (words).
+    const auto* bytes = reinterpret_cast<const unsigned char*>(subject.data());
+    const std::size_t size = subject.size();
+    for (std::size_t from = start + 1; from < size;) {
+        const void* found = std::memchr(subject.data() + from, suffix_.front(), size - from);
+        if (found == nullptr)
+            return false;
+        const auto end = static_cast<std::size_t>(static_cast<const char*>(found) - subject.data());
+        if (inSet_[bytes[end - 1]] && size - end >= suffix_.size() &&
+            std::equal(suffix_.begin() + 1, suffix_.end(), subject.begin() + end + 1)) {
+            std::size_t begin = end - 1;
+            while (begin > start && inSet_[bytes[begin - 1]])
+                --begin;
+            match[0] = match[2] = begin;
+            match[1] = end + suffix_.size();
+            match[3] = end;
+            return true;
+        }
+        from = end + 1;
+    }
+    return false;
+}
+
+bool ByteRunMatcher::findRun(std::string_view subject, std::size_t start,
+                             std::size_t (&match)[4]) const {
     const auto* bytes = reinterpret_cast<const unsigned char*>(subject.data());
     const std::size_t size = subject.size();
     // Sixteen bytes at a time where the processor can look them up so, then one at a time.

@@ -6,22 +6,29 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace morlevant {
 
 // A pattern that is one set of ASCII characters repeated greedily once or more ([0-9]+, \w+,
-// a+), matched without a regular-expression engine: its match from a position is the first run
-// of bytes of the set there, whole. Bytes of a character beyond ASCII are never in the set, so
-// a run never starts or ends inside such a character, and a text that is not valid UTF-8 reads
-// the same. A run of digits is the usual filter; the engine's cost per match dwarfs the scan.
+// a+), perhaps captured as group 1 and followed by ASCII text that starts outside the set
+// ((\w+)=, \d+%), matched without a regular-expression engine: its match from a position is the
+// first run of bytes of the set there, whole, that the text follows. Bytes of a character beyond
+// ASCII are never in the set, so a run never starts or ends inside such a character, and a text
+// that is not valid UTF-8 reads the same. A run of digits is the usual filter; the engine's cost
+// per match dwarfs the scan.
 class ByteRunMatcher {
 public:
     // The matcher for the pattern when it has that form, or nothing.
     static std::optional<ByteRunMatcher> of(const PatternNode& root);
 
-    // The first run in `subject` at or after `start`: its start and end in `match`.
-    bool find(std::string_view subject, std::size_t start, std::size_t (&match)[2]) const;
+    // The first match in `subject` at or after `start`: its start and end in `match`, and those
+    // of the run in the next two.
+    bool find(std::string_view subject, std::size_t start, std::size_t (&match)[4]) const;
+    // Whether no text follows the run: then the matches are the runs of the set, which
+    // copyWithoutRuns and copyRunsOfLine work on.
+    bool matchesRunsAlone() const { return suffix_.empty(); }
     // Copies `text` without its runs, which is what deleting every match leaves: every byte of
     // the set goes. `out` has room for the text and 16 bytes more. Returns the end written.
     char* copyWithoutRuns(std::string_view text, char* out) const;
@@ -31,7 +38,11 @@ public:
     char* copyRunsOfLine(std::string_view line, char* out) const;
 
 private:
+    // The first run at or after `start`, in the first two of `match`.
+    bool findRun(std::string_view subject, std::size_t start, std::size_t (&match)[4]) const;
+
     std::array<bool, 256> inSet_{};
+    std::string suffix_; // ASCII text that follows the run, its first byte not in the set
     // The set by the low four bits of a byte: bit n of entry l is set when the byte 16n + l is
     // in it, so that sixteen bytes are looked up at once.
     std::array<std::uint8_t, 16> highBitsByLow_{};

@@ -114,7 +114,7 @@ private:
     // Set for a run of ASCII characters, and then no compile is either; its match is in
     // runMatch_.
     std::optional<ByteRunMatcher> byteRun_;
-    PCRE2_SIZE runMatch_[2] = {0, 0};
+    PCRE2_SIZE runMatch_[4] = {0, 0, 0, 0};
 
     std::string_view subject_;
     bool subjectIsUtf_ = true;

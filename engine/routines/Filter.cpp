@@ -58,7 +58,7 @@ bool Filter::FilterLines(std::string_view lines, std::string& out) {
 
 bool Filter::filterRuns(std::string_view text, std::string& out) const {
     const ByteRunMatcher* runs = regex_.byteRun();
-    if (!runs || kind_ == 1)
+    if (!runs || !runs->matchesRunsAlone() || kind_ == 1)
         return false;
     // Grown without being cleared first, so that a buffer reused for text of a like size is
     // not filled with zeros before every use. Each line gives at most one byte more than it

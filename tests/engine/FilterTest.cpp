@@ -50,12 +50,20 @@ INSTANTIATE_TEST_SUITE_P(
                                  "\377caf--\302\240"},
                       FilterCase{"[^a-z]", "-", 1, "\377caf\303\251 \302\240", "-caf-----"}));
 
-// A run of one set of ASCII characters is found by a scan of the bytes rather than by PCRE2: it
-// finds what the backtracking matcher finds, among characters of several bytes and in lines
-// that are not UTF-8, from every start.
+// A run of one set of ASCII characters, perhaps captured and followed by ASCII text, is found by
+// a scan of the bytes rather than by PCRE2: it finds what the backtracking matcher finds, groups
+// included, among characters of several bytes and in lines that are not UTF-8, from every start.
 TEST(Filter, RunsOfOneAsciiSetAreFoundAsAMatcherFindsThem) {
-    const std::string subjects[] = {"12a\303\2513 45", "\377x1\342\202\254xx_", "", "abc_9 "};
-    for (const char* pattern : {"[0-9]+", "\\w+", "(?:[a-c])+", "x+", "[]+", "[0-9]+?"}) {
+    std::vector<std::string> subjects = {"12a\303\2513 45", "\377x1\342\202\254xx_", "", "abc_9 "};
+    std::mt19937 random(3);
+    for (int i = 0; i < 40; ++i) {
+        std::string subject(random() % 60, ' ');
+        for (char& c : subject)
+            c = "ab=x19 _\xc3\xa9"[random() % 10];
+        subjects.push_back(subject);
+    }
+    for (const char* pattern : {"[0-9]+", "\\w+", "(?:[a-c])+", "x+", "[]+", "[0-9]+?",
+                                "(\\w+)=", "[0-9]+ab", "(?:(x+))=x", "(?<k>[a-b]+)= ", "a+a"}) {
         EcmaRegex scanned(pattern);
         EcmaRegex backtracked(pattern, {}, EcmaRegex::Matcher::Backtracking);
         for (const std::string& subject : subjects) {
@@ -64,9 +72,10 @@ TEST(Filter, RunsOfOneAsciiSetAreFoundAsAMatcherFindsThem) {
             for (std::size_t start = 0; start <= subject.size(); ++start) {
                 const bool found = backtracked.find(start);
                 ASSERT_EQ(scanned.find(start), found) << pattern << " from " << start;
-                if (found) {
-                    ASSERT_EQ(scanned.matchStart(), backtracked.matchStart()) << pattern;
-                    ASSERT_EQ(scanned.matchEnd(), backtracked.matchEnd()) << pattern;
+                for (int group = 0; found && group <= backtracked.groupCount(); ++group) {
+                    ASSERT_EQ(scanned.group(group).data(), backtracked.group(group).data())
+                        << pattern << " in " << subject << " from " << start;
+                    ASSERT_EQ(scanned.group(group), backtracked.group(group)) << pattern;
                 }
             }
         }
