@@ -18,8 +18,9 @@ namespace morlevant {
 
 class LineReader;
 
-// A stretch of whole lines of one file, and what working them gave.
-struct LineBatch {
+// A stretch of whole lines of one file, and what working them gave. On cache lines of its own, as
+// the threads that fill neighbouring batches would otherwise take shared lines from each other.
+struct alignas(64) LineBatch {
     std::string lines;              // each line with its end: CR LF, LF or a lone CR
     bool allCrLf = true;            // every end in `lines` is CR LF
     std::size_t firstLine = 1;      // number of the first line in the file

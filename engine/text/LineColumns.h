@@ -37,7 +37,8 @@ public:
         const std::size_t index = position == 0 ? 0 : position - 1;
         if (index < asciiPrefix_)
             return index;
-        if (asciiPrefix_ == line_.size())
+        // A line has no more characters than bytes: a range to "the end" (99999999) needs no walk.
+        if (asciiPrefix_ == line_.size() || index >= line_.size())
             return line_.size();
         return offsetBeyondAscii(index);
     }
