@@ -1,5 +1,6 @@
 #include "engine/text/NumberText.h"
 
+#include "engine/text/ProcessorFeatures.h"
 #include "taskdef/LeadingNumber.h"
 
 #include <algorithm>
@@ -94,9 +95,12 @@ constexpr std::array<double, 23> exactPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e
                                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
+// The helpers of the two MORLEVANT_FLOAT_STEPS functions below are always inlined, so that each
+// version of those is built with its own instructions throughout.
+
 // The whole part and the fraction of product + error, a product held exactly as a sum of two
 // doubles (the error from fma): exact but for the last bit of the fraction.
-double wholePart(double product, double error, double& fraction) {
+[[gnu::always_inline]] inline double wholePart(double product, double error, double& fraction) {
     double whole = std::floor(product);
     fraction = (product - whole) + error;
     if (fraction < 0) {
@@ -122,7 +126,8 @@ constexpr std::array<double, 23> nearPowers = {1e-7, 1e-6, 1e-5, 1e-4, 1e-3, 1e-
 // 1e15, whose scale lies within the exact powers. The digits divided by the power, one
 // correctly rounded division of two exact numbers, are then the double that the 15 digits
 // read back as.
-bool scaledDigits(double magnitude, std::uint64_t& digits, int& scale) {
+[[gnu::always_inline]] inline bool scaledDigits(double magnitude, std::uint64_t& digits,
+                                                int& scale) {
     if (!(magnitude >= 1e-7 && magnitude < 1e15))
         return false;
     // floor(log10(magnitude)) is this estimate from the binary exponent or one more; the scale
@@ -156,7 +161,8 @@ bool scaledDigits(double magnitude, std::uint64_t& digits, int& scale) {
 // significant digits that comes first cannot change it: that rounding moves the product by at
 // most half a unit in its 15th digit, below product * 1e-14, so only a fraction that close to
 // a half is left to the digits. Spares finding the 15 digits for nearly every result.
-bool roundedDirectly(double magnitude, int decimals, std::uint64_t& whole) {
+[[gnu::always_inline]] inline bool roundedDirectly(double magnitude, int decimals,
+                                                   std::uint64_t& whole) {
     if (decimals >= static_cast<int>(exactPowers.size()))
         return false;
     const double power = exactPowers[static_cast<std::size_t>(decimals)];
@@ -284,7 +290,7 @@ void appendShortestNumber(double value, std::string& out) {
         out += *p == 'e' ? 'E' : *p;
 }
 
-double shortestNumberValue(double value, int decimals) {
+MORLEVANT_FLOAT_STEPS double shortestNumberValue(double value, int decimals) {
     if (value == 0)
         return 0.0; // written "0", never "-0"
     // A whole number of at most 15 digits is written as it is, and so is a value that a
@@ -317,7 +323,7 @@ double shortestNumberValue(double value, int decimals) {
     return LeadingNumber(written);
 }
 
-void appendFixedNumber(double value, int decimals, std::string& out) {
+MORLEVANT_FLOAT_STEPS void appendFixedNumber(double value, int decimals, std::string& out) {
     std::uint64_t digits = 0;
     if (roundedDirectly(std::fabs(value), decimals, digits)) {
         appendWholeAsFixed(value < 0, digits, 0, decimals, out);
