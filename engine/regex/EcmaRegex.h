@@ -59,7 +59,8 @@ public:
     // alone finds: no match reads or looks at a line end.
     bool staysWithinLine() const { return staysWithinLine_; }
     bool canMatchEmpty() const { return canMatchEmpty_; }
-    // The byte matcher for a pattern that is a run of one set of ASCII characters, or null.
+    // The byte matcher for a pattern that is a run of one set of ASCII characters, perhaps with
+    // text after it (see ByteRunMatcher::matchesRunsAlone), or null.
     const ByteRunMatcher* byteRun() const { return byteRun_ ? &*byteRun_ : nullptr; }
 
     // Makes `subject` the text that find() searches; it must outlive the searches.

@@ -54,7 +54,7 @@ Calculation::Calculation(const TaskPageSettings& settings, const ColumnRanges& c
         const std::size_t comma = steps.find(',');
         const std::string_view text = steps.substr(0, comma);
         if (!text.empty() && isOperator(text.front())) {
-            Step& step = steps_.emplace_back(std::string(text), text.front());
+            Step& step = steps_.emplace_back(Step{std::string(text), text.front()});
             step.operand = readLeadingNumber(text.substr(1), step.decimals);
         }
         if (comma == std::string_view::npos)

@@ -42,8 +42,8 @@ private:
     void appendResult(std::string_view line, std::string& out);
     static double apply(const Step& step, double value);
     // Throw the failure of a step: `what` it does, or what its result says.
-    [[noreturn, gnu::cold]] static void failStep(const Step& step, std::string_view what);
-    [[noreturn, gnu::cold]] static void failStep(const Step& step, double value, double result);
+    [[noreturn]] static void failStep(const Step& step, std::string_view what);
+    [[noreturn]] static void failStep(const Step& step, double value, double result);
 
     std::vector<Step> steps_;
     // Whole numbers rounded half to even (line 6 "0") or n decimals rounded half away from zero.

@@ -95,12 +95,9 @@ constexpr std::array<double, 23> exactPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e
                                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
-// The helpers of the two MORLEVANT_FLOAT_STEPS functions below are always inlined, so that each
-// version of those is built with its own instructions throughout.
-
 // The whole part and the fraction of product + error, a product held exactly as a sum of two
 // doubles (the error from fma): exact but for the last bit of the fraction.
-[[gnu::always_inline]] inline double wholePart(double product, double error, double& fraction) {
+MORLEVANT_FLOAT_STEPS_HELPER double wholePart(double product, double error, double& fraction) {
     double whole = std::floor(product);
     fraction = (product - whole) + error;
     if (fraction < 0) {
@@ -126,8 +123,8 @@ constexpr std::array<double, 23> nearPowers = {1e-7, 1e-6, 1e-5, 1e-4, 1e-3, 1e-
 // 1e15, whose scale lies within the exact powers. The digits divided by the power, one
 // correctly rounded division of two exact numbers, are then the double that the 15 digits
 // read back as.
-[[gnu::always_inline]] inline bool scaledDigits(double magnitude, std::uint64_t& digits,
-                                                int& scale) {
+MORLEVANT_FLOAT_STEPS_HELPER bool scaledDigits(double magnitude, std::uint64_t& digits,
+                                               int& scale) {
     if (!(magnitude >= 1e-7 && magnitude < 1e15))
         return false;
     // floor(log10(magnitude)) is this estimate from the binary exponent or one more; the scale
@@ -161,9 +158,9 @@ constexpr std::array<double, 23> nearPowers = {1e-7, 1e-6, 1e-5, 1e-4, 1e-3, 1e-
 // significant digits that comes first cannot change it: that rounding moves the product by at
 // most half a unit in its 15th digit, below product * 1e-14, so only a fraction that close to
 // a half is left to the digits. Spares finding the 15 digits for nearly every result.
-[[gnu::always_inline]] inline bool roundedDirectly(double magnitude, int decimals,
-                                                   std::uint64_t& whole) {
-    if (decimals >= static_cast<int>(exactPowers.size()))
+MORLEVANT_FLOAT_STEPS_HELPER bool roundedDirectly(double magnitude, int decimals,
+                                                  std::uint64_t& whole) {
+    if (decimals < 0 || decimals >= static_cast<int>(exactPowers.size()))
         return false;
     const double power = exactPowers[static_cast<std::size_t>(decimals)];
     const double product = magnitude * power;
@@ -324,13 +321,16 @@ MORLEVANT_FLOAT_STEPS double shortestNumberValue(double value, int decimals) {
 }
 
 MORLEVANT_FLOAT_STEPS void appendFixedNumber(double value, int decimals, std::string& out) {
+    // The layouts from whole numbers hold at most maxFixedDecimals; more go digit by digit.
+    decimals = std::max(decimals, 0);
+    const bool laidOutWhole = decimals <= maxFixedDecimals;
     std::uint64_t digits = 0;
-    if (roundedDirectly(std::fabs(value), decimals, digits)) {
+    if (laidOutWhole && roundedDirectly(std::fabs(value), decimals, digits)) {
         appendWholeAsFixed(value < 0, digits, 0, decimals, out);
         return;
     }
     int scale = 0;
-    if (scaledDigits(std::fabs(value), digits, scale)) {
+    if (laidOutWhole && scaledDigits(std::fabs(value), digits, scale)) {
         appendScaledFixed(value < 0, digits, scale, decimals, out);
         return;
     }

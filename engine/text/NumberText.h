@@ -22,14 +22,15 @@ void appendShortestNumber(double value, std::string& out);
 // has 2), tried first; any guess gives the same result.
 double shortestNumberValue(double value, int decimals = -1);
 
-// The most decimals appendFixedNumber writes: more than a double can carry meaning in.
+// More decimals than a double can carry meaning in: appendFixedNumber writes more only digit by
+// digit, the slow way, and the Calculate page refuses more.
 constexpr int maxFixedDecimals = 340;
 
 // Appends the value with exactly `decimals` digits after the point and at least one before it.
 // The value is first written with 15 significant digits and that decimal text is rounded half
 // away from zero, so 2.675 with 2 decimals gives 2.68 as the user reads it, although the binary
 // double lies just below. A result that rounds to zero carries no minus sign.
-// `decimals` is from 0 to maxFixedDecimals.
+// `decimals` below 0 count as 0.
 void appendFixedNumber(double value, int decimals, std::string& out);
 
 } // namespace morlevant

@@ -33,6 +33,9 @@ inline bool processorHasByteShuffle() {
 // library calls. The results are the same, as each such operation is exactly defined, and
 // products are never fused where the code does not ask for it (ISO C++ mode).
 #define MORLEVANT_FLOAT_STEPS __attribute__((target_clones("arch=x86-64-v3", "default")))
+// A helper of such functions, built into each of their versions.
+#define MORLEVANT_FLOAT_STEPS_HELPER __attribute__((always_inline)) inline
 #else
 #define MORLEVANT_FLOAT_STEPS
+#define MORLEVANT_FLOAT_STEPS_HELPER inline
 #endif
