@@ -54,26 +54,39 @@ std::string readWholeFile(const std::string& path, const std::string& what,
 }
 
 void writeWholeFile(const std::string& path, std::string_view bytes, const std::string& what) {
+    namespace fs = std::filesystem;
+    // A task file that is a link to another file stays one: the file it leads to is replaced,
+    // beside itself. The replacement keeps the older file's permissions.
+    std::error_code error;
+    fs::path target = toFsPath(path);
+    if (fs::is_symlink(fs::symlink_status(target, error)))
+        target = fs::canonical(target, error);
+    if (error)
+        target = toFsPath(path);
+    const fs::file_status older = fs::status(target, error);
     // Another program saving the same file at once writes under a name of its own.
 #ifdef _WIN32
-    const std::string writing = path + ".writing" + std::to_string(_getpid());
+    fs::path writing = target;
+    writing += ".writing" + std::to_string(_getpid());
 #else
-    const std::string writing = path + ".writing" + std::to_string(::getpid());
+    fs::path writing = target;
+    writing += ".writing" + std::to_string(::getpid());
 #endif
     const auto fail = [&] {
         std::error_code ignored;
-        std::filesystem::remove(toFsPath(writing), ignored);
+        fs::remove(writing, ignored);
         return TaskError("Cannot write " + what + " " + path);
     };
     {
-        std::ofstream out(toFsPath(writing), std::ios::binary | std::ios::trunc);
+        std::ofstream out(writing, std::ios::binary | std::ios::trunc);
         out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         out.close();
         if (!out)
             throw fail();
     }
-    std::error_code error;
-    std::filesystem::rename(toFsPath(writing), toFsPath(path), error);
+    if (fs::is_regular_file(older))
+        fs::permissions(writing, older.permissions(), error);
+    fs::rename(writing, target, error);
     if (error)
         throw fail();
 }

@@ -49,6 +49,22 @@ TEST(TaskFileList, AFailedWriteLeavesTheOlderFile) {
     EXPECT_FALSE(std::filesystem::exists(dir.file("t.edt" + writing)));
 }
 
+// A task file reached by a symbolic link is replaced where it lies, with its permissions: the link
+// stays a link, and a file only its owner may read stays so.
+TEST(TaskFileList, AFileThroughALinkIsReplacedWhereItLiesWithItsPermissions) {
+    TempDir dir;
+    std::filesystem::create_directory(dir.file("kept"));
+    writeBytes(dir.file("kept/t.edt"), "/in/old.txt\r\n");
+    std::filesystem::permissions(dir.file("kept/t.edt"), std::filesystem::perms::owner_read |
+                                                             std::filesystem::perms::owner_write);
+    std::filesystem::create_symlink("kept/t.edt", dir.file("t.edt"));
+    writeTaskFileList(dir.file("t.edt"), {"/in/new.txt"});
+    EXPECT_TRUE(std::filesystem::is_symlink(dir.file("t.edt")));
+    EXPECT_EQ(readBytes(dir.file("kept/t.edt")), "/in/new.txt\r\n");
+    EXPECT_EQ(std::filesystem::status(dir.file("kept/t.edt")).permissions(),
+              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+}
+
 // The list keeps one name per line: a name with a line break would come back as two, the part
 // after the break taken relative to wherever the runner stands.
 TEST(TaskFileList, RefusesANameWithALineBreakAndReadsOnlyFullPaths) {
