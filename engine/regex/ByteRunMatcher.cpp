@@ -33,13 +33,14 @@ constexpr auto packKept = [] {
 }();
 
 // Stores the bytes among the eight of `bytes` from `offset` on (0 or 8) that `kept` marks, and
-// moves `out` past them. Sixteen bytes are stored whatever the count.
+// moves `out` past them. Eight bytes are stored whatever the count: never past where those eight
+// were read from, so the text may be packed where it lies.
 __attribute__((target("ssse3,popcnt"))) inline void packEight(__m128i bytes, unsigned kept,
                                                               std::uint8_t offset, char*& out) {
     const __m128i order =
         _mm_add_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(packKept[kept].data())),
                      _mm_set1_epi8(static_cast<char>(offset)));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_shuffle_epi8(bytes, order));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(out), _mm_shuffle_epi8(bytes, order));
     out += std::popcount(kept);
 }
 

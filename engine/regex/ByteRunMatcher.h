@@ -30,7 +30,8 @@ public:
     // copyWithoutRuns and copyRunsOfLine work on.
     bool matchesRunsAlone() const { return suffix_.empty(); }
     // Copies `text` without its runs, which is what deleting every match leaves: every byte of
-    // the set goes. `out` has room for the text and 16 bytes more. Returns the end written.
+    // the set goes. `out` has room for the text and 16 bytes more, or is the text's own start,
+    // which it then overwrites. Returns the end written.
     char* copyWithoutRuns(std::string_view text, char* out) const;
     // Copies the runs of a line, each followed by a blank, which is what outputting every match
     // gives; a line without any is copied whole. `out` has room for the line, a byte more and 16

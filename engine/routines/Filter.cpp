@@ -56,6 +56,15 @@ bool Filter::FilterLines(std::string_view lines, std::string& out) {
     return true;
 }
 
+bool Filter::deletesRuns() const {
+    return kind_ == 2 && regex_.byteRun() && regex_.byteRun()->matchesRunsAlone();
+}
+
+std::size_t Filter::FilterWithin(std::span<char> text) const {
+    return static_cast<std::size_t>(
+        regex_.byteRun()->copyWithoutRuns({text.data(), text.size()}, text.data()) - text.data());
+}
+
 bool Filter::filterRuns(std::string_view text, std::string& out) const {
     const ByteRunMatcher* runs = regex_.byteRun();
     if (!runs || !runs->matchesRunsAlone() || kind_ == 1)
@@ -175,6 +184,9 @@ std::unique_ptr<RangedRoutine> makeFilter(const TaskPageSettings& settings, Colu
         [filter](std::string_view line, std::string& out, const Spill& spill) {
             filter->FilterLineSpilling(line, out, spill);
         });
+    if (filter->deletesRuns())
+        routine->setOverwritingRoutine(
+            [filter](std::span<char> text) { return filter->FilterWithin(text); });
     if (filter->takesManyLines())
         routine->setLinesRoutine([filter](std::string_view lines, std::string& out) {
             return filter->FilterLines(lines, out);

@@ -7,6 +7,7 @@
 #include "taskdef/TaskPageSettings.h"
 
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -29,6 +30,11 @@ public:
     // end, and, where a replacement is put in or the matches are output, are never empty (an
     // empty match at the LF of a CR LF end is one that the line alone does not have).
     bool takesManyLines() const;
+    // Whether FilterWithin can work a line where it lies: kind 2 for a run of one set of ASCII
+    // characters, whose result is never longer than the line.
+    bool deletesRuns() const;
+    // Kind 2 for such runs within the text itself; returns the result's length.
+    std::size_t FilterWithin(std::span<char> text) const;
     // Whole lines with their ends filtered at once, as FilterLine gives them one by one, their
     // ends kept; false, with nothing done, when they must go one by one.
     bool FilterLines(std::string_view lines, std::string& out);
