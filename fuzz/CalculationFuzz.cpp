@@ -19,20 +19,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         // The lines of the third field one by one, their ends kept, and as one block, which
         // must give the same.
         const auto routine = makeCalculation(settings, ColumnRanges(""), nullptr);
-        std::string_view rest = parts[2];
         std::string lineByLine;
         std::string out;
-        // Text after the last end is a line too, as a block's lines are read.
-        while (!rest.empty()) {
-            const std::size_t end = findCrOrLf(rest);
-            routine->wholeLine(rest.substr(0, end), out);
+        forEachLineWithEnd(parts[2], [&](std::string_view line, std::string_view end) {
+            routine->wholeLine(line, out);
             lineByLine += out;
-            if (end == rest.size())
-                break;
-            const std::size_t endLength = rest.substr(end, 2) == "\r\n" ? 2 : 1;
-            lineByLine += rest.substr(end, endLength);
-            rest.remove_prefix(end + endLength);
-        }
+            lineByLine += end;
+        });
         if (routine->manyLines(parts[2], out) && out != lineByLine)
             std::abort();
     } catch (const TaskError&) {

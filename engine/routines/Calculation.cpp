@@ -155,23 +155,16 @@ void Calculation::CalculateLine(std::string_view line, std::string& out) {
 
 bool Calculation::CalculateLines(std::string_view lines, std::string& out) {
     out.clear();
-    while (!lines.empty()) {
-        const std::size_t end = findCrOrLf(lines);
-        const std::string_view line = lines.substr(0, end);
-        // A line without a number is noted where its position is known: line by line.
-        if (notesNoNumber(line))
-            return false;
+    // A line without a number is noted where its position is known: line by line.
+    bool noted = false;
+    forEachLineWithEnd(lines, [&](std::string_view line, std::string_view end) {
+        if (noted || (noted = notesNoNumber(line)))
+            return;
         appendResult(line, out);
-        if (end == lines.size())
-            break;
-        // The line's end as it is: CR LF, LF or a lone CR.
-        out += lines[end];
-        const bool crLf = lines[end] == '\r' && end + 1 < lines.size() && lines[end + 1] == '\n';
-        if (crLf)
-            out += '\n';
-        lines.remove_prefix(end + (crLf ? 2 : 1));
-    }
-    return true;
+        for (const char byte : end) // a store or two rather than a copy call
+            out += byte;
+    });
+    return !noted;
 }
 
 void Calculation::appendResult(std::string_view line, std::string& out) {

@@ -79,17 +79,9 @@ bool Filter::filterRuns(std::string_view text, std::string& out) const {
     if (kind_ == 2) {
         written = runs->copyWithoutRuns(text, written);
     } else {
-        while (true) {
-            const std::size_t end = findCrOrLf(text);
-            written = runs->copyRunsOfLine(text.substr(0, end), written);
-            if (end == text.size())
-                break;
-            // The line's end as it is: CR LF, LF or a lone CR.
-            const std::size_t endLength =
-                text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n' ? 2 : 1;
-            written = std::copy_n(text.data() + end, endLength, written);
-            text.remove_prefix(end + endLength);
-        }
+        forEachLineWithEnd(text, [&](std::string_view line, std::string_view end) {
+            written = std::copy(end.begin(), end.end(), runs->copyRunsOfLine(line, written));
+        });
     }
     out.resize(static_cast<std::size_t>(written - out.data()));
     return true;

@@ -8,18 +8,23 @@ namespace morlevant {
 // The offset of the first CR or LF in `text`, or its size when it holds neither.
 std::size_t findCrOrLf(std::string_view text);
 
-// Calls `line` for each line of `text`, whose lines end in CR LF, LF or a lone CR; text after
-// the last end is a line too.
-template <typename Line> void forEachLine(std::string_view text, const Line& line) {
+// Calls `line(text, end)` for each line of `text` and its own end: CR LF, LF, a lone CR, or
+// nothing for text after the last end, which is a line too.
+template <typename Line> void forEachLineWithEnd(std::string_view text, const Line& line) {
     while (!text.empty()) {
         const std::size_t end = findCrOrLf(text);
-        line(text.substr(0, end));
-        if (end == text.size())
-            return;
-        text.remove_prefix(end + 1 < text.size() && text[end] == '\r' && text[end + 1] == '\n'
-                               ? end + 2
-                               : end + 1);
+        const std::size_t endLength =
+            end == text.size()                                                    ? 0
+            : text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n' ? 2
+                                                                                  : 1;
+        line(text.substr(0, end), text.substr(end, endLength));
+        text.remove_prefix(end + endLength);
     }
+}
+
+// Calls `line` for each line of `text`, without its end.
+template <typename Line> void forEachLine(std::string_view text, const Line& line) {
+    forEachLineWithEnd(text, [&](std::string_view one, std::string_view) { line(one); });
 }
 
 // The line ends in a stretch of text: CR LF, LF and a lone CR each count once.
