@@ -13,6 +13,12 @@ namespace morlevant {
 
 namespace {
 
+// A routine's failure on one line, its message naming the file and the line.
+TaskError atLine(const std::string& source, std::size_t lineNumber, const TaskError& error) {
+    return TaskError(visibleName(source) + ", line " + std::to_string(lineNumber) + ": " +
+                     error.what());
+}
+
 // Appends lines that end in CR LF, LF or a lone CR with every end made CR LF.
 void appendWithCrLfEnds(std::string& out, std::string_view lines, bool allCrLf) {
     if (allCrLf) {
@@ -108,12 +114,34 @@ void LinePage::workBatch(LineWork& work, const std::string& source, LineBatch& b
     } else {
         std::size_t lineNumber = batch.firstLine;
         forEachLine(batch.lines, [&](std::string_view line) {
-            workLine(work, source, lineNumber++, line,
-                     [&](std::string_view result) { batch.appendResultLine(result); });
+            workBatchLine(work, source, lineNumber++, line, batch);
         });
     }
     if (work.alerts)
         batch.alerts.take(*work.alerts);
+}
+
+void LinePage::workBatchLine(LineWork& work, const std::string& source, std::size_t lineNumber,
+                             std::string_view line, LineBatch& batch) {
+    const RangeMode mode = context_.mode;
+    if (mode == RangeMode::WholeText) {
+        batch.appendResultLine(apply(work, mode, source, lineNumber, line, nullptr, {}));
+        return;
+    }
+    if (!rowSelected(context_.rows, static_cast<double>(lineNumber))) {
+        if (mode == RangeMode::InPlace)
+            batch.appendResultLine(line);
+        return;
+    }
+    if (work.alerts)
+        work.alerts->at(source, lineNumber);
+    work.routine->assignColumns(work.columns, line);
+    try {
+        applyToRanges(*work.routine, mode, work.columns, batch.result);
+    } catch (const TaskError& error) {
+        throw atLine(source, lineNumber, error);
+    }
+    batch.endResultLine();
 }
 
 template <typename Emit>
@@ -157,7 +185,7 @@ std::string_view LinePage::apply(LineWork& work, RangeMode mode, const std::stri
                 routine.wholeLine(line, work.out);
             return work.out;
         }
-        work.columns.assign(line);
+        work.routine->assignColumns(work.columns, line);
         if (!gathered.empty()) {
             // A long line's result goes out in parts, the line's untouched bytes from where
             // they lie.
@@ -166,16 +194,22 @@ std::string_view LinePage::apply(LineWork& work, RangeMode mode, const std::stri
                 routine.inPlaceSpilling(work.columns, gathered, work.out, spill);
             else
                 routine.rangesOutSpilling(work.columns, work.out, spill);
-        } else if (mode == RangeMode::InPlace) {
-            routine.inPlace(work.columns, work.out);
         } else {
-            routine.rangesOut(work.columns, work.out);
+            work.out.clear();
+            applyToRanges(routine, mode, work.columns, work.out);
         }
         return work.out;
     } catch (const TaskError& error) {
-        throw TaskError(visibleName(source) + ", line " + std::to_string(lineNumber) + ": " +
-                        error.what());
+        throw atLine(source, lineNumber, error);
     }
+}
+
+void LinePage::applyToRanges(RangedRoutine& routine, RangeMode mode, const LineColumns& line,
+                             std::string& out) {
+    if (mode == RangeMode::InPlace)
+        routine.inPlace(line, out);
+    else
+        routine.rangesOut(line, out);
 }
 
 } // namespace morlevant

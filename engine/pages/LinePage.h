@@ -47,6 +47,10 @@ private:
     // The lines of a large file in batches, worked on several threads.
     void processInBatches(const std::string& source, LineReader& reader, LineWriter& writer);
     void workBatch(LineWork& work, const std::string& source, LineBatch& batch);
+    // Works one line of a batch as workLine does, its result appended to the batch's with a
+    // CR LF end: the ranges' results go there directly rather than through work.out.
+    void workBatchLine(LineWork& work, const std::string& source, std::size_t lineNumber,
+                       std::string_view line, LineBatch& batch);
     // Works line `lineNumber` as the range mode says and hands its result to `emit`: nothing
     // for a row the ranges leave out, the line itself for a row they leave as it is.
     template <typename Emit>
@@ -61,6 +65,9 @@ private:
     static std::string_view apply(LineWork& work, RangeMode mode, const std::string& source,
                                   std::size_t lineNumber, std::string_view line, LineWriter* writer,
                                   std::span<char> gathered);
+    // Appends the line's ranges worked in place or taken out, as `mode` says, to `out`.
+    static void applyToRanges(RangedRoutine& routine, RangeMode mode, const LineColumns& line,
+                              std::string& out);
 
     const RunContext& context_;
     RoutineMaker makeRoutine_;

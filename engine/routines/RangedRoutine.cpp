@@ -1,5 +1,7 @@
 #include "engine/routines/RangedRoutine.h"
 
+#include <algorithm>
+
 namespace morlevant {
 
 namespace {
@@ -13,7 +15,22 @@ constexpr std::size_t shrinkAbove = std::size_t{1} << 20;
 RangedRoutine::RangedRoutine(ColumnRanges columns, TextRoutine routine, WidthFitting fitToWidth,
                              PastLineEnd pastLineEnd)
     : columns_(std::move(columns)), routine_(std::move(routine)),
-      fitToWidth_(std::move(fitToWidth)), pastLineEnd_(pastLineEnd) {}
+      fitToWidth_(std::move(fitToWidth)), pastLineEnd_(pastLineEnd) {
+    for (const auto* ranges : {&columns_.written(), &columns_.inColumnOrder()})
+        for (const ColumnRanges::Range& range : *ranges) {
+            bounds_.push_back(range.first);
+            if (range.last != SIZE_MAX)
+                bounds_.push_back(range.last + 1);
+        }
+    std::sort(bounds_.begin(), bounds_.end());
+}
+
+void RangedRoutine::assignColumns(LineColumns& columns, std::string_view line) const {
+    // Position p starts at byte p - 1 of an ASCII start; one past the line's bytes lies past its
+    // end whatever the line holds.
+    const auto within = std::upper_bound(bounds_.begin(), bounds_.end(), line.size());
+    columns.assign(line, within == bounds_.begin() ? 0 : *(within - 1));
+}
 
 void RangedRoutine::applyToRange(std::string_view text, std::size_t width) {
     routine_(text, piece_);
@@ -23,13 +40,12 @@ void RangedRoutine::applyToRange(std::string_view text, std::size_t width) {
 
 void RangedRoutine::inPlace(const LineColumns& line, std::string& out) {
     if (columns_.blank()) {
-        routine_(line.line(), out);
+        routine_(line.line(), piece_);
+        out.append(piece_);
         return;
     }
-    out.clear();
     const std::string_view text = line.line();
-    out.reserve(text.size()); // the usual size of the result, without growing by doubling
-    std::size_t copied = 0;   // bytes of the line already placed in `out`
+    std::size_t copied = 0; // bytes of the line already placed in `out`
     for (const ColumnRanges::Range& range : columns_.inColumnOrder()) {
         if (line.endsBefore(range.first))
             break;
@@ -50,10 +66,10 @@ bool RangedRoutine::takesNothing(const LineColumns& line, const ColumnRanges::Ra
 
 void RangedRoutine::rangesOut(const LineColumns& line, std::string& out) {
     if (columns_.blank()) {
-        routine_(line.line(), out);
+        routine_(line.line(), piece_);
+        out.append(piece_);
         return;
     }
-    out.clear();
     for (const ColumnRanges::Range& range : columns_.written()) {
         if (takesNothing(line, range))
             continue;

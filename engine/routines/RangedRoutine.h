@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace morlevant {
 
@@ -43,6 +44,9 @@ public:
     RangedRoutine(ColumnRanges columns, TextRoutine routine, WidthFitting fitToWidth = {},
                   PastLineEnd pastLineEnd = PastLineEnd::RestOfLine);
 
+    // Makes `columns` the positions of `line`, looking for its ASCII start only as far as the
+    // ranges need: a range to "the end" of a line of a few dozen bytes needs its start alone.
+    void assignColumns(LineColumns& columns, std::string_view line) const;
     void wholeLine(std::string_view line, std::string& out) { routine_(line, out); }
     // Whether a block of whole lines can be worked at once, and the routine that does it.
     bool takesManyLines() const { return static_cast<bool>(linesRoutine_); }
@@ -61,12 +65,12 @@ public:
         spillingRoutine_(line, out, spill);
     }
     void setSpillingRoutine(SpillingRoutine routine) { spillingRoutine_ = std::move(routine); }
-    // Each range's text replaced by its fitted result, the rest of the line kept. A range
-    // that starts past the end of the line changes nothing; one that runs past the end covers
-    // the rest of the line.
+    // Each range's text replaced by its fitted result, the rest of the line kept, appended to
+    // `out`. A range that starts past the end of the line changes nothing; one that runs past
+    // the end covers the rest of the line.
     void inPlace(const LineColumns& line, std::string& out);
-    // The fitted results of the ranges joined in written order; a range that starts past the
-    // end of the line gives nothing.
+    // The fitted results of the ranges joined in written order, appended to `out`; a range that
+    // starts past the end of the line gives nothing.
     void rangesOut(const LineColumns& line, std::string& out);
     // The same two for a long line, whose result goes to `spill` in parts and leaves `out`
     // empty, so that it is never held whole beside the line. The parts of the line that no range
@@ -86,6 +90,7 @@ private:
                      const Spill& spill);
 
     ColumnRanges columns_;
+    std::vector<std::size_t> bounds_; // every position a range starts at or ends before, sorted
     TextRoutine routine_;
     WidthFitting fitToWidth_;
     PastLineEnd pastLineEnd_;

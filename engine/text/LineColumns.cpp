@@ -6,9 +6,10 @@
 
 namespace morlevant {
 
-void LineColumns::assign(std::string_view line) {
+void LineColumns::assign(std::string_view line, std::size_t asciiScan) {
     line_ = line;
-    asciiPrefix_ = asciiPrefixLength(line);
+    // Characters beyond the scan are decoded as those beyond ASCII are, when asked for.
+    asciiPrefix_ = asciiPrefixLength(line.substr(0, asciiScan));
     marks_.clear();
     decoded_ = 0;
     decodedEnd_ = asciiPrefix_;

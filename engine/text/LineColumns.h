@@ -15,7 +15,9 @@ namespace morlevant {
 // is allocated once.
 class LineColumns {
 public:
-    void assign(std::string_view line);
+    // `asciiScan`: how far the ASCII start is looked for, in bytes, when the positions to be asked
+    // for are known to lie within it or past the line's end; any position is still answered.
+    void assign(std::string_view line, std::size_t asciiScan = SIZE_MAX);
 
     std::string_view line() const { return line_; }
     // Length of the line in characters.

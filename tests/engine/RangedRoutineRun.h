@@ -25,13 +25,17 @@ inline std::string runLine(RangedRoutine& routine, Mode mode, const std::string&
         routine.wholeLine(text, out);
         return out;
     }
+    // The ranges' results are appended to what `out` holds, the line's positions found as a run
+    // finds them.
     LineColumns line;
-    line.assign(text);
+    routine.assignColumns(line, text);
     if (mode == Mode::InPlace)
         routine.inPlace(line, out);
     else
         routine.rangesOut(line, out);
-    return out;
+    if (!out.starts_with("stale"))
+        return "(overwrote what it appends to) " + out;
+    return out.substr(5);
 }
 
 // The same for a line longer than a block, which the run's reader holds where the routine may

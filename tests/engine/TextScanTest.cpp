@@ -53,7 +53,8 @@ std::string withCrLfEnds(const std::string& text) {
 TEST(LineEnds, CountsAgreeWithReadingByteByByte) {
     std::mt19937 random(7);
     // 255 steps of sixteen bytes are 4080, of thirty-two 8160.
-    const std::size_t lengths[] = {0, 1, 2, 15, 16, 17, 31, 32, 33, 64, 65, 98, 4081, 8169, 16370};
+    const std::size_t lengths[] = {0,  1,  2,  15, 16,  17,   31,   32,
+                                   33, 63, 64, 65, 129, 4081, 8169, 16370};
     // Short lines, and long ones, which the copy takes by other steps.
     const std::string alphabets[] = {"\r\nx", "\nxxxxxxx", "\r\n\r\n\r\nx",
                                      std::string(70, 'x') + "\r\n"};
@@ -69,6 +70,19 @@ TEST(LineEnds, CountsAgreeWithReadingByteByByte) {
                 ASSERT_EQ(counted.allCrLf, expected.allCrLf) << length;
                 ASSERT_EQ(counted.loneCr, expected.loneCr) << length;
                 ASSERT_EQ(findCrOrLf(text), std::min(text.find_first_of("\r\n"), text.size()));
+                // The lines walked give the text back, each cut at its first end, a CR LF whole.
+                std::string walked;
+                std::size_t ends = 0;
+                forEachLineWithEnd(text, [&](std::string_view line, std::string_view end) {
+                    ASSERT_EQ(line.find_first_of("\r\n"), std::string_view::npos);
+                    walked.append(line).append(end);
+                    ends += end.empty() ? 0 : 1;
+                    if (end == "\r" && walked.size() < text.size()) {
+                        ASSERT_NE(text[walked.size()], '\n');
+                    }
+                });
+                ASSERT_EQ(walked, text);
+                ASSERT_EQ(ends, expected.lines);
                 std::string copied(2 * length, '?');
                 copied.resize(copyWithCrLfEnds(text, copied.data()) - copied.data());
                 ASSERT_EQ(copied, withCrLfEnds(text)) << length;
