@@ -4,6 +4,7 @@
 #include "taskdef/RangePairs.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace morlevant {
 
@@ -28,6 +29,23 @@ ColumnRanges::ColumnRanges(const RangePairs& parsed) {
         covered = range.last;
         return false;
     });
+    for (const Range& range : written_) {
+        bounds_.push_back(range.first);
+        if (range.last != SIZE_MAX)
+            bounds_.push_back(range.last + 1);
+    }
+    std::sort(bounds_.begin(), bounds_.end());
+}
+
+std::size_t ColumnRanges::asciiScanFor(std::size_t lineBytes) const {
+    // Position p starts at byte p - 1 of an ASCII start; a position past the line's bytes lies
+    // past its end whatever the line holds.
+    // Searched from the largest, which most lines reach or none does: a line's own length
+    // decides few branches.
+    for (auto bound = bounds_.rbegin(); bound != bounds_.rend(); ++bound)
+        if (*bound <= lineBytes)
+            return *bound;
+    return 0;
 }
 
 } // namespace morlevant

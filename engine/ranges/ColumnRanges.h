@@ -31,11 +31,16 @@ public:
     // The ranges in column order, each one that overlaps one before it left out, so that no
     // character is worked twice and the rest of the line keeps its order.
     const std::vector<Range>& inColumnOrder() const { return inColumnOrder_; }
+    // How far a line of `lineBytes` bytes needs its ASCII start known, in bytes, for the
+    // positions these ranges ask for (LineColumns::assign): a range to "the end" of a line of a
+    // few dozen bytes needs its start alone.
+    std::size_t asciiScanFor(std::size_t lineBytes) const;
 
 private:
     bool blank_ = true;
     std::vector<Range> written_;
     std::vector<Range> inColumnOrder_;
+    std::vector<std::size_t> bounds_; // every position a range starts at or ends before, sorted
 };
 
 } // namespace morlevant

@@ -1,7 +1,5 @@
 #include "engine/routines/RangedRoutine.h"
 
-#include <algorithm>
-
 namespace morlevant {
 
 namespace {
@@ -15,22 +13,7 @@ constexpr std::size_t shrinkAbove = std::size_t{1} << 20;
 RangedRoutine::RangedRoutine(ColumnRanges columns, TextRoutine routine, WidthFitting fitToWidth,
                              PastLineEnd pastLineEnd)
     : columns_(std::move(columns)), routine_(std::move(routine)),
-      fitToWidth_(std::move(fitToWidth)), pastLineEnd_(pastLineEnd) {
-    for (const auto* ranges : {&columns_.written(), &columns_.inColumnOrder()})
-        for (const ColumnRanges::Range& range : *ranges) {
-            bounds_.push_back(range.first);
-            if (range.last != SIZE_MAX)
-                bounds_.push_back(range.last + 1);
-        }
-    std::sort(bounds_.begin(), bounds_.end());
-}
-
-void RangedRoutine::assignColumns(LineColumns& columns, std::string_view line) const {
-    // Position p starts at byte p - 1 of an ASCII start; one past the line's bytes lies past its
-    // end whatever the line holds.
-    const auto within = std::upper_bound(bounds_.begin(), bounds_.end(), line.size());
-    columns.assign(line, within == bounds_.begin() ? 0 : *(within - 1));
-}
+      fitToWidth_(std::move(fitToWidth)), pastLineEnd_(pastLineEnd) {}
 
 void RangedRoutine::applyToRange(std::string_view text, std::size_t width) {
     routine_(text, piece_);

@@ -8,7 +8,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace morlevant {
 
@@ -45,8 +44,10 @@ public:
                   PastLineEnd pastLineEnd = PastLineEnd::RestOfLine);
 
     // Makes `columns` the positions of `line`, looking for its ASCII start only as far as the
-    // ranges need: a range to "the end" of a line of a few dozen bytes needs its start alone.
-    void assignColumns(LineColumns& columns, std::string_view line) const;
+    // ranges need.
+    void assignColumns(LineColumns& columns, std::string_view line) const {
+        columns.assign(line, columns_.asciiScanFor(line.size()));
+    }
     void wholeLine(std::string_view line, std::string& out) { routine_(line, out); }
     // Whether a block of whole lines can be worked at once, and the routine that does it.
     bool takesManyLines() const { return static_cast<bool>(linesRoutine_); }
@@ -90,7 +91,6 @@ private:
                      const Spill& spill);
 
     ColumnRanges columns_;
-    std::vector<std::size_t> bounds_; // every position a range starts at or ends before, sorted
     TextRoutine routine_;
     WidthFitting fitToWidth_;
     PastLineEnd pastLineEnd_;
