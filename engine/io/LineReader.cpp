@@ -61,7 +61,7 @@ LineReader::LineReader(const std::string& path, const std::atomic<bool>* stop,
     opened_ = *version;
     block_ = static_cast<std::size_t>(
         std::clamp<std::uint64_t>(opened_.size + 1, leastBlock, blockSize));
-    buffer_ = makeAlignedBlock(block_);
+    buffer_ = makeAlignedBlock(keptRoom + block_);
 }
 
 namespace {
@@ -93,27 +93,30 @@ bool LineReader::fill() {
         return false;
     if (stop_ && stop_->load(std::memory_order_relaxed))
         throw RunStopped();
-    end_ = 0;
-    while (end_ < block_) {
-        const std::size_t step = std::min(readSize, block_ - end_);
+    // The block is read after the room for a kept line start, which stays where it is.
+    if (begin_ == end_)
+        begin_ = keptRoom;
+    end_ = keptRoom;
+    const std::size_t blockEnd = keptRoom + block_;
+    while (end_ < blockEnd) {
+        const std::size_t step = std::min(readSize, blockEnd - end_);
         const std::size_t got = std::fread(buffer_.get() + end_, 1, step, file_.get());
         end_ += got;
         if (got < step)
             break;
     }
     if (bytesRead_)
-        bytesRead_->fetch_add(end_, std::memory_order_relaxed);
-    begin_ = 0;
+        bytesRead_->fetch_add(end_ - keptRoom, std::memory_order_relaxed);
     crKnown_ = false;
     blockRefused_ = false;
-    if (end_ < block_) {
+    if (end_ < blockEnd) {
         if (std::ferror(file_.get()))
             throw TaskError("Cannot read " + visibleName(path_) + ": " + std::strerror(errno));
         eof_ = true;
         checkUnchanged();
     }
-    if (skipLeadingLf_ && end_ > 0 && buffer_[0] == '\n')
-        begin_ = 1;
+    if (skipLeadingLf_ && end_ > keptRoom && buffer_[keptRoom] == '\n')
+        begin_ = keptRoom + 1;
     skipLeadingLf_ = false;
     return begin_ < end_;
 }
@@ -197,17 +200,33 @@ bool LineReader::next(std::string_view& line) {
     }
 }
 
+// Just past the last line end in the rest of the block, or begin_ when it holds none. A CR that
+// ends the block is left out before the file's end: its LF, if any, starts the next block.
+std::size_t LineReader::lastLineEnd() const {
+    const char* data = buffer_.get();
+    std::size_t stop = end_ - (!eof_ && end_ > begin_ && data[end_ - 1] == '\r' ? 1 : 0);
+    while (stop > begin_ && data[stop - 1] != '\n' && data[stop - 1] != '\r')
+        --stop;
+    return stop;
+}
+
 bool LineReader::nextLines(std::string_view& lines, bool& allCrLf) {
     if ((begin_ == end_ && !fill()) || blockRefused_)
         return false;
-    const char* data = buffer_.get();
-    std::size_t stop = end_; // just past the block's last line end
-    while (stop > begin_ && data[stop - 1] != '\n' && data[stop - 1] != '\r')
-        --stop;
+    std::size_t stop = lastLineEnd();
+    if (stop == begin_ && begin_ >= keptRoom && end_ - begin_ <= keptRoom && !eof_) {
+        // The start of a line ends the block: it is kept before the next one, so that the
+        // lines handed out are whole.
+        const std::size_t kept = end_ - begin_;
+        std::memmove(buffer_.get() + keptRoom - kept, buffer_.get() + begin_, kept);
+        begin_ = keptRoom - kept;
+        end_ = keptRoom;
+        fill();
+        stop = lastLineEnd();
+    }
     if (stop == begin_)
         return false;
-    const std::string_view found(data + begin_, stop - begin_);
-    // A CR that ends the block counts as lone here, its LF being in the next block, if any.
+    const std::string_view found(buffer_.get() + begin_, stop - begin_);
     const LineEndCount ends = countLineEnds(found);
     if (ends.loneCr) {
         blockRefused_ = true;
@@ -218,6 +237,15 @@ bool LineReader::nextLines(std::string_view& lines, bool& allCrLf) {
     allCrLf = ends.allCrLf;
     begin_ = stop;
     return true;
+}
+
+AlignedBlock LineReader::handOverBlock(AlignedBlock spare) {
+    if (!spare)
+        spare = makeAlignedBlock(keptRoom + block_);
+    // The rest of the block, not yet read, stays at its offsets in the buffer read on in.
+    std::memcpy(spare.get() + begin_, buffer_.get() + begin_, end_ - begin_);
+    std::swap(spare, buffer_);
+    return spare;
 }
 
 std::size_t LineReader::copyLines(std::size_t maxLines, LineWriter& writer) {

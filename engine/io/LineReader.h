@@ -62,8 +62,14 @@ public:
     // next call; false, consuming no line, when the rest of the block holds no line end or a
     // lone CR: then next() takes the lines one by one. A lone CR is refused because a routine
     // that empties the line after it would join it to that line's LF as one CR LF end.
-    // `allCrLf` tells whether every end among them is CR LF.
+    // `allCrLf` tells whether every end among them is CR LF. The start of a line that ends a
+    // block, when short, is read with the next block, so that most blocks give lines only.
     bool nextLines(std::string_view& lines, bool& allCrLf);
+    // Hands over the buffer that the lines nextLines() returned last lie in, so that they stay
+    // valid, where they lie, for as long as the caller keeps it: a block of lines goes on to
+    // be worked without a copy. The reader reads on in `spare`, a buffer it handed over before,
+    // or a new one when that is null.
+    AlignedBlock handOverBlock(AlignedBlock spare);
     // Whether every line has been read.
     bool atEnd() { return begin_ == end_ && !fill(); }
     // The file's size when it was opened.
@@ -77,7 +83,10 @@ public:
     const std::string& path() const { return path_; }
 
 private:
+    // Reads the next block after the room for a kept line start; what is left unread before it
+    // stays.
     bool fill();
+    std::size_t lastLineEnd() const;
     void checkUnchanged() const;
     std::size_t findLineEnd(std::size_t from);
     void gather(const char* data, std::size_t size);
@@ -87,9 +96,12 @@ private:
     FileVersion opened_; // what the file was when it was opened
     const std::atomic<bool>* stop_;
     std::atomic<std::uint64_t>* bytesRead_;
+    // Room before each block for the start of a line that the last block ended in, so that the
+    // block is still read where the buffer's cache lines start.
+    static constexpr std::size_t keptRoom = 4096;
     // Left uninitialised: a run over many small files need not clear a block for each.
     AlignedBlock buffer_;
-    std::size_t block_ = blockSize; // the length of buffer_
+    std::size_t block_ = blockSize; // the length of a block, read after keptRoom bytes
     std::size_t begin_ = 0;         // first unread byte in buffer_
     std::size_t end_ = 0;           // one past the last valid byte in buffer_
     // The first CR at or after begin_ (end_ when there is none), valid while crKnown_: a file

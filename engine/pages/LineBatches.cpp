@@ -6,8 +6,9 @@ namespace morlevant {
 
 namespace {
 
-// Lines are passed to the threads in batches of about this many bytes.
-constexpr std::size_t batchSize = std::size_t{1} << 18;
+// Lines read one by one are passed to the threads in batches of about this many bytes; those
+// read a block at a time go a block to a batch.
+constexpr std::size_t batchSize = std::size_t{1} << 17;
 
 } // namespace
 
@@ -16,7 +17,7 @@ bool worthBatching(const LineReader& reader, std::size_t lineJobs) {
 }
 
 LineBatches::LineBatches(std::size_t lanes, Work work, Deliver deliver)
-    : work_(std::move(work)), deliver_(std::move(deliver)), ahead_(2 * lanes),
+    : work_(std::move(work)), deliver_(std::move(deliver)), ahead_(4 * lanes),
       filling_(emptyBatch()) {
     threads_.reserve(lanes);
     try {
@@ -48,7 +49,8 @@ std::unique_ptr<LineBatch> LineBatches::emptyBatch() {
         return std::make_unique<LineBatch>();
     std::unique_ptr<LineBatch> batch = std::move(spare_.back());
     spare_.pop_back();
-    batch->lines.clear();
+    batch->lines = {};
+    batch->gathered.clear();
     batch->allCrLf = true;
     batch->result.clear();
     batch->failure = nullptr;
@@ -83,24 +85,32 @@ void LineBatches::workAll(LineReader& reader,
                           const std::function<void(std::string_view line)>& longLine) {
     std::string_view lines;
     while (true) {
-        LineBatch& batch = *filling_;
-        if (batch.lines.empty())
-            batch.firstLine = reader.lineNumber() + 1;
+        const std::size_t firstLine = reader.lineNumber() + 1;
         if (bool allCrLf = false; reader.nextLines(lines, allCrLf)) {
-            batch.lines.append(lines);
-            batch.allCrLf = batch.allCrLf && allCrLf;
-        } else if (!reader.next(lines)) {
+            // A block's lines make a batch of their own, worked where the reader read them.
+            submitGathered();
+            LineBatch& batch = *filling_;
+            batch.block = reader.handOverBlock(std::move(batch.block));
+            batch.lines = lines;
+            batch.allCrLf = allCrLf;
+            batch.firstLine = firstLine;
+            submit();
+            continue;
+        }
+        if (!reader.next(lines))
             break;
-        } else if (lines.size() < LineReader::blockSize) {
-            batch.lines.append(lines);
-            batch.lines.append("\r\n");
-        } else {
+        if (lines.size() >= LineReader::blockSize) {
             finish();
             longLine(lines);
             continue;
         }
-        if (batch.lines.size() >= batchSize)
-            submit();
+        LineBatch& batch = *filling_;
+        if (batch.gathered.empty())
+            batch.firstLine = firstLine;
+        batch.gathered.append(lines);
+        batch.gathered.append("\r\n");
+        if (batch.gathered.size() >= batchSize)
+            submitGathered();
     }
     finish();
 }
@@ -115,9 +125,15 @@ void LineBatches::submit() {
     deliverWorked(false);
 }
 
+void LineBatches::submitGathered() {
+    if (filling_->gathered.empty())
+        return;
+    filling_->lines = filling_->gathered;
+    submit();
+}
+
 void LineBatches::finish() {
-    if (!filling_->lines.empty())
-        submit();
+    submitGathered();
     deliverWorked(true);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/RunAlerts.h"
+#include "engine/io/AlignedBlock.h"
 
 #include <condition_variable>
 #include <cstddef>
@@ -21,10 +22,12 @@ class LineReader;
 // A stretch of whole lines of one file, and what working them gave. On cache lines of its own, as
 // the threads that fill neighbouring batches would otherwise take shared lines from each other.
 struct alignas(64) LineBatch {
-    std::string lines;              // each line with its end: CR LF, LF or a lone CR
-    bool allCrLf = true;            // every end in `lines` is CR LF
-    std::size_t firstLine = 1;      // number of the first line in the file
-    std::string result;             // the result's lines, each ended by CR LF
+    std::string_view lines;    // each line with its end: CR LF, LF or a lone CR; in one of these:
+    AlignedBlock block;        // a block of lines as the reader read it, or a spare one
+    std::string gathered;      // lines read one by one, each ended by CR LF
+    bool allCrLf = true;       // every end in `lines` is CR LF
+    std::size_t firstLine = 1; // number of the first line in the file
+    std::string result;        // the result's lines, each ended by CR LF
     RunAlerts alerts{false, false}; // what working the lines noted
     std::exception_ptr failure;     // thrown by the work, handed on with the batch
     bool worked = false;
@@ -71,7 +74,9 @@ private:
     // Passes the batch being filled on to the threads, and delivers those worked in order,
     // waiting for the oldest when too many are ahead.
     void submit();
-    // Passes the batch being filled on when it holds lines, and delivers every batch.
+    // Passes the batch being filled with lines read one by one on, when it holds any.
+    void submitGathered();
+    // Passes those lines on, and delivers every batch.
     void finish();
     void lane(std::size_t index);
     // Lets each thread end its batch and joins it.
