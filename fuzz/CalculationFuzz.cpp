@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         forEachLineWithEnd(parts[2], [&](std::string_view line, std::string_view end) {
             routine->wholeLine(line, out);
             lineByLine += out;
-            lineByLine += end;
+            lineByLine += end.empty() ? "" : "\r\n";
         });
         if (routine->manyLines(parts[2], out) && out != lineByLine)
             std::abort();

@@ -67,7 +67,7 @@ void LinePage::processInOrder(const std::string& source, LineReader& reader, Lin
         // holds for those written.
         if (bool allCrLf = false; manyLines && reader.nextLines(line, allCrLf)) {
             if (applyToLines(work_, line)) {
-                writer.writeLines(work_.out, allCrLf);
+                writer.writeLines(work_.out, allCrLf || work_.routine->linesEndInCrLf());
                 continue;
             }
             std::size_t lineNumber = reader.lineNumber() - countLineEnds(line).lines;
@@ -110,7 +110,10 @@ void LinePage::processInBatches(const std::string& source, LineReader& reader, L
 
 void LinePage::workBatch(LineWork& work, const std::string& source, LineBatch& batch) {
     if (takesManyLines() && applyToLines(work, batch.lines)) {
-        appendWithCrLfEnds(batch.result, work.out, batch.allCrLf);
+        if (batch.allCrLf || work.routine->linesEndInCrLf())
+            std::swap(batch.result, work.out); // the batch's result is still empty
+        else
+            appendWithCrLfEnds(batch.result, work.out, false);
     } else {
         std::size_t lineNumber = batch.firstLine;
         forEachLine(batch.lines, [&](std::string_view line) {

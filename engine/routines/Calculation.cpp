@@ -161,8 +161,10 @@ bool Calculation::CalculateLines(std::string_view lines, std::string& out) {
         if (noted || (noted = notesNoNumber(line)))
             return;
         appendResult(line, out);
-        for (const char byte : end) // a store or two rather than a copy call
-            out += byte;
+        if (!end.empty()) { // two stores rather than a copy call
+            out += '\r';
+            out += '\n';
+        }
     });
     return !noted;
 }
@@ -230,9 +232,11 @@ std::unique_ptr<RangedRoutine> makeCalculation(const TaskPageSettings& settings,
         [calculation](std::string& result, std::size_t width) {
             calculation->fitToWidth(result, width);
         });
-    routine->setLinesRoutine([calculation](std::string_view lines, std::string& out) {
-        return calculation->CalculateLines(lines, out);
-    });
+    routine->setLinesRoutine(
+        [calculation](std::string_view lines, std::string& out) {
+            return calculation->CalculateLines(lines, out);
+        },
+        true);
     return routine;
 }
 

@@ -24,7 +24,7 @@ public:
 
     // Throws TaskError naming the step when it divides by zero or overflows.
     void CalculateLine(std::string_view line, std::string& out);
-    // Calculates a block of whole lines, their ends kept. Returns false, having given nothing
+    // Calculates a block of whole lines, each end made CR LF. Returns false, having given nothing
     // to rely on, for a block with a line without a number when the alert watches for one.
     bool CalculateLines(std::string_view lines, std::string& out);
     // Aligns a range's result by line 7.

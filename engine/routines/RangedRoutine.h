@@ -16,8 +16,9 @@ namespace morlevant {
 // TaskError; the runner adds the file and line to the message.
 using TextRoutine = std::function<void(std::string_view text, std::string& out)>;
 // A page's routine on a block of whole lines with their ends: gives the lines it would give one
-// by one, their ends kept, and returns true; or returns false when these lines must go one by
-// one. A failure may be thrown as by the routine on one line.
+// by one, their ends kept (or made CR LF, see RangedRoutine::setLinesRoutine), and returns true;
+// or returns false when these lines must go one by one. A failure may be thrown as by the
+// routine on one line.
 using LinesRoutine = std::function<bool(std::string_view lines, std::string& out)>;
 // A page's routine worked over a whole line where it lies, for a routine whose result is never
 // longer than its text: returns the result's length, its bytes written over the text's first.
@@ -52,7 +53,13 @@ public:
     // Whether a block of whole lines can be worked at once, and the routine that does it.
     bool takesManyLines() const { return static_cast<bool>(linesRoutine_); }
     bool manyLines(std::string_view lines, std::string& out) { return linesRoutine_(lines, out); }
-    void setLinesRoutine(LinesRoutine routine) { linesRoutine_ = std::move(routine); }
+    // `endsMadeCrLf`: the routine ends every line it gives by CR LF, as the result file does,
+    // which then spares the page a pass over the lines that makes them so.
+    void setLinesRoutine(LinesRoutine routine, bool endsMadeCrLf = false) {
+        linesRoutine_ = std::move(routine);
+        linesEndInCrLf_ = endsMadeCrLf;
+    }
+    bool linesEndInCrLf() const { return linesEndInCrLf_; }
     // Whether a whole line can be worked where it lies, and the routine that does it: a long
     // line is then held once rather than beside its result.
     bool overwritesLine() const { return static_cast<bool>(overwritingRoutine_); }
@@ -94,7 +101,8 @@ private:
     TextRoutine routine_;
     WidthFitting fitToWidth_;
     PastLineEnd pastLineEnd_;
-    LinesRoutine linesRoutine_;             // empty when lines go one by one
+    LinesRoutine linesRoutine_; // empty when lines go one by one
+    bool linesEndInCrLf_ = false;
     OverwritingRoutine overwritingRoutine_; // empty when the result may be longer
     SpillingRoutine spillingRoutine_;       // empty when the result is held whole
     std::string piece_;                     // one range's result
