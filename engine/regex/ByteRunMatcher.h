@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/regex/EcmaPatternTree.h"
+#include "engine/text/BytePositions.h"
 
 #include <array>
 #include <cstddef>
@@ -26,6 +27,10 @@ public:
     // The first match in `subject` at or after `start`: its start and end in `match`, and those
     // of the run in the next two.
     bool find(std::string_view subject, std::size_t start, std::size_t (&match)[4]) const;
+    // Calls `each(match)` for every match in `text` in order, each search going on where the
+    // last match ended, as find() called from there would give them. The first byte of the
+    // text after the run is found through masks of 64 bytes rather than a search per match.
+    template <typename Each> void forEachMatch(std::string_view text, const Each& each) const;
     // Whether no text follows the run: then the matches are the runs of the set, which
     // copyWithoutRuns and copyRunsOfLine work on.
     bool matchesRunsAlone() const { return suffix_.empty(); }
@@ -48,5 +53,35 @@ private:
     // in it, so that sixteen bytes are looked up at once.
     std::array<std::uint8_t, 16> highBitsByLow_{};
 };
+
+template <typename Each>
+void ByteRunMatcher::forEachMatch(std::string_view text, const Each& each) const {
+    std::size_t match[4];
+    if (suffix_.empty()) {
+        for (std::size_t start = 0; find(text, start, match); start = match[1])
+            each(match);
+        return;
+    }
+    // find()'s search, the suffix's first byte taken from the masks.
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+    BytePositions suffixStarts(text, suffix_.front());
+    std::size_t start = 0;
+    for (std::size_t end = suffixStarts.next(1); end < text.size();) {
+        if (!inSet_[bytes[end - 1]] ||
+            text.substr(end + 1, suffix_.size() - 1) != std::string_view(suffix_).substr(1)) {
+            end = suffixStarts.next(end + 1);
+            continue;
+        }
+        std::size_t begin = end - 1;
+        while (begin > start && inSet_[bytes[begin - 1]])
+            --begin;
+        match[0] = match[2] = begin;
+        match[1] = end + suffix_.size();
+        match[3] = end;
+        each(match);
+        start = match[1];
+        end = suffixStarts.next(start + 1);
+    }
+}
 
 } // namespace morlevant

@@ -263,6 +263,9 @@ void EcmaRegex::throwTooComplex(const std::string& cause) const {
                     "\" is too complex to match against this line (" + cause + ")");
 }
 
+// groups() hands out the offsets as they are: a group without a value is at npos.
+static_assert(PCRE2_UNSET == std::string_view::npos);
+
 std::string_view EcmaRegex::group(int n) const {
     const PCRE2_SIZE begin = ovector_[2 * n];
     if (begin == PCRE2_UNSET)

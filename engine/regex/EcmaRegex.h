@@ -76,6 +76,9 @@ public:
     std::size_t matchStart() const { return ovector_[0]; }
     std::size_t matchEnd() const { return ovector_[1]; }
     std::string_view group(int n) const;
+    // The offsets of the last match and its groups, two for each, npos for a group without a
+    // value.
+    const std::size_t* groups() const { return ovector_; }
     // Byte length of the character at `pos` of the subject, by the mode of the current subject.
     std::size_t characterLength(std::size_t pos) const;
 

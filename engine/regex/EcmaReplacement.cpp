@@ -57,6 +57,10 @@ EcmaReplacement::EcmaReplacement(std::string_view text, const EcmaRegex& regex) 
             addLiteral(i++, 1);
         }
     }
+    for (const Part& part : parts_) {
+        literalLength_ += part.length;
+        references_ += part.kind == Kind::Group || part.kind == Kind::Match ? 1 : 0;
+    }
 }
 
 void EcmaReplacement::addLiteral(std::size_t offset, std::size_t length) {
@@ -76,26 +80,7 @@ bool EcmaReplacement::readsAroundMatch() const {
 
 void EcmaReplacement::expand(const EcmaRegex& regex, std::string_view subject,
                              std::string& out) const {
-    for (const Part& part : parts_) {
-        switch (part.kind) {
-        case Kind::Literal:
-            out.append(text_, part.offset, part.length);
-            break;
-        case Kind::Group:
-            if (part.group > 0)
-                out.append(regex.group(part.group));
-            break;
-        case Kind::Match:
-            out.append(regex.group(0));
-            break;
-        case Kind::Before:
-            out.append(subject.substr(0, regex.matchStart()));
-            break;
-        case Kind::After:
-            out.append(subject.substr(regex.matchEnd()));
-            break;
-        }
-    }
+    forEachPiece(subject, regex.groups(), [&](std::string_view piece) { out.append(piece); });
 }
 
 } // namespace morlevant

@@ -19,8 +19,18 @@ public:
 
     // Appends the replacement for the regex's last match in its subject.
     void expand(const EcmaRegex& regex, std::string_view subject, std::string& out) const;
+    // Calls `piece(text)` for each piece of the replacement for a match in `subject` whose group
+    // n lies from groups[2n] to groups[2n + 1], a start of npos for one without a value.
+    template <typename Piece>
+    void forEachPiece(std::string_view subject, const std::size_t* groups,
+                      const Piece& piece) const;
     // Whether it holds $` or $': text of the subject outside the match.
     bool readsAroundMatch() const;
+    // At most how long the replacement for a match of `matchLength` bytes is, when it does not
+    // read around the match and the expression's groups lie within its match.
+    std::size_t lengthAtMost(std::size_t matchLength) const {
+        return literalLength_ + references_ * matchLength;
+    }
 
 private:
     enum class Kind { Literal, Group, Match, Before, After };
@@ -35,6 +45,38 @@ private:
 
     std::string text_;
     std::vector<Part> parts_;
+    std::size_t literalLength_ = 0; // of the literal parts together
+    std::size_t references_ = 0;    // parts that stand for the match or a group
 };
+
+template <typename Piece>
+void EcmaReplacement::forEachPiece(std::string_view subject, const std::size_t* groups,
+                                   const Piece& piece) const {
+    const auto group = [&](int n) {
+        const std::size_t begin = groups[2 * n];
+        return begin == std::string_view::npos ? std::string_view()
+                                               : subject.substr(begin, groups[2 * n + 1] - begin);
+    };
+    for (const Part& part : parts_) {
+        switch (part.kind) {
+        case Kind::Literal:
+            piece(std::string_view(text_).substr(part.offset, part.length));
+            break;
+        case Kind::Group:
+            if (part.group > 0)
+                piece(group(part.group));
+            break;
+        case Kind::Match:
+            piece(group(0));
+            break;
+        case Kind::Before:
+            piece(subject.substr(0, groups[0]));
+            break;
+        case Kind::After:
+            piece(subject.substr(groups[1]));
+            break;
+        }
+    }
+}
 
 } // namespace morlevant

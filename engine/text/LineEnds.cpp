@@ -47,28 +47,6 @@ std::size_t findCrOrLf(std::string_view text) {
     return pos;
 }
 
-std::uint64_t crOrLfMask(const char* data, std::size_t size) {
-    std::uint64_t mask = 0;
-    std::size_t at = 0;
-#ifdef __SSE2__
-    if (size >= 64) {
-        const __m128i cr = _mm_set1_epi8('\r');
-        const __m128i lf = _mm_set1_epi8('\n');
-        for (; at < 64; at += 16) {
-            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(data + at));
-            const auto found = static_cast<unsigned>(_mm_movemask_epi8(
-                _mm_or_si128(_mm_cmpeq_epi8(bytes, cr), _mm_cmpeq_epi8(bytes, lf))));
-            mask |= std::uint64_t{found} << at;
-        }
-        return mask;
-    }
-#endif
-    for (const std::size_t last = std::min<std::size_t>(size, 64); at < last; ++at)
-        if (data[at] == '\r' || data[at] == '\n')
-            mask |= std::uint64_t{1} << at;
-    return mask;
-}
-
 namespace {
 
 #ifdef MORLEVANT_X86_STEPS

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/text/BytePositions.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstddef>
@@ -11,10 +13,6 @@ namespace morlevant {
 // The offset of the first CR or LF in `text`, or its size when it holds neither.
 std::size_t findCrOrLf(std::string_view text);
 
-// The CR and LF bytes among the 64 from `data`, or the `size` there are when fewer: bit n set
-// for a CR or LF at data[n].
-std::uint64_t crOrLfMask(const char* data, std::size_t size);
-
 // Calls `line(text, end)` for each line of `text` and its own end: CR LF, LF, a lone CR, or
 // nothing for text after the last end, which is a line too. The ends are found 64 bytes at a
 // time and taken from a mask one by one: lines of a few dozen bytes, of lengths that vary, would
@@ -24,7 +22,7 @@ template <typename Line> void forEachLineWithEnd(std::string_view text, const Li
     const std::size_t size = text.size();
     std::size_t start = 0;  // of the line not yet handed on
     std::size_t window = 0; // of the 64 bytes that `ends` covers
-    std::uint64_t ends = size == 0 ? 0 : crOrLfMask(data, size);
+    std::uint64_t ends = size == 0 ? 0 : bytesMask(data, size, '\r', '\n');
     while (true) {
         while (ends == 0) {
             window += 64;
@@ -34,7 +32,7 @@ template <typename Line> void forEachLineWithEnd(std::string_view text, const Li
                 return;
             }
             // The LF of a CR LF that ended the last window is no line end of its own.
-            ends = crOrLfMask(data + window, size - window) &
+            ends = bytesMask(data + window, size - window, '\r', '\n') &
                    (~std::uint64_t{0} << (start - std::min(start, window)));
         }
         const std::size_t end = window + static_cast<std::size_t>(std::countr_zero(ends));

@@ -83,37 +83,46 @@ TEST(Filter, RunsOfOneAsciiSetAreFoundAsAMatcherFindsThem) {
 }
 
 // Deleting such runs (kind 2) or outputting them (kind 3) goes through a line's bytes in one
-// pass, sixteen at a time, with no search per run: it gives what each match of the backtracking
-// matcher deleted or output gives, whatever bytes the line holds, over a long line worked where it
-// lies, and over a block of lines what the lines give one by one.
+// pass, sixteen at a time, with no search per run, and replacing them (kind 1) takes the text
+// after a run from masks of 64 bytes: each gives what each match of the backtracking matcher
+// gives, whatever bytes the line holds, over a long line worked where it lies, and over a block
+// of lines what the lines give one by one.
 TEST(Filter, RunsFilteredInOnePassAsTheirMatchesAre) {
     std::mt19937 random(5);
-    for (const char* pattern :
-         {"[0-9]+", "\\w+", "(?:[a-c])+", "x+", "[ -/:-@]+", "[\\x00-\\x09]+"}) {
+    for (const char* pattern : {"[0-9]+", "\\w+", "(?:[a-c])+", "x+", "[ -/:-@]+", "[\\x00-\\x09]+",
+                                "(\\w+)=", "(\\d+)ab", "(\\d+)a0"}) {
         EcmaRegex backtracked(pattern, {}, EcmaRegex::Matcher::Backtracking);
-        for (const int kind : {2, 3}) {
-            const auto routine = made(makeFilter, filter(pattern), kind);
+        const EcmaReplacement replaceWith("<$1$&>", backtracked);
+        for (const int kind : {1, 2, 3}) {
+            const auto routine = made(makeFilter, filter(pattern, "<$1$&>"), kind);
             std::string lines;
             std::string linesExpected;
             for (std::size_t length = 0; length < 150; length += 7) {
                 std::string subject(length, ' ');
                 for (char& c : subject) {
-                    c = static_cast<char>(random() % 4 != 0 ? "09azAZ_x-:\x80\xff"[random() % 12]
+                    c = static_cast<char>(random() % 4 != 0 ? "09azAZ_=-:ab\x80\xff"[random() % 15]
                                                             : random() % 256);
                     if (c == '\r' || c == '\n')
                         c = '0';
                 }
+                if (length == 7) // runs that start within the text after the last match's run
+                    subject = "9a09a0 x_1=2=3 00ab0ab 0a00a0";
+                std::string replaced;
                 std::string deleted;
                 std::string output;
                 std::size_t copied = 0;
                 backtracked.setSubject(subject);
                 for (std::size_t at = 0; backtracked.find(at); at = backtracked.matchEnd()) {
+                    replaced.append(subject, copied, backtracked.matchStart() - copied);
+                    replaceWith.expand(backtracked, subject, replaced);
                     deleted.append(subject, copied, backtracked.matchStart() - copied);
                     output += std::string(backtracked.group(0)) + " ";
                     copied = backtracked.matchEnd();
                 }
+                replaced.append(subject, copied);
                 deleted.append(subject, copied);
-                const std::string expected = kind == 2        ? deleted
+                const std::string expected = kind == 1        ? replaced
+                                             : kind == 2      ? deleted
                                              : output.empty() ? subject
                                                               : output;
                 // A long line the same, worked where it lies.
