@@ -45,10 +45,11 @@ BacktrackMatcher::BacktrackMatcher(BacktrackProgram program, std::size_t stackBy
       registers_(program_.registerCount, unset) {}
 
 void BacktrackMatcher::setSubject(std::string_view subject, bool utf,
-                                  std::chrono::steady_clock::time_point deadline) {
+                                  std::chrono::steady_clock::duration budget) {
     subject_ = subject;
     utf_ = utf;
-    deadline_ = deadline;
+    budget_ = budget;
+    clockRead_ = false;
     work_ = 0;
 }
 
@@ -103,8 +104,15 @@ void BacktrackMatcher::charge(std::size_t work) {
     if (work_ < workBetweenClockReadings)
         return;
     work_ = 0;
-    if (std::chrono::steady_clock::now() > deadline_)
+    const auto now = std::chrono::steady_clock::now();
+    if (!clockRead_) {
+        clockRead_ = true;
+        deadline_ = budget_ >= std::chrono::steady_clock::time_point::max() - now
+                        ? std::chrono::steady_clock::time_point::max()
+                        : now + budget_;
+    } else if (now > deadline_) {
         throw TimeUp{};
+    }
 }
 
 void BacktrackMatcher::push(Entry kind, std::uint32_t index, std::size_t value) {
@@ -325,14 +333,14 @@ std::size_t BacktrackMatcher::matchAtom(const BacktrackStep& s, std::size_t pos)
     const std::size_t length = s.length;
     if (length == 0)
         return unset;
-    if (s.backward) {
-        if (pos < length || std::memcmp(subject_.data() + pos - length, s.bytes, length) != 0)
-            return unset;
-        return pos - length;
-    }
-    if (subject_.size() - pos < length || std::memcmp(subject_.data() + pos, s.bytes, length) != 0)
-        return unset;
-    return pos + length;
+    // The first byte is compared before a call compares the rest: most characters tried differ.
+    const auto matchesAt = [&](std::size_t at) {
+        return subject_[at] == s.bytes[0] &&
+               std::memcmp(subject_.data() + at + 1, s.bytes + 1, length - 1) == 0;
+    };
+    if (s.backward)
+        return pos >= length && matchesAt(pos - length) ? pos - length : unset;
+    return subject_.size() - pos >= length && matchesAt(pos) ? pos + length : unset;
 }
 
 std::size_t BacktrackMatcher::matchSet(const SetTable& set, std::size_t pos, bool backward) const {

@@ -23,9 +23,10 @@ public:
     explicit BacktrackMatcher(BacktrackProgram program, std::size_t stackBytes = defaultStackBytes);
 
     // Makes `subject` the text find() searches, read character by character as UTF-8 (`utf`,
-    // which the subject must be) or byte by byte; searching it ends at `deadline`.
-    void setSubject(std::string_view subject, bool utf,
-                    std::chrono::steady_clock::time_point deadline);
+    // which the subject must be) or byte by byte; searching it ends once `budget` has passed.
+    // The clock is first read after some work, so that a short line never reads it: the budget
+    // counts from there.
+    void setSubject(std::string_view subject, bool utf, std::chrono::steady_clock::duration budget);
     // Looks for the first match that starts at or after byte `start`, a character boundary.
     Outcome find(std::size_t start);
     // The start and end of each group, group 0 the match, `unset` for a group without a value.
@@ -65,7 +66,9 @@ private:
     std::vector<StackEntry> stack_;
     std::string_view subject_;
     bool utf_ = true;
-    std::chrono::steady_clock::time_point deadline_;
+    std::chrono::steady_clock::duration budget_{};
+    std::chrono::steady_clock::time_point deadline_; // once the clock was read for the subject
+    bool clockRead_ = false;
     std::uint64_t work_ = 0; // steps taken since the clock was last read
 };
 

@@ -185,7 +185,7 @@ void EcmaRegex::use(std::string_view subject, Reading reading, bool budgeted) {
     if (backtracker_) {
         // Every subject has its budget: without PCRE2's match limit, it is what stops runaway
         // backtracking on a short line too.
-        backtracker_->setSubject(subject, reading == Reading::Utf8, deadlineFor(subject));
+        backtracker_->setSubject(subject, reading == Reading::Utf8, budgetFor(subject));
         return;
     }
     // A line of ASCII reads the same byte by byte, and the byte compile matches it faster: its
@@ -195,7 +195,7 @@ void EcmaRegex::use(std::string_view subject, Reading reading, bool budgeted) {
     if (budgeted) {
         code = bytes ? byteBudgetedCode_ : utfBudgetedCode_;
         // Only the budgeted compiles look at the clock: a short line need not read it.
-        deadline_ = deadlineFor(subject);
+        deadline_ = std::chrono::steady_clock::now() + budgetFor(subject);
     } else {
         code = bytes ? byteCode_ : utfCode_;
     }
@@ -207,9 +207,8 @@ void EcmaRegex::use(std::string_view subject, Reading reading, bool budgeted) {
     }
 }
 
-std::chrono::steady_clock::time_point EcmaRegex::deadlineFor(std::string_view subject) const {
-    return std::chrono::steady_clock::now() + budget_.fixed +
-           budget_.perMebibyte * static_cast<std::int64_t>(subject.size() >> 20);
+std::chrono::steady_clock::duration EcmaRegex::budgetFor(std::string_view subject) const {
+    return budget_.fixed + budget_.perMebibyte * static_cast<std::int64_t>(subject.size() >> 20);
 }
 
 bool EcmaRegex::find(std::size_t start) {

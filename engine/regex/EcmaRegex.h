@@ -91,7 +91,8 @@ private:
     // Called by PCRE2 at every position a match is tried from: stops the search once the
     // subject's budget is spent.
     static int atStartPosition(pcre2_callout_block* block, void* self);
-    std::chrono::steady_clock::time_point deadlineFor(std::string_view subject) const;
+    // The time a search of `subject` may take.
+    std::chrono::steady_clock::duration budgetFor(std::string_view subject) const;
     bool backtrackerFind(std::size_t start);
     [[noreturn]] void throwTakesTooLong() const;
     [[noreturn]] void throwTooComplex(const std::string& cause) const;
