@@ -6,6 +6,7 @@
 #include "engine/pages/ResultPlaces.h"
 #include "engine/ranges/RowRanges.h"
 #include "engine/ranges/TakeRangesOut.h"
+#include "engine/text/AppendBuffer.h"
 #include "engine/text/LineEnds.h"
 #include "taskdef/TaskFiles.h"
 
@@ -57,8 +58,9 @@ void MergePage::finish() {
 // The row number tested against the row ranges starts at 1 for the first line of each file and
 // doubles from line to line (lines 1, 2, 3, 4 are tested as rows 1, 2, 4, 8). Long-standing
 // behaviour of the merge with the ranges taken out, kept deliberately.
+template <typename Out>
 bool MergePage::appendRangesOut(LineColumns& columns, std::size_t lineNumber, std::string_view line,
-                                std::string& out) const {
+                                Out& out) const {
     // 2 to the power lineNumber - 1, exactly as by doubling, and infinite past the doubles;
     // blank row ranges select every row without it.
     if (!context_.rows.empty()) {
@@ -88,9 +90,10 @@ void MergePage::appendSelectedRows(LineReader& reader, LineWriter& writer) {
         laneColumns_.size(),
         [&](std::size_t lane, LineBatch& batch) {
             std::size_t lineNumber = batch.firstLine;
+            AppendBuffer result(batch.result, batch.lines.size());
             forEachLine(batch.lines, [&](std::string_view one) {
-                if (appendRangesOut(laneColumns_[lane], lineNumber++, one, batch.result))
-                    batch.endResultLine();
+                if (appendRangesOut(laneColumns_[lane], lineNumber++, one, result))
+                    result.append("\r\n");
             });
         },
         [&](LineBatch& batch) { writer.writeBytes(batch.result); });

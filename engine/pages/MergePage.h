@@ -32,10 +32,11 @@ public:
 
 private:
     void appendSelectedRows(LineReader& reader, LineWriter& writer);
-    // Appends line `lineNumber` of a file with its column ranges taken out to `out`; false,
-    // appending nothing, for a row that the row ranges leave out.
+    // Appends line `lineNumber` of a file with its column ranges taken out to `out` (a string
+    // or an AppendBuffer); false, appending nothing, for a row that the row ranges leave out.
+    template <typename Out>
     bool appendRangesOut(LineColumns& columns, std::size_t lineNumber, std::string_view line,
-                         std::string& out) const;
+                         Out& out) const;
 
     const RunContext& context_;
     // The whole-text and in-place merges count in one counter, the merge with the ranges taken

@@ -7,13 +7,4 @@ void TakeRangesOut(const ColumnRanges& columns, const LineColumns& line, std::st
     appendRangesTakenOut(columns, line, out);
 }
 
-void appendRangesTakenOut(const ColumnRanges& columns, const LineColumns& line, std::string& out) {
-    if (columns.blank()) {
-        out.append(line.line());
-        return;
-    }
-    for (const ColumnRanges::Range& range : columns.written())
-        out.append(line.slice(range.first, range.last));
-}
-
 } // namespace morlevant

@@ -11,7 +11,16 @@ namespace morlevant {
 // of the line gives the rest of the line, one that starts past it gives nothing. With no column
 // ranges the line comes back unchanged. `out` is replaced.
 void TakeRangesOut(const ColumnRanges& columns, const LineColumns& line, std::string& out);
-// The same appended to `out`, for a caller that gathers the results of many lines.
-void appendRangesTakenOut(const ColumnRanges& columns, const LineColumns& line, std::string& out);
+// The same appended to `out` (a string, or an AppendBuffer), for a caller that gathers the
+// results of many lines.
+template <typename Out>
+void appendRangesTakenOut(const ColumnRanges& columns, const LineColumns& line, Out& out) {
+    if (columns.blank()) {
+        out.append(line.line());
+        return;
+    }
+    for (const ColumnRanges::Range& range : columns.written())
+        out.append(line.slice(range.first, range.last));
+}
 
 } // namespace morlevant

@@ -1,12 +1,11 @@
 #include "engine/routines/Filter.h"
 
 #include "engine/routines/RangedRoutine.h"
-#include "engine/text/BytePositions.h"
+#include "engine/text/AppendBuffer.h"
 #include "engine/text/LineEnds.h"
 #include "taskdef/TaskError.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace morlevant {
 
@@ -14,28 +13,6 @@ namespace {
 
 // A result handed on in parts goes on once it holds this much.
 constexpr std::size_t spillFrom = std::size_t{1} << 20;
-
-// Copies `text` to `out` and returns the end written: a few stores for text of a few bytes, where
-// a copy call would cost more than the copy.
-char* copyShort(std::string_view text, char* out) {
-    const char* from = text.data();
-    const std::size_t size = text.size();
-    if (size > 32) {
-        std::memcpy(out, from, size);
-    } else if (size >= 8) {
-        for (std::size_t at = 0; at + 8 < size; at += 8)
-            std::memcpy(out + at, from + at, 8);
-        std::memcpy(out + size - 8, from + size - 8, 8);
-    } else if (size >= 4) {
-        std::memcpy(out, from, 4);
-        std::memcpy(out + size - 4, from + size - 4, 4);
-    } else if (size > 0) {
-        out[0] = from[0];
-        out[size / 2] = from[size / 2];
-        out[size - 1] = from[size - 1];
-    }
-    return out + size;
-}
 
 int checkedKind(int kind) {
     if (kind < 1 || kind > 3)
@@ -89,27 +66,19 @@ bool Filter::replacesRunMatches() const {
 }
 
 void Filter::replaceRunMatches(std::string_view lines, std::string& out) const {
-    // Written through a pointer into `out`, which grows (doubling) only when what comes next
-    // might not fit.
-    std::size_t written = 0;
-    const auto room = [&](std::size_t more) {
-        if (out.size() - written < more)
-            out.resize(std::max(2 * out.size(), written + more));
-        return out.data() + written;
-    };
-    room(lines.size() + lines.size() / 4 + 64);
+    out.clear();
+    AppendBuffer result(out, lines.size() + lines.size() / 4);
     std::size_t copied = 0; // bytes of `lines` placed in `out`
     regex_.byteRun()->forEachMatch(lines, [&](const std::size_t(&match)[4]) {
-        char* at = room(match[0] - copied + replaceWith_.lengthAtMost(match[1] - match[0]));
-        at = copyShort(lines.substr(copied, match[0] - copied), at);
+        result.append(lines.substr(copied, match[0] - copied));
+        char* const start = result.room(replaceWith_.lengthAtMost(match[1] - match[0]));
+        char* at = start;
         replaceWith_.forEachPiece(lines, match,
                                   [&](std::string_view piece) { at = copyShort(piece, at); });
-        written = static_cast<std::size_t>(at - out.data());
+        result.advance(static_cast<std::size_t>(at - start));
         copied = match[1];
     });
-    const std::string_view rest = lines.substr(copied);
-    written = static_cast<std::size_t>(copyShort(rest, room(rest.size())) - out.data());
-    out.resize(written);
+    result.append(lines.substr(copied));
 }
 
 bool Filter::deletesRuns() const {
