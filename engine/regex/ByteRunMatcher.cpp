@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
 
 #ifdef MORLEVANT_X86_STEPS
 #include <immintrin.h>
@@ -189,30 +188,13 @@ bool ByteRunMatcher::find(std::string_view subject, std::size_t start,
         match[3] = match[1];
         return true;
     }
-    // The first suffix with a byte of the set before it that lies at or after `start` ends the
-    // first run it follows: the runs end in text order. The match starts at the start of that
-    // run, or at `start` within it. The suffix's first byte is looked for rather than the runs,
-    // which may be most of the text (words).
-    const auto* bytes = reinterpret_cast<const unsigned char*>(subject.data());
-    const std::size_t size = subject.size();
-    for (std::size_t from = start + 1; from < size;) {
-        const void* found = std::memchr(subject.data() + from, suffix_.front(), size - from);
-        if (found == nullptr)
-            return false;
-        const auto end = static_cast<std::size_t>(static_cast<const char*>(found) - subject.data());
-        if (inSet_[bytes[end - 1]] && size - end >= suffix_.size() &&
-            std::equal(suffix_.begin() + 1, suffix_.end(), subject.begin() + end + 1)) {
-            std::size_t begin = end - 1;
-            while (begin > start && inSet_[bytes[begin - 1]])
-                --begin;
-            match[0] = match[2] = begin;
-            match[1] = end + suffix_.size();
-            match[3] = end;
-            return true;
-        }
-        from = end + 1;
-    }
-    return false;
+    bool found = false;
+    suffixMatches(subject, start, [&](const std::size_t(&first)[4]) {
+        std::copy(first, first + 4, match);
+        found = true;
+        return false;
+    });
+    return found;
 }
 
 bool ByteRunMatcher::findRun(std::string_view subject, std::size_t start,

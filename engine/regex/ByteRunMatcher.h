@@ -44,6 +44,10 @@ public:
     char* copyRunsOfLine(std::string_view line, char* out) const;
 
 private:
+    // The matches of a run and its suffix from `start` on, in order, each search going on where
+    // the last match ended, handed to `found(match)` until it returns false.
+    template <typename Found>
+    void suffixMatches(std::string_view text, std::size_t start, const Found& found) const;
     // The first run at or after `start`, in the first two of `match`.
     bool findRun(std::string_view subject, std::size_t start, std::size_t (&match)[4]) const;
 
@@ -56,17 +60,29 @@ private:
 
 template <typename Each>
 void ByteRunMatcher::forEachMatch(std::string_view text, const Each& each) const {
-    std::size_t match[4];
     if (suffix_.empty()) {
+        std::size_t match[4];
         for (std::size_t start = 0; find(text, start, match); start = match[1])
             each(match);
         return;
     }
-    // find()'s search, the suffix's first byte taken from the masks.
+    suffixMatches(text, 0, [&](const std::size_t(&match)[4]) {
+        each(match);
+        return true;
+    });
+}
+
+template <typename Found>
+void ByteRunMatcher::suffixMatches(std::string_view text, std::size_t start,
+                                   const Found& found) const {
+    // The first suffix with a byte of the set before it that lies at or after `start` ends the
+    // first run it follows: the runs end in text order. The match starts at the start of that
+    // run, or at `start` within it. The suffix's first byte is looked for rather than the runs,
+    // which may be most of the text (words).
     const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
     BytePositions suffixStarts(text, suffix_.front());
-    std::size_t start = 0;
-    for (std::size_t end = suffixStarts.next(1); end < text.size();) {
+    std::size_t match[4];
+    for (std::size_t end = suffixStarts.next(start + 1); end < text.size();) {
         if (!inSet_[bytes[end - 1]] ||
             text.substr(end + 1, suffix_.size() - 1) != std::string_view(suffix_).substr(1)) {
             end = suffixStarts.next(end + 1);
@@ -78,7 +94,8 @@ void ByteRunMatcher::forEachMatch(std::string_view text, const Each& each) const
         match[0] = match[2] = begin;
         match[1] = end + suffix_.size();
         match[3] = end;
-        each(match);
+        if (!found(match))
+            return;
         start = match[1];
         end = suffixStarts.next(start + 1);
     }
