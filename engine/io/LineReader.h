@@ -47,8 +47,10 @@ public:
     // The next line without its line end, valid until the next call; false at the end.
     bool next(std::string_view& line);
     // The line that next() returned last when it ran across blocks and was gathered in a
-    // buffer of the reader's own (a line longer than a block always is), which the caller may
-    // then change in place until the next call; empty when that line lay within a block.
+    // buffer of the reader's own, which the caller may then change in place until the next
+    // call; empty when that line lay within a block, or within a block and the short start of
+    // it kept from the block before (see nextLines), at most keptRoom bytes more than a block.
+    // A longer line is always gathered.
     std::span<char> gatheredLine() {
         return gathering_ ? std::span<char>(longLine_.get(), longSize_) : std::span<char>();
     }

@@ -50,7 +50,7 @@ bool worthBatching(const LineReader& reader, std::size_t lineJobs);
 // Works batches of one file's lines on several threads while the thread that reads them goes
 // on reading, and hands the batches back to that thread in the order they were read, so that
 // the result's lines go out in order. A failure stays with its batch: the first failing line
-// of the file is the one reported, as when the lines go one by one. At most two batches per
+// of the file is the one reported, as when the lines go one by one. At most four batches per
 // thread are read ahead, so memory stays with the batch size, never with the file.
 class LineBatches {
 public:
