@@ -153,8 +153,6 @@ bool staysWithinLine(const PatternNode& n) {
     case Kind::Anchor:
         return n.anchor == PatternNode::Anchor::WordBoundary ||
                n.anchor == PatternNode::Anchor::NotWordBoundary;
-    case Kind::Look:
-        return false;
     default:
         return allChildren(n, staysWithinLine);
     }

@@ -79,10 +79,11 @@ GroupSpan groupsOf(const PatternNode& n);
 // Whether the subtree can match the empty text, and whether it can match nothing else.
 bool canMatchEmpty(const PatternNode& n);
 bool onlyMatchesEmpty(const PatternNode& n);
-// Whether no match of the subtree can read, or look at, a CR or LF: no ^, $ or lookaround,
-// and no character it matches is a line end. Then a search over many lines finds, within
-// each line, what a search of the line alone finds. (\b and \B see a line end as the edge
-// of the text: neither is a word character.)
+// Whether no match of the subtree can read, or look at, a CR or LF: no ^ or $, and no
+// character it matches, or a lookaround looks for, is a line end. Then a search over many
+// lines finds, within each line, what a search of the line alone finds. (\b and \B see a line
+// end as the edge of the text: neither is a word character. A lookaround that reaches a line
+// end fails there as it fails at the edge of the text, since it cannot match the end.)
 bool staysWithinLine(const PatternNode& n);
 // Whether every character the subtree can match, or look at, is ASCII. A match of such a pattern
 // that is not empty starts and ends between characters, and is the same whether UTF-8 text is

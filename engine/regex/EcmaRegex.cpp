@@ -4,6 +4,7 @@
 #include "engine/regex/EcmaPatternCheck.h"
 #include "engine/regex/EcmaPatternParser.h"
 #include "engine/regex/EcmaPatternWriter.h"
+#include "engine/regex/LookbehindStarts.h"
 #include "engine/text/Utf8.h"
 #include "taskdef/TaskError.h"
 
@@ -59,6 +60,8 @@ EcmaRegex::EcmaRegex(std::string_view pattern, MatchBudget budget, Matcher match
     }
 
     bool pcreMatchesLikeJavaScript = matcher == Matcher::Fastest;
+    if (pcreMatchesLikeJavaScript)
+        shortenLookbehindStarts(parsed.root);
     try {
         checkPcreMatchesLikeJavaScript(parsed);
     } catch (const PatternError&) {

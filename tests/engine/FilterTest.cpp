@@ -1,8 +1,10 @@
 #include "engine/routines/Filter.h"
 
 #include "engine/regex/EcmaRegex.h"
+#include "engine/text/LineEnds.h"
 #include "tests/engine/RangedRoutineRun.h"
 
+#include <cstring>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -50,36 +52,61 @@ INSTANTIATE_TEST_SUITE_P(
                                  "\377caf--\302\240"},
                       FilterCase{"[^a-z]", "-", 1, "\377caf\303\251 \302\240", "-caf-----"}));
 
+// Finds every match of `pattern` in each subject from every start, as the search the filter
+// makes (the fastest matcher for the pattern) and as the backtracking matcher, which matches
+// the pattern as it is written, and expects the same matches with the same groups.
+void expectFoundAsBacktrackerFinds(const char* pattern, const std::vector<std::string>& subjects) {
+    EcmaRegex fastest(pattern);
+    EcmaRegex backtracked(pattern, {}, EcmaRegex::Matcher::Backtracking);
+    for (const std::string& subject : subjects) {
+        fastest.setSubject(subject);
+        backtracked.setSubject(subject);
+        for (std::size_t start = 0; start <= subject.size(); ++start) {
+            const bool found = backtracked.find(start);
+            ASSERT_EQ(fastest.find(start), found)
+                << pattern << " in " << subject << " from " << start;
+            for (int group = 0; found && group <= backtracked.groupCount(); ++group) {
+                ASSERT_EQ(fastest.group(group).data(), backtracked.group(group).data())
+                    << pattern << " in " << subject << " from " << start;
+                ASSERT_EQ(fastest.group(group), backtracked.group(group)) << pattern;
+            }
+        }
+    }
+}
+
+std::vector<std::string> randomSubjects(std::vector<std::string> subjects, const char* characters,
+                                        unsigned seed) {
+    std::mt19937 random(seed);
+    const std::size_t count = std::strlen(characters);
+    for (int i = 0; i < 40; ++i) {
+        std::string subject(random() % 60, ' ');
+        for (char& c : subject)
+            c = characters[random() % count];
+        subjects.push_back(subject);
+    }
+    return subjects;
+}
+
 // A run of one set of ASCII characters, perhaps captured and followed by ASCII text, is found by
 // a scan of the bytes rather than by PCRE2: it finds what the backtracking matcher finds, groups
 // included, among characters of several bytes and in lines that are not UTF-8, from every start.
 TEST(Filter, RunsOfOneAsciiSetAreFoundAsAMatcherFindsThem) {
-    std::vector<std::string> subjects = {"12a\303\2513 45", "\377x1\342\202\254xx_", "", "abc_9 "};
-    std::mt19937 random(3);
-    for (int i = 0; i < 40; ++i) {
-        std::string subject(random() % 60, ' ');
-        for (char& c : subject)
-            c = "ab=x19 _\xc3\xa9"[random() % 10];
-        subjects.push_back(subject);
-    }
+    const auto subjects = randomSubjects({"12a\303\2513 45", "\377x1\342\202\254xx_", "", "abc_9 "},
+                                         "ab=x19 _\xc3\xa9", 3);
     for (const char* pattern : {"[0-9]+", "\\w+", "(?:[a-c])+", "x+", "[]+", "[0-9]+?",
-                                "(\\w+)=", "[0-9]+ab", "(?:(x+))=x", "(?<k>[a-b]+)= ", "a+a"}) {
-        EcmaRegex scanned(pattern);
-        EcmaRegex backtracked(pattern, {}, EcmaRegex::Matcher::Backtracking);
-        for (const std::string& subject : subjects) {
-            scanned.setSubject(subject);
-            backtracked.setSubject(subject);
-            for (std::size_t start = 0; start <= subject.size(); ++start) {
-                const bool found = backtracked.find(start);
-                ASSERT_EQ(scanned.find(start), found) << pattern << " from " << start;
-                for (int group = 0; found && group <= backtracked.groupCount(); ++group) {
-                    ASSERT_EQ(scanned.group(group).data(), backtracked.group(group).data())
-                        << pattern << " in " << subject << " from " << start;
-                    ASSERT_EQ(scanned.group(group), backtracked.group(group)) << pattern;
-                }
-            }
-        }
-    }
+                                "(\\w+)=", "[0-9]+ab", "(?:(x+))=x", "(?<k>[a-b]+)= ", "a+a"})
+        expectFoundAsBacktrackerFinds(pattern, subjects);
+}
+
+// A lookbehind that starts with a repetition is shortened to one of fixed length, which PCRE2
+// matches, where that does not change what it accepts.
+TEST(Filter, LookbehindsShortenedAtTheirStartAcceptWhatTheyDid) {
+    const auto subjects =
+        randomSubjects({"1.25 x.5 12.", "\377ab=\303\251b"}, "ab=x19. _\xc3\xa9", 4);
+    for (const char* pattern :
+         {"(?<=\\d+\\.)\\d+", "(?<!a*b)x", "(?<=(?:a+|=)b)\\w", "(?<=[a-c]{2,}|x*)=", "(?<=a*b*)x",
+          "(?<=a{2,5}x)", "(?<!\\W+)a", "(?<=(?:a|b+)+=)1"})
+        expectFoundAsBacktrackerFinds(pattern, subjects);
 }
 
 // Deleting such runs (kind 2) or outputting them (kind 3) goes through a line's bytes in one
@@ -139,6 +166,33 @@ TEST(Filter, RunsFilteredInOnePassAsTheirMatchesAre) {
     }
 }
 
+// A lookaround that cannot match a line end fails at one, in a block of lines, as it fails at the
+// edge of a line alone: such patterns work a block at once. One that can match a line end
+// (\s, [^a]) would see the next line and goes line by line.
+TEST(Filter, LookaroundsAtLineEdgesWorkABlockAsItsLines) {
+    const std::string lines = "x1.5 ax\n1.25\r\nx\ra \nxb.\r\n\nx";
+    for (const auto& [pattern, byBlock] : {std::pair{"(?<=\\d\\.)\\d+", true},
+                                           {"(?<![a-z])x", true},
+                                           {"\\w(?![\\w.])", true},
+                                           {"(?<=a|b\\.?)\\b\\w", true},
+                                           {"(?<!\\s)x", false},
+                                           {"[a-z](?=[^a])", false}}) {
+        for (const int kind : {1, 2, 3}) {
+            const auto routine = made(makeFilter, filter(pattern, "<$&>"), kind);
+            std::string lineByLine;
+            forEachLineWithEnd(lines, [&](std::string_view line, std::string_view end) {
+                lineByLine += runLine(*routine, Mode::Whole, std::string(line));
+                lineByLine += end;
+            });
+            std::string out;
+            ASSERT_EQ(routine->takesManyLines(), byBlock) << pattern << " kind " << kind;
+            if (byBlock && routine->manyLines(lines, out)) {
+                EXPECT_EQ(out, lineByLine) << pattern << " kind " << kind;
+            }
+        }
+    }
+}
+
 TEST(Filter, RangesFilterEachRangeOnItsOwn) {
     // A long line's ranges the same, their results handed on in parts.
     for (const auto run : {runLine, morlevant::testing::runLongLine}) {
@@ -175,7 +229,7 @@ TEST(Filter, WorkThatWouldRunAwayStopsAtTheLinesBudget) {
         pairs += "ab";
     const std::pair<std::string, std::string> cases[] = {
         {"(?=(a|b)*c)", pairs},
-        {"(?<=a*)a(?!a)", std::string(400'000, 'a')},
+        {"(?<=^a*)a(?!a)", std::string(400'000, 'a')},
         {"^(?:|a|aa)+$", std::string(60, 'a') + "b"},
     };
     for (const auto& [pattern, line] : cases) {
