@@ -43,7 +43,11 @@ void LinePage::checkResults(const std::string& source) const {
 }
 
 bool LinePage::takesManyLines() const {
-    return context_.mode == RangeMode::WholeText && work_.routine->takesManyLines();
+    if (context_.mode == RangeMode::WholeText)
+        return work_.routine->takesManyLines();
+    // Blank row ranges select every row: every line of a block goes through the ranges.
+    return context_.mode == RangeMode::InPlace && context_.rows.empty() &&
+           work_.routine->takesManyLinesInPlace();
 }
 
 void LinePage::process(const std::string& source) {
@@ -160,10 +164,12 @@ void LinePage::workLine(LineWork& work, const std::string& source, std::size_t l
         emit(apply(work, context_.mode, source, lineNumber, line, writer, gathered));
 }
 
-bool LinePage::applyToLines(LineWork& work, std::string_view lines) {
+bool LinePage::applyToLines(LineWork& work, std::string_view lines) const {
     // A failure is met again line by line, where its message names its line. (It may also not
     // be met there: one search over many lines may exceed a limit that each line keeps within.)
     try {
+        if (context_.mode == RangeMode::InPlace)
+            return work.routine->manyLinesInPlace(lines, work.out);
         return work.routine->manyLines(lines, work.out);
     } catch (const TaskError&) {
         return false;

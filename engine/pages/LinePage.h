@@ -58,7 +58,7 @@ private:
                   std::string_view line, const Emit& emit, LineWriter* writer = nullptr,
                   std::span<char> gathered = {});
     // Works a block of whole lines at once into work.out; false when they must go one by one.
-    static bool applyToLines(LineWork& work, std::string_view lines);
+    bool applyToLines(LineWork& work, std::string_view lines) const;
     // The routine's result for one line. `gathered`, when not empty, is a long line in a
     // buffer of the reader's: the routine may overwrite it and leave its result there, or hand
     // the first part of its result to `writer` itself.

@@ -66,8 +66,7 @@ bool Filter::replacesRunMatches() const {
 }
 
 void Filter::replaceRunMatches(std::string_view lines, std::string& out) const {
-    out.clear();
-    AppendBuffer result(out, lines.size() + lines.size() / 4);
+    AppendBuffer result(out, lines.size() + lines.size() / 4, AppendBuffer::overwriting);
     std::size_t copied = 0; // bytes of `lines` placed in `out`
     regex_.byteRun()->forEachMatch(lines, [&](const std::size_t(&match)[4]) {
         result.append(lines.substr(copied, match[0] - copied));

@@ -1,5 +1,9 @@
 #include "engine/routines/RangedRoutine.h"
 
+#include "engine/text/LineEnds.h"
+
+#include <algorithm>
+
 namespace morlevant {
 
 namespace {
@@ -40,6 +44,43 @@ void RangedRoutine::inPlace(const LineColumns& line, std::string& out) {
         copied = end;
     }
     out.append(text, copied);
+}
+
+bool RangedRoutine::manyLinesInPlace(std::string_view lines, std::string& out) {
+    spans_.clear();
+    // One range that runs past the end of every line, as most are: where the characters before
+    // it are ASCII, it starts at the byte of its column.
+    const std::vector<ColumnRanges::Range>& ranges = columns_.inColumnOrder();
+    const bool toLineEnds =
+        !columns_.blank() && ranges.size() == 1 && ranges.front().last >= lines.size();
+    const std::size_t before =
+        toLineEnds && ranges.front().first > 0 ? ranges.front().first - 1 : 0;
+    const auto asciiBefore = [before](std::string_view line) {
+        return std::none_of(line.begin(), line.begin() + static_cast<std::ptrdiff_t>(before),
+                            [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    };
+    forEachLineWithEnd(lines, [&](std::string_view line, std::string_view) {
+        const auto offset = static_cast<std::size_t>(line.data() - lines.data());
+        if (columns_.blank()) {
+            spans_.push_back({offset, offset + line.size()});
+            return;
+        }
+        if (toLineEnds && line.size() > before && asciiBefore(line)) {
+            spans_.push_back({offset + before, offset + line.size()});
+            return;
+        }
+        // The ranges as inPlace cuts them.
+        assignColumns(spannedLine_, line);
+        for (const ColumnRanges::Range& range : columns_.inColumnOrder()) {
+            if (spannedLine_.endsBefore(range.first))
+                break;
+            const std::size_t begin = spannedLine_.byteOffset(range.first);
+            const std::size_t end = spannedLine_.byteOffset(range.last + 1);
+            if (begin < end)
+                spans_.push_back({offset + begin, offset + end});
+        }
+    });
+    return rangesLinesRoutine_(lines, spans_, out);
 }
 
 bool RangedRoutine::takesNothing(const LineColumns& line, const ColumnRanges::Range& range) const {

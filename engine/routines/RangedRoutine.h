@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace morlevant {
 
@@ -20,6 +21,17 @@ using TextRoutine = std::function<void(std::string_view text, std::string& out)>
 // or returns false when these lines must go one by one. A failure may be thrown as by the
 // routine on one line.
 using LinesRoutine = std::function<bool(std::string_view lines, std::string& out)>;
+// Bytes `begin` to `end` of a block of lines: the text of one column range of one of its lines.
+struct RangeSpan {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+};
+// A page's routine on a block of whole lines with their ends, each line's column ranges worked in
+// place: `spans` are the ranges' texts, in order and apart, and every byte outside them is kept as
+// it is. Gives the lines it would give one by one and returns true, or returns false when these
+// lines must go one by one. It may change `spans`.
+using RangesLinesRoutine =
+    std::function<bool(std::string_view lines, std::vector<RangeSpan>& spans, std::string& out)>;
 // A page's routine worked over a whole line where it lies, for a routine whose result is never
 // longer than its text: returns the result's length, its bytes written over the text's first.
 using OverwritingRoutine = std::function<std::size_t(std::span<char> text)>;
@@ -60,6 +72,14 @@ public:
         linesEndInCrLf_ = endsMadeCrLf;
     }
     bool linesEndInCrLf() const { return linesEndInCrLf_; }
+    // The same for the column ranges worked in place, for a routine whose results need no
+    // fitting to the ranges' widths and that gives nothing for an empty text: empty ranges are
+    // left out of the spans.
+    bool takesManyLinesInPlace() const { return static_cast<bool>(rangesLinesRoutine_); }
+    bool manyLinesInPlace(std::string_view lines, std::string& out);
+    void setRangesLinesRoutine(RangesLinesRoutine routine) {
+        rangesLinesRoutine_ = std::move(routine);
+    }
     // Whether a whole line can be worked where it lies, and the routine that does it: a long
     // line is then held once rather than beside its result.
     bool overwritesLine() const { return static_cast<bool>(overwritingRoutine_); }
@@ -103,6 +123,9 @@ private:
     PastLineEnd pastLineEnd_;
     LinesRoutine linesRoutine_; // empty when lines go one by one
     bool linesEndInCrLf_ = false;
+    RangesLinesRoutine rangesLinesRoutine_; // empty when ranges in place go line by line
+    LineColumns spannedLine_;               // of manyLinesInPlace, reused from block to block
+    std::vector<RangeSpan> spans_;
     OverwritingRoutine overwritingRoutine_; // empty when the result may be longer
     SpillingRoutine spillingRoutine_;       // empty when the result is held whole
     std::string piece_;                     // one range's result

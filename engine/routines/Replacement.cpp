@@ -1,6 +1,8 @@
 #include "engine/routines/Replacement.h"
 
 #include "engine/routines/RangedRoutine.h"
+#include "engine/text/AppendBuffer.h"
+#include "engine/text/BytePositions.h"
 #include "engine/text/ByteSpread.h"
 #include "engine/text/ProcessorFeatures.h"
 #include "engine/text/Utf8.h"
@@ -8,6 +10,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <optional>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -183,6 +186,65 @@ void replaceAll(std::string_view text, std::string_view find, std::string_view r
     out.append(text, from);
 }
 
+// Every occurrence of `find` (not empty) that lies wholly within one of `spans` (in order and
+// apart) replaced by `replaceWith`, as if each span were a text of its own; written over `out`,
+// the bytes outside the spans as they are. The spans are moved to where their text lies in the
+// result. Returns false, with `out` untouched and the spans as they were, when no occurrence
+// lies within them. A find text that is not valid UTF-8 is not taken: the characters it must
+// begin and end between are those of each span, not of the text.
+bool replaceInSpans(std::string_view text, std::string_view find, std::string_view replaceWith,
+                    std::vector<RangeSpan>& spans, std::string& out) {
+    const auto growth = static_cast<std::ptrdiff_t>(replaceWith.size() - find.size());
+    std::ptrdiff_t grown = 0;           // how much longer the result is so far than the text
+    std::ptrdiff_t grownBeforeSpan = 0; // the same where the current span starts
+    std::size_t span = 0;
+    std::size_t copied = 0;              // bytes of the text placed in `out`
+    std::optional<AppendBuffer> written; // from the first occurrence replaced
+    // The occurrences of a span come before any of the next: once a span is done with, where it
+    // lies in the result is known.
+    const auto leaveSpan = [&] {
+        spans[span].begin += grownBeforeSpan;
+        spans[span].end += grown;
+        grownBeforeSpan = grown;
+        ++span;
+    };
+    // A byte such as "=" may stand every few bytes: its positions come from masks of 64 bytes
+    // rather than a search call for each.
+    BytePositions bytePositions(text, find.front());
+    const auto search = [&](std::size_t from) {
+        if (find.size() > 1)
+            return findFrom(text, find, from);
+        const std::size_t at = bytePositions.next(from);
+        return at == text.size() ? std::string_view::npos : at;
+    };
+    std::size_t at = spans.empty() ? std::string_view::npos : search(spans[0].begin);
+    while (at != std::string_view::npos) {
+        // A span that ends before the occurrence does cannot hold a later one either.
+        while (span < spans.size() && spans[span].end < at + find.size())
+            leaveSpan();
+        if (span == spans.size())
+            break;
+        if (at < spans[span].begin) { // the occurrence starts before the span's text
+            at = search(spans[span].begin);
+            continue;
+        }
+        if (!written) // about the text's size, a little more where it grows
+            written.emplace(out, text.size() + (growth > 0 ? text.size() / 8 : 0),
+                            AppendBuffer::overwriting);
+        written->append(text.substr(copied, at - copied));
+        written->append(replaceWith);
+        copied = at + find.size();
+        grown += growth;
+        at = search(copied);
+    }
+    if (!written)
+        return false;
+    while (span < spans.size())
+        leaveSpan();
+    written->append(text.substr(copied));
+    return true;
+}
+
 // Every `find` byte from `from` on made `replaceWith`, sixteen bytes at a time rather than one
 // occurrence after another: a separator such as "=" may stand every few bytes.
 void swapEveryByte(char* text, std::size_t size, std::size_t from, char find, char replaceWith) {
@@ -269,6 +331,28 @@ std::size_t Replacement::ReplaceWithin(std::span<char> text) const {
                                      pair.wholeCharacters, first);
     }
     return size;
+}
+
+bool Replacement::replacesInSpans() const {
+    return keepsLineEnds() && std::all_of(pairs_.begin(), pairs_.end(),
+                                          [](const Pair& pair) { return pair.wholeCharacters; });
+}
+
+void Replacement::ReplaceInSpans(std::string_view lines, std::vector<RangeSpan>& spans,
+                                 std::string& out) {
+    std::string_view current = lines;
+    bool replaced = false; // `out` holds the text so far
+    for (const Pair& pair : pairs_) {
+        if (pair.find.empty())
+            continue;
+        if (!replaceInSpans(current, pair.find, pair.replaceWith, spans, pass_))
+            continue;
+        out.swap(pass_);
+        current = out;
+        replaced = true;
+    }
+    if (!replaced)
+        out.assign(lines);
 }
 
 void Replacement::ReplaceLine(std::string_view line, std::string& out) {
@@ -420,6 +504,12 @@ std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings,
     if (replacement->neverLengthens())
         routine->setOverwritingRoutine(
             [replacement](std::span<char> text) { return replacement->ReplaceWithin(text); });
+    if (replacement->replacesInSpans())
+        routine->setRangesLinesRoutine(
+            [replacement](std::string_view lines, std::vector<RangeSpan>& spans, std::string& out) {
+                replacement->ReplaceInSpans(lines, spans, out);
+                return true;
+            });
     if (replacement->keepsLineEnds())
         routine->setLinesRoutine([replacement](std::string_view lines, std::string& out) {
             replacement->ReplaceLine(lines, out);

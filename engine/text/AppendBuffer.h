@@ -39,6 +39,13 @@ public:
     AppendBuffer(std::string& out, std::size_t expected) : out_(out), size_(out.size()) {
         room(expected);
     }
+    // The same, written from the string's start over what it holds: a string reused from call to
+    // call is grown, and its new room zeroed, only where a result is longer than the last.
+    struct Overwriting {};
+    static constexpr Overwriting overwriting{};
+    AppendBuffer(std::string& out, std::size_t expected, Overwriting) : out_(out), size_(0) {
+        room(expected);
+    }
     ~AppendBuffer() { out_.resize(size_); }
     AppendBuffer(const AppendBuffer&) = delete;
     AppendBuffer& operator=(const AppendBuffer&) = delete;

@@ -2,6 +2,7 @@
 
 #include "engine/ranges/TakeRangesOut.h"
 #include "engine/text/LineColumns.h"
+#include "engine/text/LineEnds.h"
 #include "engine/text/Utf8.h"
 #include "taskdef/RangePairs.h"
 #include "tests/engine/RangedRoutineRun.h"
@@ -153,6 +154,43 @@ TEST(Replacement, FindsWhatASearchByteByByteFinds) {
     std::string out;
     Replacement(settings).ReplaceLine(std::string(4500, '='), out);
     EXPECT_EQ(out, byteByByte(std::string(4500, '='), "=", "ZW"));
+}
+
+// A block of lines with their column ranges worked in place at once gives what its lines give
+// one by one: each range is a text of its own, which no occurrence crosses into or out of, and
+// each pair sees the ranges' texts as the pairs before left them, among characters of several
+// bytes and bytes that are not UTF-8.
+TEST(Replacement, RangesInPlaceOverABlockGiveWhatEachLineGives) {
+    std::mt19937 random(12);
+    std::string lines;
+    for (int n = 0; n < 300; ++n) {
+        std::string line(random() % 24, ' ');
+        for (char& c : line)
+            c = "ab==a\xc3\xa9x\xa9"[random() % 9];
+        lines += line + (n % 3 == 0 ? "\n" : n % 3 == 1 ? "\r\n" : "\r");
+    }
+    const std::array<std::string, 8> pairSets[] = {
+        {"=", "==", "", "", "", "", "", ""},
+        {"ab", "X", "a", "aa", "b=", "", "Xa", "ab"},
+        {"\xc3\xa9", "e", "ea", "\xc3\xa9\xc3\xa9", "==", "=", "x", ""}};
+    for (const std::string columns : {"10-99999999", "1-2,4-6,7-9", "2-3,8-8,12-30", ""}) {
+        for (const auto& pairs : pairSets) {
+            TaskPageSettings settings;
+            for (int i = 0; i < 8; ++i)
+                settings.line(11 + i) = pairs[static_cast<std::size_t>(i)];
+            settings.columnRange = columns;
+            const auto routine = made(makeReplacement, settings);
+            std::string expected;
+            forEachLineWithEnd(lines, [&](std::string_view line, std::string_view end) {
+                expected += runLine(*routine, Mode::InPlace, std::string(line));
+                expected += end;
+            });
+            std::string out = "stale";
+            ASSERT_TRUE(routine->takesManyLinesInPlace());
+            ASSERT_TRUE(routine->manyLinesInPlace(lines, out));
+            EXPECT_EQ(out, expected) << pairs[0] << " in columns " << columns;
+        }
+    }
 }
 
 // Column ranges taken out of a line, as the pages that take them out cut them.

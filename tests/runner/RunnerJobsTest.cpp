@@ -142,6 +142,30 @@ TEST_P(RunnerLargeFile, ThreadsOnOneFileLeaveTheBytesAndMessagesOfOne) {
 INSTANTIATE_TEST_SUITE_P(Pages, RunnerLargeFile, ::testing::ValuesIn(largeFileCases),
                          [](const auto& info) { return std::string(info.param.name); });
 
+// A range worked in place on every row goes a block of lines at once where the routine can,
+// rows that name every row line by line: both give the same bytes, read in order or in batches,
+// with characters of several bytes and bytes that are not UTF-8 before the range.
+TEST(RunnerLargeFileRanges, ABlockInPlaceGivesWhatItsLinesGive) {
+    const std::string source = "\xc3\xa9"
+                               "1 item \xc3\xa9\n\xff"
+                               "1\xfe item 1\r\n" +
+                               largeSource();
+    const Lines replace = Lines{{1, "2"}, {3, "3-99999999"}, {4, "0"}, {5, "4"}} +
+                          Lines{{11, "1"}, {12, "one"}, {13, "item"}, {14, "it"}, {15, "e"}};
+    for (const int jobs : {1, 3}) {
+        RunnerFixture everyRow;
+        RunnerFixture rowsNamed;
+        for (RunnerFixture* fixture : {&everyRow, &rowsNamed}) {
+            fixture->jobs = jobs;
+            fixture->writeSource("large.txt", source);
+            fixture->set(replace + Lines{{2, fixture == &everyRow ? "" : "1-99999999"}});
+            fixture->run({"large.txt"});
+        }
+        // Compared whole: a listing of where megabytes of text differ would not be read.
+        EXPECT_TRUE(filesLeft(everyRow) == filesLeft(rowsNamed)) << jobs << " at once";
+    }
+}
+
 bool anyUnfinished(const RunnerFixture& fixture) {
     for (const auto& [name, bytes] : filesLeft(fixture))
         if (name.ends_with(".unfinished"))
