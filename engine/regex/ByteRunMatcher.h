@@ -88,8 +88,19 @@ void ByteRunMatcher::suffixMatches(std::string_view text, std::size_t start,
             end = suffixStarts.next(end + 1);
             continue;
         }
+        // The run's start, looked for eight bytes at a time without a branch on each: runs of
+        // a few bytes (words) would make the loop's end a guess missed at every match.
         std::size_t begin = end - 1;
-        while (begin > start && inSet_[bytes[begin - 1]])
+        bool runEnded = false;
+        while (!runEnded && begin - start >= 8) {
+            unsigned inRun = 0;
+            for (unsigned back = 0; back < 8; ++back)
+                inRun |= unsigned{inSet_[bytes[begin - 1 - back]]} << back;
+            const auto length = static_cast<std::size_t>(std::countr_one(inRun));
+            begin -= length;
+            runEnded = length < 8;
+        }
+        while (!runEnded && begin > start && inSet_[bytes[begin - 1]])
             --begin;
         match[0] = match[2] = begin;
         match[1] = end + suffix_.size();

@@ -132,8 +132,9 @@ TEST(Filter, RunsFilteredInOnePassAsTheirMatchesAre) {
                     if (c == '\r' || c == '\n')
                         c = '0';
                 }
-                if (length == 7) // runs that start within the text after the last match's run
-                    subject = "9a09a0 x_1=2=3 00ab0ab 0a00a0";
+                // Runs that start within the text after the last match's run, and a long one.
+                if (length == 7)
+                    subject = "9a09a0 x_1=2=3 00ab0ab 0a00a0 abcdefghij0123456789_=x=";
                 std::string replaced;
                 std::string deleted;
                 std::string output;
