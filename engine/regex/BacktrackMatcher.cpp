@@ -42,7 +42,12 @@ bool isWordByte(unsigned char c) {
 
 BacktrackMatcher::BacktrackMatcher(BacktrackProgram program, std::size_t stackBytes)
     : program_(std::move(program)), stackLimit_(stackBytes / sizeof(StackEntry)),
-      registers_(program_.registerCount, unset) {}
+      registers_(program_.registerCount, unset) {
+    if (program_.startsWithKnownByte && program_.firstBytes.count() == 1)
+        for (int byte = 0; byte < 0x80; ++byte)
+            if (program_.firstBytes[static_cast<std::size_t>(byte)])
+                onlyFirstByte_ = byte;
+}
 
 void BacktrackMatcher::setSubject(std::string_view subject, bool utf,
                                   std::chrono::steady_clock::duration budget) {
@@ -75,6 +80,11 @@ BacktrackMatcher::Outcome BacktrackMatcher::find(std::size_t start) {
 }
 
 std::size_t BacktrackMatcher::nextPossibleStart(std::size_t at) const {
+    if (onlyFirstByte_ >= 0) {
+        const void* found = std::memchr(subject_.data() + at, onlyFirstByte_, subject_.size() - at);
+        return found ? static_cast<std::size_t>(static_cast<const char*>(found) - subject_.data())
+                     : subject_.size();
+    }
     const auto* text = reinterpret_cast<const unsigned char*>(subject_.data());
     // Read as UTF-8, a character never starts with a continuation byte.
     while (at < subject_.size() &&

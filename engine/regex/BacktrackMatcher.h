@@ -61,6 +61,9 @@ private:
     bool isWordAt(std::size_t pos) const;
 
     BacktrackProgram program_;
+    // The one byte every match starts with when there is one and it is ASCII (never a
+    // continuation byte), or -1: then a search call finds the next start.
+    int onlyFirstByte_ = -1;
     std::size_t stackLimit_;
     std::vector<std::size_t> registers_;
     std::vector<StackEntry> stack_;
