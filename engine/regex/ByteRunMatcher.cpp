@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <span>
 
 #ifdef MORLEVANT_X86_STEPS
 #include <immintrin.h>
@@ -138,11 +139,45 @@ const PatternNode& unwrapped(const PatternNode& n) {
 
 } // namespace
 
+bool ByteRunMatcher::takeBehind(const PatternNode& look) {
+    if (look.kind != Kind::Look || !look.behind || look.negative)
+        return false;
+    const PatternNode& body = unwrapped(look.children.front());
+    const std::span<const PatternNode> parts =
+        body.kind == Kind::Sequence ? std::span(body.children) : std::span(&body, 1);
+    for (const PatternNode& part : parts) {
+        const PatternNode& atom = unwrapped(part);
+        std::array<bool, 256>& set = behind_.emplace_back();
+        if (atom.kind == Kind::Character && atom.character < 0x80) {
+            set[atom.character] = true;
+        } else if (atom.kind == Kind::Set && !atom.set.negated &&
+                   (atom.set.ranges.empty() || atom.set.ranges.back().last < 0x80)) {
+            for (const CodeRange& range : atom.set.ranges)
+                for (char32_t c = range.first; c <= range.last; ++c)
+                    set[c] = true;
+        } else {
+            return false;
+        }
+    }
+    if (parts.empty() || unwrapped(parts.back()).kind != Kind::Character)
+        return false;
+    behindLast_ = static_cast<char>(unwrapped(parts.back()).character);
+    return true;
+}
+
 std::optional<ByteRunMatcher> ByteRunMatcher::of(const PatternNode& root) {
-    // The run alone, or a sequence of the run, captured or not, and ASCII characters.
+    // The run alone, or a sequence of the run, captured or not, and ASCII characters, or of a
+    // lookbehind and the run.
     const PatternNode& whole = unwrapped(root);
-    const bool withSuffix = whole.kind == Kind::Sequence && whole.children.size() > 1;
-    const PatternNode& first = withSuffix ? unwrapped(whole.children.front()) : whole;
+    ByteRunMatcher matcher;
+    const bool behind = whole.kind == Kind::Sequence && whole.children.size() == 2 &&
+                        unwrapped(whole.children.front()).kind == Kind::Look;
+    if (behind && !matcher.takeBehind(unwrapped(whole.children.front())))
+        return std::nullopt;
+    const bool withSuffix = !behind && whole.kind == Kind::Sequence && whole.children.size() > 1;
+    const PatternNode& first = behind       ? unwrapped(whole.children.back())
+                               : withSuffix ? unwrapped(whole.children.front())
+                                            : whole;
     const bool captured =
         first.kind == Kind::Group && first.group == 1 && first.children.size() == 1;
     const PatternNode& repeat = captured ? unwrapped(first.children.front()) : first;
@@ -150,7 +185,6 @@ std::optional<ByteRunMatcher> ByteRunMatcher::of(const PatternNode& root) {
         !repeat.greedy)
         return std::nullopt;
     const PatternNode& atom = unwrapped(repeat.children.front());
-    ByteRunMatcher matcher;
     if (atom.kind == Kind::Character && atom.character < 0x80) {
         matcher.inSet_[atom.character] = true;
     } else if (atom.kind == Kind::Set && !atom.set.negated &&
@@ -182,7 +216,8 @@ std::optional<ByteRunMatcher> ByteRunMatcher::of(const PatternNode& root) {
 bool ByteRunMatcher::find(std::string_view subject, std::size_t start,
                           std::size_t (&match)[4]) const {
     if (suffix_.empty()) {
-        if (!findRun(subject, start, match))
+        if (!(behind_.empty() ? findRun(subject, start, match)
+                              : findAfterBehind(subject, start, match)))
             return false;
         match[2] = match[0];
         match[3] = match[1];
@@ -222,6 +257,34 @@ bool ByteRunMatcher::findRun(std::string_view subject, std::size_t start,
     match[0] = at;
     match[1] = end;
     return true;
+}
+
+bool ByteRunMatcher::findAfterBehind(std::string_view subject, std::size_t start,
+                                     std::size_t (&match)[4]) const {
+    const auto* bytes = reinterpret_cast<const unsigned char*>(subject.data());
+    const std::size_t size = subject.size();
+    const std::size_t length = behind_.size();
+    // The lookbehind reads the text before `start` too, never before the subject's start.
+    BytePositions lastBytes(subject, behindLast_);
+    for (std::size_t last = lastBytes.next(std::max(start, length) - 1); last + 1 < size;
+         last = lastBytes.next(last + 1)) {
+        const std::size_t at = last + 1;
+        if (!inSet_[bytes[at]])
+            continue;
+        const unsigned char* const text = bytes + at - length;
+        bool follows = true;
+        for (std::size_t i = 0; i + 1 < length && follows; ++i)
+            follows = behind_[i][text[i]];
+        if (!follows)
+            continue;
+        std::size_t end = at + 1;
+        while (end < size && inSet_[bytes[end]])
+            ++end;
+        match[0] = match[2] = at;
+        match[1] = match[3] = end;
+        return true;
+    }
+    return false;
 }
 
 char* ByteRunMatcher::copyRunsOfLine(std::string_view line, char* out) const {

@@ -9,13 +9,17 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace morlevant {
 
 // A pattern that is one set of ASCII characters repeated greedily once or more ([0-9]+, \w+,
 // a+), perhaps captured as group 1 and followed by ASCII text that starts outside the set
 // ((\w+)=, \d+%), matched without a regular-expression engine: its match from a position is the
-// first run of bytes of the set there, whole, that the text follows. Bytes of a character beyond
+// first run of bytes of the set there, whole, that the text follows. Instead of the text after
+// it, the run may have a lookbehind of ASCII characters and sets before it, the last a character
+// ((?<=\d\.)\d+, (?<=id=)\w+): its match is then the rest of the run from the first byte of
+// the set there that the lookbehind's text ends before. Bytes of a character beyond
 // ASCII are never in the set, so a run never starts or ends inside such a character, and a text
 // that is not valid UTF-8 reads the same. A run of digits is the usual filter; the engine's cost
 // per match dwarfs the scan.
@@ -33,7 +37,7 @@ public:
     template <typename Each> void forEachMatch(std::string_view text, const Each& each) const;
     // Whether no text follows the run: then the matches are the runs of the set, which
     // copyWithoutRuns and copyRunsOfLine work on.
-    bool matchesRunsAlone() const { return suffix_.empty(); }
+    bool matchesRunsAlone() const { return suffix_.empty() && behind_.empty(); }
     // Copies `text` without its runs, which is what deleting every match leaves: every byte of
     // the set goes. `out` has room for the text and 16 bytes more, or is the text's own start,
     // which it then overwrites. Returns the end written.
@@ -50,9 +54,18 @@ private:
     void suffixMatches(std::string_view text, std::size_t start, const Found& found) const;
     // The first run at or after `start`, in the first two of `match`.
     bool findRun(std::string_view subject, std::size_t start, std::size_t (&match)[4]) const;
+    // The first match at or after `start` of a run with a lookbehind, the run's bounds in
+    // `match` twice: the lookbehind's last byte is looked for, which the run must follow.
+    bool findAfterBehind(std::string_view subject, std::size_t start,
+                         std::size_t (&match)[4]) const;
+    // Takes `look` as the run's lookbehind when it has the form that find() works with.
+    bool takeBehind(const PatternNode& look);
 
     std::array<bool, 256> inSet_{};
     std::string suffix_; // ASCII text that follows the run, its first byte not in the set
+    // The bytes the lookbehind takes, each from a set, in order; the last is behindLast_ alone.
+    std::vector<std::array<bool, 256>> behind_;
+    char behindLast_ = 0;
     // The set by the low four bits of a byte: bit n of entry l is set when the byte 16n + l is
     // in it, so that sixteen bytes are looked up at once.
     std::array<std::uint8_t, 16> highBitsByLow_{};
@@ -60,6 +73,12 @@ private:
 
 template <typename Each>
 void ByteRunMatcher::forEachMatch(std::string_view text, const Each& each) const {
+    if (!behind_.empty()) {
+        std::size_t match[4];
+        for (std::size_t start = 0; findAfterBehind(text, start, match); start = match[1])
+            each(match);
+        return;
+    }
     if (suffix_.empty()) {
         std::size_t match[4];
         for (std::size_t start = 0; find(text, start, match); start = match[1])

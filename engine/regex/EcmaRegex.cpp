@@ -51,8 +51,10 @@ EcmaRegex::EcmaRegex(std::string_view pattern, MatchBudget budget, Matcher match
         if (!parsed.groupNames[group - 1].empty())
             groupNames_.emplace_back(parsed.groupNames[group - 1], group);
 
-    if (matcher == Matcher::Fastest)
+    if (matcher == Matcher::Fastest) {
+        shortenLookbehindStarts(parsed.root);
         byteRun_ = ByteRunMatcher::of(parsed.root);
+    }
     if (byteRun_) {
         ovector_ = runMatch_;
         readsBytesAlike_ = true;
@@ -60,8 +62,6 @@ EcmaRegex::EcmaRegex(std::string_view pattern, MatchBudget budget, Matcher match
     }
 
     bool pcreMatchesLikeJavaScript = matcher == Matcher::Fastest;
-    if (pcreMatchesLikeJavaScript)
-        shortenLookbehindStarts(parsed.root);
     try {
         checkPcreMatchesLikeJavaScript(parsed);
     } catch (const PatternError&) {

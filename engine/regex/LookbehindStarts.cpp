@@ -27,10 +27,14 @@ bool isEmptySequence(const PatternNode& n) {
 void shortenStart(PatternNode& n) {
     switch (n.kind) {
     case Kind::Repeat:
-        if (n.min == 0)
+        if (n.min == 0) {
             n = PatternNode{};
-        else
+        } else if (n.min == 1) { // the repeated atom itself, as other matchers look for it
+            PatternNode atom = std::move(n.children.front());
+            n = std::move(atom);
+        } else {
             n.max = n.min;
+        }
         return;
     case Kind::Group:
     case Kind::Alternation:

@@ -91,10 +91,13 @@ std::vector<std::string> randomSubjects(std::vector<std::string> subjects, const
 // a scan of the bytes rather than by PCRE2: it finds what the backtracking matcher finds, groups
 // included, among characters of several bytes and in lines that are not UTF-8, from every start.
 TEST(Filter, RunsOfOneAsciiSetAreFoundAsAMatcherFindsThem) {
-    const auto subjects = randomSubjects({"12a\303\2513 45", "\377x1\342\202\254xx_", "", "abc_9 "},
-                                         "ab=x19 _\xc3\xa9", 3);
-    for (const char* pattern : {"[0-9]+", "\\w+", "(?:[a-c])+", "x+", "[]+", "[0-9]+?",
-                                "(\\w+)=", "[0-9]+ab", "(?:(x+))=x", "(?<k>[a-b]+)= ", "a+a"})
+    const auto subjects = randomSubjects(
+        {"12a\303\2513 45", "\377x1\342\202\254xx_", "", "abc_9 ", "1.25 x.5 12.9 .7"},
+        "ab=x19 _.\xc3\xa9", 3);
+    for (const char* pattern :
+         {"[0-9]+", "\\w+", "(?:[a-c])+", "x+", "[]+", "[0-9]+?", "(\\w+)=", "[0-9]+ab",
+          "(?:(x+))=x", "(?<k>[a-b]+)= ", "a+a", "(?<=\\d\\.)\\d+", "(?<=\\d+\\.)\\d+",
+          "(?<=a=)(\\w+)", "(?<=[ab]x)[0-9]+", "(?<=a)a+", "(?<=.=)\\w+", "(?<=\\.)(?:\\d)+"})
         expectFoundAsBacktrackerFinds(pattern, subjects);
 }
 
@@ -116,8 +119,10 @@ TEST(Filter, LookbehindsShortenedAtTheirStartAcceptWhatTheyDid) {
 // of lines what the lines give one by one.
 TEST(Filter, RunsFilteredInOnePassAsTheirMatchesAre) {
     std::mt19937 random(5);
-    for (const char* pattern : {"[0-9]+", "\\w+", "(?:[a-c])+", "x+", "[ -/:-@]+", "[\\x00-\\x09]+",
-                                "(\\w+)=", "(\\d+)ab", "(\\d+)a0"}) {
+    for (const char* pattern :
+         {"[0-9]+", "\\w+", "(?:[a-c])+", "x+", "[ -/:-@]+", "[\\x00-\\x09]+",
+          "(\\w+)=", "(\\d+)ab", "(\\d+)a0", "(?<=\\d-)\\d+", "(?<=\\d+:)\\d+", "(?<=a=)(\\w+)",
+          "(?<=[ab]:)[0-9]+", "(?<=a)a+"}) {
         EcmaRegex backtracked(pattern, {}, EcmaRegex::Matcher::Backtracking);
         const EcmaReplacement replaceWith("<$1$&>", backtracked);
         for (const int kind : {1, 2, 3}) {
