@@ -94,7 +94,7 @@ Calculation::Calculation(const TaskPageSettings& settings, const ColumnRanges& c
     }
 }
 
-double Calculation::apply(const Step& step, double value) {
+[[gnu::always_inline]] inline double Calculation::apply(const Step& step, double value) {
     double result = 0;
     switch (step.op) {
     case '+':
@@ -111,22 +111,24 @@ double Calculation::apply(const Step& step, double value) {
             failStep(step, "divides by zero");
         result = value / step.operand;
         break;
-    case '^':
-        result = std::pow(value, step.operand);
+    default:
+        result = powerOrRemainder(step, value);
         break;
-    case '%': {
-        // Both sides are first made whole numbers, half to even, and the remainder takes the
-        // sign of the value.
-        const double divisor = std::nearbyint(step.operand);
-        if (divisor == 0)
-            failStep(step, "divides by zero (its operand rounds to 0)");
-        result = std::fmod(std::nearbyint(value), divisor);
-        break;
-    }
     }
     if (!std::isfinite(result))
         failStep(step, value, result);
     return result;
+}
+
+double Calculation::powerOrRemainder(const Step& step, double value) {
+    if (step.op == '^')
+        return std::pow(value, step.operand);
+    // Both sides are first made whole numbers, half to even, and the remainder takes the sign
+    // of the value.
+    const double divisor = std::nearbyint(step.operand);
+    if (divisor == 0)
+        failStep(step, "divides by zero (its operand rounds to 0)");
+    return std::fmod(std::nearbyint(value), divisor);
 }
 
 void Calculation::failStep(const Step& step, std::string_view what) {
