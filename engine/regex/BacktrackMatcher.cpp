@@ -80,7 +80,7 @@ BacktrackMatcher::Outcome BacktrackMatcher::find(std::size_t start) {
 }
 
 std::size_t BacktrackMatcher::nextPossibleStart(std::size_t at) const {
-    if (onlyFirstByte_ >= 0) {
+    if (onlyFirstByte_ >= 0 && at < subject_.size()) { // an empty subject may have no bytes
         const void* found = std::memchr(subject_.data() + at, onlyFirstByte_, subject_.size() - at);
         return found ? static_cast<std::size_t>(static_cast<const char*>(found) - subject_.data())
                      : subject_.size();

@@ -67,34 +67,33 @@ EcmaRegex::EcmaRegex(std::string_view pattern, MatchBudget budget, Matcher match
     } catch (const PatternError&) {
         pcreMatchesLikeJavaScript = false;
     }
-    if (!pcreMatchesLikeJavaScript) {
+    // Long lines are matched by a compile with a callout before the whole pattern, run at every
+    // start position, where the budget is kept (PCRE2 still skips the positions where no match
+    // can start). Short lines cannot take long and are spared its cost.
+    const auto compiled = [&](bool utf, pcre2_code*& code, pcre2_code*& budgeted) {
+        const std::string translated = writePcrePattern(parsed, utf);
+        code = compile(translated, utf);
+        if (code != nullptr)
+            budgeted = compile("(?C)(?:" + translated + ")", utf);
+        if (budgeted == nullptr) {
+            pcre2_code_free(code);
+            code = nullptr;
+        }
+        return code != nullptr;
+    };
+    // A pattern PCRE2 does not take (a lookbehind cut to a fixed length may still exceed its
+    // limits) goes to the backtracking matcher, which takes any; so do the lines that are not
+    // valid UTF-8 when the compile that reads bytes fails, as it does for a lookbehind of a fixed
+    // number of characters that are not all of one length in bytes.
+    if (!pcreMatchesLikeJavaScript || !compiled(true, utfCode_, utfBudgetedCode_) ||
+        !compiled(false, byteCode_, byteBudgetedCode_))
         backtracker_ = std::make_unique<BacktrackMatcher>(compileBacktrackProgram(parsed));
+    if (utfCode_ == nullptr) {
         ovector_ = backtracker_->captures();
         readsBytesAlike_ = !canMatchEmpty_ && matchesOnlyAscii(parsed.root);
         return;
     }
 
-    // Long lines are matched by a compile with a callout before the whole pattern, run at every
-    // start position, where the budget is kept (PCRE2 still skips the positions where no match
-    // can start). Short lines cannot take long and are spared its cost.
-    const auto withBudget = [&](bool utf) {
-        return "(?C)(?:" + writePcrePattern(parsed, utf) + ")";
-    };
-    std::string error;
-    utfCode_ = compile(writePcrePattern(parsed, true), true, &error);
-    if (utfCode_ != nullptr)
-        utfBudgetedCode_ = compile(withBudget(true), true, &error);
-    if (utfBudgetedCode_ == nullptr) {
-        pcre2_code_free(utfCode_);
-        throw TaskError("The regular expression \"" + pattern_ + "\" cannot be compiled: " + error);
-    }
-    byteCode_ = compile(writePcrePattern(parsed, false), false, &byteCodeError_);
-    if (byteCode_ != nullptr)
-        byteBudgetedCode_ = compile(withBudget(false), false, &byteCodeError_);
-    if (byteBudgetedCode_ == nullptr) {
-        pcre2_code_free(byteCode_);
-        byteCode_ = nullptr;
-    }
     // An empty match is followed by a step of one character, which byte by byte could end
     // inside one: only patterns that never match the empty text read bytes alike.
     readsBytesAlike_ = byteCode_ != nullptr && !canMatchEmpty_ && matchesOnlyAscii(parsed.root);
@@ -126,16 +125,14 @@ EcmaRegex::~EcmaRegex() {
     pcre2_code_free(utfCode_);
 }
 
-pcre2_code* EcmaRegex::compile(std::string_view pattern, bool utf, std::string* error) {
+pcre2_code* EcmaRegex::compile(std::string_view pattern, bool utf) {
     int code = 0;
     PCRE2_SIZE offset = 0;
     pcre2_code* compiled =
         pcre2_compile(reinterpret_cast<PCRE2_SPTR>(pattern.data()), pattern.size(),
                       compileOptions | (utf ? PCRE2_UTF : 0), &code, &offset, nullptr);
-    if (compiled == nullptr) {
-        *error = errorText(code) + " at position " + std::to_string(offset);
+    if (compiled == nullptr)
         return nullptr;
-    }
     // Without JIT (not built for this machine) the interpreter matches the same way.
     pcre2_jit_compile(compiled, PCRE2_JIT_COMPLETE);
     return compiled;
@@ -159,12 +156,7 @@ EcmaRegex::Reading EcmaRegex::readingOf(std::string_view subject) const {
 }
 
 void EcmaRegex::setSubject(std::string_view subject) {
-    const Reading reading = readingOf(subject);
-    if (reading == Reading::Invalid && byteCode_ == nullptr && !backtracker_)
-        throw TaskError(
-            "The regular expression \"" + pattern_ +
-            "\" cannot be matched against a line that is not valid UTF-8: " + byteCodeError_);
-    use(subject, reading, subject.size() > budgetedFrom);
+    use(subject, readingOf(subject), subject.size() > budgetedFrom);
 }
 
 bool EcmaRegex::setLines(std::string_view lines) {
@@ -172,7 +164,7 @@ bool EcmaRegex::setLines(std::string_view lines) {
     if (reading == Reading::Invalid)
         return false;
     // Lines are given many at once only when each is shorter than a block of the reader and
-    // the pattern has no lookaround: a search over such a line ends in seconds even when its
+    // the pattern stays within a line: a search over such a line ends in seconds even when its
     // work grows with the square of the line (the budget is for lines of megabytes), and one
     // that backtracks without end meets PCRE2's match limit. Unbudgeted, the searches are
     // spared a callout at every start position.
@@ -185,12 +177,15 @@ void EcmaRegex::use(std::string_view subject, Reading reading, bool budgeted) {
     subjectIsUtf_ = reading != Reading::Invalid;
     if (byteRun_)
         return;
-    if (backtracker_) {
+    backtracking_ = utfCode_ == nullptr || (reading == Reading::Invalid && byteCode_ == nullptr);
+    if (backtracking_) {
+        ovector_ = backtracker_->captures();
         // Every subject has its budget: without PCRE2's match limit, it is what stops runaway
         // backtracking on a short line too.
         backtracker_->setSubject(subject, reading == Reading::Utf8, budgetFor(subject));
         return;
     }
+    ovector_ = pcre2_get_ovector_pointer(matchData_);
     // A line of ASCII reads the same byte by byte, and the byte compile matches it faster: its
     // classes need no test for characters beyond ASCII.
     const bool bytes = reading != Reading::Utf8 && byteCode_ != nullptr;
@@ -217,7 +212,7 @@ std::chrono::steady_clock::duration EcmaRegex::budgetFor(std::string_view subjec
 bool EcmaRegex::find(std::size_t start) {
     if (byteRun_)
         return byteRun_->find(subject_, start, runMatch_);
-    if (backtracker_)
+    if (backtracking_)
         return backtrackerFind(start);
     static constexpr char empty[] = "";
     const auto* text = reinterpret_cast<PCRE2_SPTR>(subject_.empty() ? empty : subject_.data());

@@ -32,9 +32,9 @@ struct MatchBudget {
 // at a time. Lines that are valid UTF-8 are matched character by character; other
 // lines by a second compile of the same pattern in which every byte is a character, so that
 // they can still be filtered. A pattern for which the two readings agree uses the second alone.
-// The few patterns that PCRE2 cannot match the way JavaScript does (see EcmaPatternCheck) are
-// matched by BacktrackMatcher instead, with the same readings of a line, and a run of one set of
-// ASCII characters by ByteRunMatcher.
+// The few patterns that PCRE2 cannot match the way JavaScript does (see EcmaPatternCheck), or
+// does not compile, are matched by BacktrackMatcher instead, with the same readings of a line,
+// and a run of one set of ASCII characters by ByteRunMatcher.
 class EcmaRegex final {
 public:
     // Which matcher a pattern takes: PCRE2 where it matches the JavaScript way, else the
@@ -87,7 +87,8 @@ private:
     enum class Reading { Ascii, Utf8, Invalid };
     Reading readingOf(std::string_view subject) const;
     void use(std::string_view subject, Reading reading, bool budgeted);
-    pcre2_code* compile(std::string_view pattern, bool utf, std::string* error);
+    // The pattern compiled, or null when PCRE2 refuses it.
+    static pcre2_code* compile(std::string_view pattern, bool utf);
     // Called by PCRE2 at every position a match is tried from: stops the search once the
     // subject's budget is spent.
     static int atStartPosition(pcre2_callout_block* block, void* self);
@@ -102,7 +103,6 @@ private:
     pcre2_code* byteCode_ = nullptr;        // null when the pattern cannot be read byte by byte
     pcre2_code* utfBudgetedCode_ = nullptr; // the same two, for long lines
     pcre2_code* byteBudgetedCode_ = nullptr;
-    std::string byteCodeError_;
     pcre2_match_data* matchData_ = nullptr;
     pcre2_match_context* matchContext_ = nullptr;
     pcre2_jit_stack* jitStack_ = nullptr;
@@ -114,7 +114,9 @@ private:
     bool readsBytesAlike_ = false;
     bool canMatchEmpty_ = true;
     std::vector<std::pair<std::string, int>> groupNames_;
-    // Set for a pattern that PCRE2 cannot match the JavaScript way, and then no compile is.
+    // Set for a pattern that PCRE2 cannot match the JavaScript way or does not compile, and
+    // then no compile is; or for the lines that are not valid UTF-8 when only the compile that
+    // reads them fails.
     std::unique_ptr<BacktrackMatcher> backtracker_;
     // Set for a run of ASCII characters, and then no compile is either; its match is in
     // runMatch_.
@@ -123,6 +125,7 @@ private:
 
     std::string_view subject_;
     bool subjectIsUtf_ = true;
+    bool backtracking_ = false;        // the current subject goes to backtracker_
     const pcre2_code* code_ = nullptr; // the compile that matches the current subject
     bool jitCompiled_ = false;         // whether code_ has JIT code
     MatchBudget budget_;

@@ -81,6 +81,9 @@ TEST(BacktrackMatcher, ReadsLinesThatAreNotUtf8ByteByByte) {
         {"(?<=(\\W))b", "[$1]", "\251b", "\251[\251]"},
         {"(?:|x)+", "-", "\377b", "-\377-b-"},
         {"(?:|x)+", "-", "\303\251b", "-\303\251-b-"}, // valid: é is one character
+        // A lookbehind of a fixed number of characters but not of bytes, which PCRE2 matches on
+        // UTF-8 lines and cannot compile to read bytes.
+        {"(?<=(?:\u00e9|a)+)x", "-", "caf\351 ax \303\251x a\251x", "caf\351 a- \303\251- a\251x"},
     };
     for (const ReplaceCase& c : cases)
         EXPECT_EQ(filterLine(c.pattern, c.replaceWith, 1, c.line), c.expected) << c;
