@@ -216,8 +216,9 @@ std::optional<ByteRunMatcher> ByteRunMatcher::of(const PatternNode& root) {
 bool ByteRunMatcher::find(std::string_view subject, std::size_t start,
                           std::size_t (&match)[4]) const {
     if (suffix_.empty()) {
+        BytePositions lastBytes(subject, behindLast_);
         if (!(behind_.empty() ? findRun(subject, start, match)
-                              : findAfterBehind(subject, start, match)))
+                              : findAfterBehind(subject, start, lastBytes, match)))
             return false;
         match[2] = match[0];
         match[3] = match[1];
@@ -260,12 +261,11 @@ bool ByteRunMatcher::findRun(std::string_view subject, std::size_t start,
 }
 
 bool ByteRunMatcher::findAfterBehind(std::string_view subject, std::size_t start,
-                                     std::size_t (&match)[4]) const {
+                                     BytePositions& lastBytes, std::size_t (&match)[4]) const {
     const auto* bytes = reinterpret_cast<const unsigned char*>(subject.data());
     const std::size_t size = subject.size();
     const std::size_t length = behind_.size();
     // The lookbehind reads the text before `start` too, never before the subject's start.
-    BytePositions lastBytes(subject, behindLast_);
     for (std::size_t last = lastBytes.next(std::max(start, length) - 1); last + 1 < size;
          last = lastBytes.next(last + 1)) {
         const std::size_t at = last + 1;

@@ -56,7 +56,8 @@ private:
     bool findRun(std::string_view subject, std::size_t start, std::size_t (&match)[4]) const;
     // The first match at or after `start` of a run with a lookbehind, the run's bounds in
     // `match` twice: the lookbehind's last byte is looked for, which the run must follow.
-    bool findAfterBehind(std::string_view subject, std::size_t start,
+    // `lastBytes`, over the subject, goes on from call to call as `start` does.
+    bool findAfterBehind(std::string_view subject, std::size_t start, BytePositions& lastBytes,
                          std::size_t (&match)[4]) const;
     // Takes `look` as the run's lookbehind when it has the form that find() works with.
     bool takeBehind(const PatternNode& look);
@@ -74,8 +75,10 @@ private:
 template <typename Each>
 void ByteRunMatcher::forEachMatch(std::string_view text, const Each& each) const {
     if (!behind_.empty()) {
+        BytePositions lastBytes(text, behindLast_);
         std::size_t match[4];
-        for (std::size_t start = 0; findAfterBehind(text, start, match); start = match[1])
+        for (std::size_t start = 0; findAfterBehind(text, start, lastBytes, match);
+             start = match[1])
             each(match);
         return;
     }

@@ -62,7 +62,9 @@ bool Filter::FilterLines(std::string_view lines, std::string& out) {
 }
 
 bool Filter::replacesRunMatches() const {
-    return kind_ == 1 && regex_.byteRun() && !replaceWith_.readsAroundMatch();
+    const ByteRunMatcher* runs = regex_.byteRun();
+    return runs != nullptr && ((kind_ == 1 && !replaceWith_.readsAroundMatch()) ||
+                               (kind_ == 2 && !runs->matchesRunsAlone()));
 }
 
 void Filter::replaceRunMatches(std::string_view lines, std::string& out) const {
@@ -70,12 +72,14 @@ void Filter::replaceRunMatches(std::string_view lines, std::string& out) const {
     std::size_t copied = 0; // bytes of `lines` placed in `out`
     regex_.byteRun()->forEachMatch(lines, [&](const std::size_t(&match)[4]) {
         result.append(lines.substr(copied, match[0] - copied));
+        copied = match[1];
+        if (kind_ == 2) // deleted
+            return;
         char* const start = result.room(replaceWith_.lengthAtMost(match[1] - match[0]));
         char* at = start;
         replaceWith_.forEachPiece(lines, match,
                                   [&](std::string_view piece) { at = copyShort(piece, at); });
         result.advance(static_cast<std::size_t>(at - start));
-        copied = match[1];
     });
     result.append(lines.substr(copied));
 }

@@ -44,9 +44,10 @@ private:
     // a search per match: every byte of the set deleted, which is what deleting each run leaves,
     // or the runs of each line output. False, with nothing done, for other filters.
     bool filterRuns(std::string_view text, std::string& out) const;
-    // Whether kind 1 has a pattern that the byte matcher takes and a replacement that reads no
-    // text around the match; replaceRunMatches then works whole lines without the engine's
-    // search and its appends, which cost far more than the match itself.
+    // Whether the byte matcher takes the pattern, for kind 1 with a replacement that reads no
+    // text around the match or kind 2 with matches that are more than runs (filterRuns deletes
+    // those); replaceRunMatches then works whole lines without the engine's search and its
+    // appends, which cost far more than the match itself.
     bool replacesRunMatches() const;
     void replaceRunMatches(std::string_view lines, std::string& out) const;
     // Filters the regex's current subject; `spill`, when given, takes the result in parts.
