@@ -61,6 +61,21 @@ EcmaReplacement::EcmaReplacement(std::string_view text, const EcmaRegex& regex) 
         literalLength_ += part.length;
         references_ += part.kind == Kind::Group || part.kind == Kind::Match ? 1 : 0;
     }
+    // A literal text, a reference to the match or a group that has a number, a literal text.
+    std::size_t at = 0;
+    const auto literalAt = [&](Part& literal) {
+        if (at < parts_.size() && parts_[at].kind == Kind::Literal)
+            literal = parts_[at++];
+    };
+    literalAt(before_);
+    if (at == parts_.size() || !(parts_[at].kind == Kind::Match ||
+                                 (parts_[at].kind == Kind::Group && parts_[at].group > 0)))
+        return;
+    const int reference = parts_[at].kind == Kind::Match ? 0 : parts_[at].group;
+    ++at;
+    literalAt(after_);
+    if (at == parts_.size())
+        aroundGroup_ = reference;
 }
 
 void EcmaReplacement::addLiteral(std::size_t offset, std::size_t length) {

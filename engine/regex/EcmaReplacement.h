@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/text/AppendBuffer.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -24,6 +26,9 @@ public:
     template <typename Piece>
     void forEachPiece(std::string_view subject, const std::size_t* groups,
                       const Piece& piece) const;
+    // Writes those pieces at `out`, which has room for lengthAtMost() of the match, for a
+    // replacement that does not read around the match; returns the end written.
+    char* write(std::string_view subject, const std::size_t* groups, char* out) const;
     // Whether it holds $` or $': text of the subject outside the match.
     bool readsAroundMatch() const;
     // At most how long the replacement for a match of `matchLength` bytes is, when it does not
@@ -42,11 +47,19 @@ private:
     };
 
     void addLiteral(std::size_t offset, std::size_t length);
+    std::string_view literal(const Part& part) const {
+        return {text_.data() + part.offset, part.length};
+    }
 
     std::string text_;
     std::vector<Part> parts_;
     std::size_t literalLength_ = 0; // of the literal parts together
     std::size_t references_ = 0;    // parts that stand for the match or a group
+    // The usual form, one group or the match between two literal texts (either may be empty):
+    // written without a walk over the parts. -1 for other forms, else the group (0: the match).
+    int aroundGroup_ = -1;
+    Part before_;
+    Part after_;
 };
 
 template <typename Piece>
@@ -77,6 +90,19 @@ void EcmaReplacement::forEachPiece(std::string_view subject, const std::size_t* 
             break;
         }
     }
+}
+
+inline char* EcmaReplacement::write(std::string_view subject, const std::size_t* groups,
+                                    char* out) const {
+    if (aroundGroup_ < 0) {
+        forEachPiece(subject, groups, [&](std::string_view piece) { out = copyShort(piece, out); });
+        return out;
+    }
+    out = copyShort(literal(before_), out);
+    const std::size_t begin = groups[2 * aroundGroup_];
+    if (begin != std::string_view::npos)
+        out = copyShort({subject.data() + begin, groups[2 * aroundGroup_ + 1] - begin}, out);
+    return copyShort(literal(after_), out);
 }
 
 } // namespace morlevant

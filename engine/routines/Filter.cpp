@@ -76,10 +76,7 @@ void Filter::replaceRunMatches(std::string_view lines, std::string& out) const {
         if (kind_ == 2) // deleted
             return;
         char* const start = result.room(replaceWith_.lengthAtMost(match[1] - match[0]));
-        char* at = start;
-        replaceWith_.forEachPiece(lines, match,
-                                  [&](std::string_view piece) { at = copyShort(piece, at); });
-        result.advance(static_cast<std::size_t>(at - start));
+        result.advance(static_cast<std::size_t>(replaceWith_.write(lines, match, start) - start));
     });
     result.append(lines.substr(copied));
 }

@@ -119,14 +119,18 @@ TEST(Filter, LookbehindsShortenedAtTheirStartAcceptWhatTheyDid) {
 // of lines what the lines give one by one.
 TEST(Filter, RunsFilteredInOnePassAsTheirMatchesAre) {
     std::mt19937 random(5);
+    // Replacements in the usual form (a reference between two literal texts) and in others.
+    const char* const replacements[] = {"<$1$&>", "[$&]", "$1]", "$&"};
+    std::size_t count = 0;
     for (const char* pattern :
          {"[0-9]+", "\\w+", "(?:[a-c])+", "x+", "[ -/:-@]+", "[\\x00-\\x09]+",
           "(\\w+)=", "(\\d+)ab", "(\\d+)a0", "(?<=\\d-)\\d+", "(?<=\\d+:)\\d+", "(?<=a=)(\\w+)",
           "(?<=[ab]:)[0-9]+", "(?<=a)a+"}) {
+        const char* const replacement = replacements[count++ % 4];
         EcmaRegex backtracked(pattern, {}, EcmaRegex::Matcher::Backtracking);
-        const EcmaReplacement replaceWith("<$1$&>", backtracked);
+        const EcmaReplacement replaceWith(replacement, backtracked);
         for (const int kind : {1, 2, 3}) {
-            const auto routine = made(makeFilter, filter(pattern, "<$1$&>"), kind);
+            const auto routine = made(makeFilter, filter(pattern, replacement), kind);
             std::string lines;
             std::string linesExpected;
             for (std::size_t length = 0; length < 150; length += 7) {
