@@ -47,37 +47,34 @@ void RangedRoutine::inPlace(const LineColumns& line, std::string& out) {
 }
 
 bool RangedRoutine::manyLinesInPlace(std::string_view lines, std::string& out) {
-    spans_.clear();
-    // One range that runs past the end of every line, as most are: where the characters before
-    // it are ASCII, it starts at the byte of its column.
+    spans_.listed.clear();
+    // Blank ranges, or one range that runs past the end of every line, as most do: a line's
+    // range is found only where the routine needs it.
     const std::vector<ColumnRanges::Range>& ranges = columns_.inColumnOrder();
-    const bool toLineEnds =
-        !columns_.blank() && ranges.size() == 1 && ranges.front().last >= lines.size();
-    const std::size_t before =
-        toLineEnds && ranges.front().first > 0 ? ranges.front().first - 1 : 0;
-    const auto asciiBefore = [before](std::string_view line) {
-        return std::none_of(line.begin(), line.begin() + static_cast<std::ptrdiff_t>(before),
-                            [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
-    };
+    spans_.toLineEnds =
+        columns_.blank() || (ranges.size() == 1 && ranges.front().last >= lines.size());
+    if (spans_.toLineEnds) {
+        const std::size_t first =
+            columns_.blank() ? 1 : std::max<std::size_t>(ranges.front().first, 1);
+        spans_.asciiStart = first - 1;
+        spans_.startInLine = [this, first](std::string_view line) {
+            assignColumns(spannedLine_, line);
+            return spannedLine_.endsBefore(first) ? std::string_view::npos
+                                                  : spannedLine_.byteOffset(first);
+        };
+        return rangesLinesRoutine_(lines, spans_, out);
+    }
+    // The ranges as inPlace cuts them.
     forEachLineWithEnd(lines, [&](std::string_view line, std::string_view) {
         const auto offset = static_cast<std::size_t>(line.data() - lines.data());
-        if (columns_.blank()) {
-            spans_.push_back({offset, offset + line.size()});
-            return;
-        }
-        if (toLineEnds && line.size() > before && asciiBefore(line)) {
-            spans_.push_back({offset + before, offset + line.size()});
-            return;
-        }
-        // The ranges as inPlace cuts them.
         assignColumns(spannedLine_, line);
-        for (const ColumnRanges::Range& range : columns_.inColumnOrder()) {
+        for (const ColumnRanges::Range& range : ranges) {
             if (spannedLine_.endsBefore(range.first))
                 break;
             const std::size_t begin = spannedLine_.byteOffset(range.first);
             const std::size_t end = spannedLine_.byteOffset(range.last + 1);
             if (begin < end)
-                spans_.push_back({offset + begin, offset + end});
+                spans_.listed.push_back({offset + begin, offset + end});
         }
     });
     return rangesLinesRoutine_(lines, spans_, out);

@@ -26,12 +26,25 @@ struct RangeSpan {
     std::size_t begin = 0;
     std::size_t end = 0;
 };
+// Where the column ranges of a block of lines lie.
+struct RangeSpans {
+    // The ranges' texts, in order and apart.
+    std::vector<RangeSpan> listed;
+    // For a single range that runs from a column past the end of every line, `listed` is left
+    // empty and a line's range is looked for only in the lines where a routine needs it: it
+    // starts `asciiStart` bytes into a line whose first `asciiStart` bytes are ASCII, and
+    // `startInLine` bytes into any other line (npos when the line ends before the range starts).
+    // Such a range starts where it did when the text of the ranges has been changed.
+    bool toLineEnds = false;
+    std::size_t asciiStart = 0;
+    std::function<std::size_t(std::string_view line)> startInLine;
+};
 // A page's routine on a block of whole lines with their ends, each line's column ranges worked in
-// place: `spans` are the ranges' texts, in order and apart, and every byte outside them is kept as
-// it is. Gives the lines it would give one by one and returns true, or returns false when these
-// lines must go one by one. It may change `spans`.
+// place: `spans` say where their texts lie, and every byte outside them is kept as it is. Gives
+// the lines it would give one by one and returns true, or returns false when these lines must go
+// one by one. It may change `spans`.
 using RangesLinesRoutine =
-    std::function<bool(std::string_view lines, std::vector<RangeSpan>& spans, std::string& out)>;
+    std::function<bool(std::string_view lines, RangeSpans& spans, std::string& out)>;
 // A page's routine worked over a whole line where it lies, for a routine whose result is never
 // longer than its text: returns the result's length, its bytes written over the text's first.
 using OverwritingRoutine = std::function<std::size_t(std::span<char> text)>;
@@ -125,7 +138,7 @@ private:
     bool linesEndInCrLf_ = false;
     RangesLinesRoutine rangesLinesRoutine_; // empty when ranges in place go line by line
     LineColumns spannedLine_;               // of manyLinesInPlace, reused from block to block
-    std::vector<RangeSpan> spans_;
+    RangeSpans spans_;
     OverwritingRoutine overwritingRoutine_; // empty when the result may be longer
     SpillingRoutine spillingRoutine_;       // empty when the result is held whole
     std::string piece_;                     // one range's result

@@ -4,6 +4,7 @@
 #include "engine/text/AppendBuffer.h"
 #include "engine/text/BytePositions.h"
 #include "engine/text/ByteSpread.h"
+#include "engine/text/LineEnds.h"
 #include "engine/text/ProcessorFeatures.h"
 #include "engine/text/Utf8.h"
 
@@ -186,28 +187,104 @@ void replaceAll(std::string_view text, std::string_view find, std::string_view r
     out.append(text, from);
 }
 
-// Every occurrence of `find` (not empty) that lies wholly within one of `spans` (in order and
-// apart) replaced by `replaceWith`, as if each span were a text of its own; written over `out`,
-// the bytes outside the spans as they are. The spans are moved to where their text lies in the
-// result. Returns false, with `out` untouched and the spans as they were, when no occurrence
-// lies within them. A find text that is not valid UTF-8 is not taken: the characters it must
-// begin and end between are those of each span, not of the text.
-bool replaceInSpans(std::string_view text, std::string_view find, std::string_view replaceWith,
-                    std::vector<RangeSpan>& spans, std::string& out) {
-    const auto growth = static_cast<std::ptrdiff_t>(replaceWith.size() - find.size());
-    std::ptrdiff_t grown = 0;           // how much longer the result is so far than the text
-    std::ptrdiff_t grownBeforeSpan = 0; // the same where the current span starts
-    std::size_t span = 0;
-    std::size_t copied = 0;              // bytes of the text placed in `out`
-    std::optional<AppendBuffer> written; // from the first occurrence replaced
+// The listed spans of replaceInSpans, walked along with the occurrences and moved to where their
+// text lies in the result.
+class ListedSpans {
+public:
+    explicit ListedSpans(std::vector<RangeSpan>& spans) : spans_(spans) {}
+
+    // `at` when the occurrence at `at`, `size` bytes long, lies within a span; otherwise where to
+    // look for the next one, or npos when no span is left.
+    std::size_t take(std::size_t at, std::size_t size) {
+        // A span that ends before the occurrence does cannot hold a later one either.
+        while (span_ < spans_.size() && spans_[span_].end < at + size)
+            leaveSpan();
+        if (span_ == spans_.size())
+            return std::string_view::npos;
+        return std::max(at, spans_[span_].begin);
+    }
+    void replaced(std::ptrdiff_t growth) { grown_ += growth; }
+    void finish() {
+        while (span_ < spans_.size())
+            leaveSpan();
+    }
+
+private:
     // The occurrences of a span come before any of the next: once a span is done with, where it
     // lies in the result is known.
-    const auto leaveSpan = [&] {
-        spans[span].begin += grownBeforeSpan;
-        spans[span].end += grown;
-        grownBeforeSpan = grown;
-        ++span;
-    };
+    void leaveSpan() {
+        spans_[span_].begin += grownBeforeSpan_;
+        spans_[span_].end += grown_;
+        grownBeforeSpan_ = grown_;
+        ++span_;
+    }
+
+    std::vector<RangeSpan>& spans_;
+    std::size_t span_ = 0;
+    std::ptrdiff_t grown_ = 0;           // how much longer the result is so far than the text
+    std::ptrdiff_t grownBeforeSpan_ = 0; // the same where the current span starts
+};
+
+// The ranges of replaceInSpans that run from a column to the end of each line. A line's start is
+// looked for back from an occurrence, no further than the one before, and where its range starts
+// only in a line that holds an occurrence: most lines of a block cost nothing of their own. An
+// occurrence holds no line end, so it lies within its line's range when it starts within it.
+class SpansToLineEnds {
+public:
+    SpansToLineEnds(std::string_view text, const RangeSpans& spans) : text_(text), spans_(spans) {}
+
+    std::size_t take(std::size_t at, std::size_t) {
+        const std::size_t ascii = spans_.asciiStart;
+        if (ascii == 0)
+            return at;
+        if (const std::size_t end = findLastCrOrLf(text_, lookedUpTo_, at);
+            end != std::string_view::npos) {
+            lineStart_ = end + 1;
+            rangeStart_ = unknown;
+        }
+        lookedUpTo_ = at;
+        // Every character takes a byte at least: the range cannot start before `ascii` bytes.
+        if (at - lineStart_ < ascii)
+            return at + 1;
+        if (rangeStart_ == unknown)
+            rangeStart_ = rangeStart();
+        return at >= rangeStart_ ? at : at + 1;
+    }
+    void replaced(std::ptrdiff_t) {}
+    void finish() {}
+
+private:
+    static constexpr std::size_t unknown = std::string_view::npos - 1;
+
+    // Where the range of the line from lineStart_ starts, that line's first asciiStart bytes
+    // being within it; npos when it has none.
+    std::size_t rangeStart() const {
+        const std::string_view rest = text_.substr(lineStart_);
+        if (asciiPrefixLength(rest.substr(0, spans_.asciiStart)) == spans_.asciiStart)
+            return lineStart_ + spans_.asciiStart;
+        const std::size_t start = spans_.startInLine(rest.substr(0, findCrOrLf(rest)));
+        return start == std::string_view::npos ? start : lineStart_ + start;
+    }
+
+    std::string_view text_;
+    const RangeSpans& spans_;
+    std::size_t lookedUpTo_ = 0; // no line end lies between lineStart_ and this
+    std::size_t lineStart_ = 0;
+    std::size_t rangeStart_ = unknown; // of the line from lineStart_
+};
+
+// Every occurrence of `find` (not empty) that lies wholly within a range of `spans` replaced by
+// `replaceWith`, as if each range were a text of its own; written over `out`, the bytes outside
+// the ranges as they are, and the spans told where their texts lie in the result. Returns false,
+// with `out` untouched and the spans as they were, when no occurrence lies within them. A find
+// text that is not valid UTF-8 is not taken: the characters it must begin and end between are
+// those of each range, not of the text.
+template <typename Spans>
+bool replaceInSpans(std::string_view text, std::string_view find, std::string_view replaceWith,
+                    Spans&& spans, std::string& out) {
+    const auto growth = static_cast<std::ptrdiff_t>(replaceWith.size() - find.size());
+    std::size_t copied = 0;              // bytes of the text placed in `out`
+    std::optional<AppendBuffer> written; // from the first occurrence replaced
     // A byte such as "=" may stand every few bytes: its positions come from masks of 64 bytes
     // rather than a search call for each.
     BytePositions bytePositions(text, find.front());
@@ -217,15 +294,11 @@ bool replaceInSpans(std::string_view text, std::string_view find, std::string_vi
         const std::size_t at = bytePositions.next(from);
         return at == text.size() ? std::string_view::npos : at;
     };
-    std::size_t at = spans.empty() ? std::string_view::npos : search(spans[0].begin);
+    std::size_t at = search(0);
     while (at != std::string_view::npos) {
-        // A span that ends before the occurrence does cannot hold a later one either.
-        while (span < spans.size() && spans[span].end < at + find.size())
-            leaveSpan();
-        if (span == spans.size())
-            break;
-        if (at < spans[span].begin) { // the occurrence starts before the span's text
-            at = search(spans[span].begin);
+        const std::size_t within = spans.take(at, find.size());
+        if (within != at) {
+            at = within == std::string_view::npos ? within : search(within);
             continue;
         }
         if (!written) // about the text's size, a little more where it grows
@@ -234,13 +307,12 @@ bool replaceInSpans(std::string_view text, std::string_view find, std::string_vi
         written->append(text.substr(copied, at - copied));
         written->append(replaceWith);
         copied = at + find.size();
-        grown += growth;
+        spans.replaced(growth);
         at = search(copied);
     }
     if (!written)
         return false;
-    while (span < spans.size())
-        leaveSpan();
+    spans.finish();
     written->append(text.substr(copied));
     return true;
 }
@@ -338,14 +410,16 @@ bool Replacement::replacesInSpans() const {
                                           [](const Pair& pair) { return pair.wholeCharacters; });
 }
 
-void Replacement::ReplaceInSpans(std::string_view lines, std::vector<RangeSpan>& spans,
-                                 std::string& out) {
+void Replacement::ReplaceInSpans(std::string_view lines, RangeSpans& spans, std::string& out) {
     std::string_view current = lines;
     bool replaced = false; // `out` holds the text so far
     for (const Pair& pair : pairs_) {
         if (pair.find.empty())
             continue;
-        if (!replaceInSpans(current, pair.find, pair.replaceWith, spans, pass_))
+        if (!(spans.toLineEnds ? replaceInSpans(current, pair.find, pair.replaceWith,
+                                                SpansToLineEnds(current, spans), pass_)
+                               : replaceInSpans(current, pair.find, pair.replaceWith,
+                                                ListedSpans(spans.listed), pass_)))
             continue;
         out.swap(pass_);
         current = out;
@@ -506,7 +580,7 @@ std::unique_ptr<RangedRoutine> makeReplacement(const TaskPageSettings& settings,
             [replacement](std::span<char> text) { return replacement->ReplaceWithin(text); });
     if (replacement->replacesInSpans())
         routine->setRangesLinesRoutine(
-            [replacement](std::string_view lines, std::vector<RangeSpan>& spans, std::string& out) {
+            [replacement](std::string_view lines, RangeSpans& spans, std::string& out) {
                 replacement->ReplaceInSpans(lines, spans, out);
                 return true;
             });

@@ -35,7 +35,7 @@ public:
     // The pairs applied within `spans` of `lines` only, each span worked as a text of its own
     // and every byte outside them kept, as RangesLinesRoutine says; for pairs that keep line
     // ends (see keepsLineEnds) and whose find texts are valid UTF-8.
-    void ReplaceInSpans(std::string_view lines, std::vector<RangeSpan>& spans, std::string& out);
+    void ReplaceInSpans(std::string_view lines, RangeSpans& spans, std::string& out);
     bool replacesInSpans() const;
     // Whether no find or replace text holds a line end. Then no occurrence can cross one, none
     // is made or taken away, and many lines replaced at once give what each would give alone.

@@ -47,6 +47,29 @@ std::size_t findCrOrLf(std::string_view text) {
     return pos;
 }
 
+std::size_t findLastCrOrLf(std::string_view text, std::size_t from, std::size_t to) {
+    std::size_t pos = to;
+#ifdef __SSE2__
+    const __m128i cr = _mm_set1_epi8('\r');
+    const __m128i lf = _mm_set1_epi8('\n');
+    for (; pos > from && pos >= 16; pos -= 16) {
+        const std::size_t start = pos - 16;
+        const __m128i bytes =
+            _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + start));
+        auto found = static_cast<unsigned>(
+            _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(bytes, cr), _mm_cmpeq_epi8(bytes, lf))));
+        if (start < from)
+            found &= ~0U << (from - start);
+        if (found != 0)
+            return start + 31 - static_cast<std::size_t>(std::countl_zero(found));
+    }
+#endif
+    for (; pos > from; --pos)
+        if (text[pos - 1] == '\r' || text[pos - 1] == '\n')
+            return pos - 1;
+    return std::string_view::npos;
+}
+
 namespace {
 
 #ifdef MORLEVANT_X86_STEPS

@@ -12,6 +12,10 @@ namespace morlevant {
 
 // The offset of the first CR or LF in `text`, or its size when it holds neither.
 std::size_t findCrOrLf(std::string_view text);
+// The offset of the last CR or LF among bytes `from` to `to` of `text`, or npos when they hold
+// neither. The bytes are read backwards sixteen at a time, reaching before `from` into `text`
+// where it has them, so that the few bytes between two nearby finds cost one step.
+std::size_t findLastCrOrLf(std::string_view text, std::size_t from, std::size_t to);
 
 // Calls `line(text, end)` for each line of `text` and its own end: CR LF, LF, a lone CR, or
 // nothing for text after the last end, which is a line too. The ends are found 64 bytes at a

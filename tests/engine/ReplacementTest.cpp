@@ -173,7 +173,8 @@ TEST(Replacement, RangesInPlaceOverABlockGiveWhatEachLineGives) {
         {"=", "==", "", "", "", "", "", ""},
         {"ab", "X", "a", "aa", "b=", "", "Xa", "ab"},
         {"\xc3\xa9", "e", "ea", "\xc3\xa9\xc3\xa9", "==", "=", "x", ""}};
-    for (const std::string columns : {"10-99999999", "1-2,4-6,7-9", "2-3,8-8,12-30", ""}) {
+    for (const std::string columns :
+         {"10-99999999", "3-99999999", "1-2,4-6,7-9", "2-3,8-8,12-30", ""}) {
         for (const auto& pairs : pairSets) {
             TaskPageSettings settings;
             for (int i = 0; i < 8; ++i)
