@@ -26,8 +26,8 @@ public:
     template <typename Piece>
     void forEachPiece(std::string_view subject, const std::size_t* groups,
                       const Piece& piece) const;
-    // Writes those pieces at `out`, which has room for lengthAtMost() of the match, for a
-    // replacement that does not read around the match; returns the end written.
+    // Writes those pieces at `out`, which has room for lengthAtMost() of the match and 32 bytes
+    // more, for a replacement that does not read around the match; returns the end written.
     char* write(std::string_view subject, const std::size_t* groups, char* out) const;
     // Whether it holds $` or $': text of the subject outside the match.
     bool readsAroundMatch() const;
@@ -101,7 +101,8 @@ inline char* EcmaReplacement::write(std::string_view subject, const std::size_t*
     out = copyShort(literal(before_), out);
     const std::size_t begin = groups[2 * aroundGroup_];
     if (begin != std::string_view::npos)
-        out = copyShort({subject.data() + begin, groups[2 * aroundGroup_ + 1] - begin}, out);
+        out = copyPart({subject.data() + begin, groups[2 * aroundGroup_ + 1] - begin},
+                       subject.data() + subject.size(), out);
     return copyShort(literal(after_), out);
 }
 

@@ -71,11 +71,11 @@ void Filter::replaceRunMatches(std::string_view lines, std::string& out) const {
     AppendBuffer result(out, lines.size() + lines.size() / 4, AppendBuffer::overwriting);
     std::size_t copied = 0; // bytes of `lines` placed in `out`
     regex_.byteRun()->forEachMatch(lines, [&](const std::size_t(&match)[4]) {
-        result.append(lines.substr(copied, match[0] - copied));
+        result.append(lines.substr(copied, match[0] - copied), lines.data() + lines.size());
         copied = match[1];
         if (kind_ == 2) // deleted
             return;
-        char* const start = result.room(replaceWith_.lengthAtMost(match[1] - match[0]));
+        char* const start = result.room(replaceWith_.lengthAtMost(match[1] - match[0]) + 32);
         result.advance(static_cast<std::size_t>(replaceWith_.write(lines, match, start) - start));
     });
     result.append(lines.substr(copied));

@@ -304,7 +304,7 @@ bool replaceInSpans(std::string_view text, std::string_view find, std::string_vi
         if (!written) // about the text's size, a little more where it grows
             written.emplace(out, text.size() + (growth > 0 ? text.size() / 8 : 0),
                             AppendBuffer::overwriting);
-        written->append(text.substr(copied, at - copied));
+        written->append(text.substr(copied, at - copied), text.data() + text.size());
         written->append(replaceWith);
         copied = at + find.size();
         spans.replaced(growth);

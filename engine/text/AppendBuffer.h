@@ -30,6 +30,19 @@ inline char* copyShort(std::string_view text, char* out) {
     return out + size;
 }
 
+// Copies `piece`, whose text goes on to `textEnd`, to `out` and returns the end written. Where
+// 32 bytes can be read from the piece's start, 32 are copied whatever its length, and the rest of
+// a longer piece after them: pieces of short lengths that vary then cost no guess at each length.
+// `out` has room for the piece and 32 bytes more.
+inline char* copyPart(std::string_view piece, const char* textEnd, char* out) {
+    if (textEnd - piece.data() < 32)
+        return copyShort(piece, out);
+    std::memcpy(out, piece.data(), 32);
+    if (piece.size() > 32)
+        std::memcpy(out + 32, piece.data() + 32, piece.size() - 32);
+    return out + piece.size();
+}
+
 // Appends to a string through a pointer, so that the pieces of many short lines cost a few
 // stores each rather than a call: the string is grown ahead of what is written, doubling, and
 // cut back to what was written when the buffer goes.
@@ -51,6 +64,10 @@ public:
     AppendBuffer& operator=(const AppendBuffer&) = delete;
 
     void append(std::string_view piece) { size_ = copyShort(piece, room(piece.size())) - data(); }
+    // The same for a piece of a text that goes on to `textEnd` (see copyPart).
+    void append(std::string_view piece, const char* textEnd) {
+        size_ = copyPart(piece, textEnd, room(piece.size() + 32)) - data();
+    }
     // Room for `more` bytes at the end, which advance() then counts as written.
     char* room(std::size_t more) {
         if (out_.size() - size_ < more)
