@@ -164,7 +164,7 @@ void replaceAll(std::string_view text, std::string_view find, std::string_view r
     if (find.size() == 1 && replaceWith.size() == 2 && wholeCharacters) {
         // One ASCII byte made two: every occurrence is one, and all are spread out in one pass.
         size += countByte(text.substr(first), find.front());
-        out.resize(size + 16); // the pass stores sixteen bytes at a time
+        out.resize(size + 32); // the pass stores up to 32 bytes past what it writes
         std::memcpy(out.data(), text.data(), first);
         copyWithByteMadeTwo(text.substr(first), find.front(), replaceWith[0], replaceWith[1],
                             out.data() + first);

@@ -15,7 +15,7 @@
 namespace morlevant {
 
 // Copies `text` to `out` with every `byte` in it made the two bytes `first` and `second`, and
-// returns the end of what was written. `out` has room for the result and 16 bytes more.
+// returns the end of what was written. `out` has room for the result and 32 bytes more.
 char* copyWithByteMadeTwo(std::string_view text, char byte, char first, char second, char* out);
 
 #ifdef MORLEVANT_X86_STEPS
@@ -50,6 +50,22 @@ spreadEight(__m128i bytes, unsigned marked, std::uint8_t offset, char inserted, 
     _mm_storeu_si128(reinterpret_cast<__m128i*>(out),
                      _mm_or_si128(_mm_shuffle_epi8(bytes, order), slots));
     out += 8 + std::popcount(marked);
+}
+
+// The same for thirty-two bytes, where the processor expands bytes (processorHasByteExpansion):
+// each byte takes one place of the result and a marked one two, and a mask of the places that
+// take the bytes, in order, is made from the marks by depositing bits. Sixty-four bytes are
+// stored whatever the count.
+__attribute__((target("avx512f,avx512bw,avx512vl,avx512vbmi2,bmi2,popcnt"))) inline void
+spreadThirtyTwo(__m256i bytes, std::uint32_t marked, char inserted, char*& out) {
+    // Two places for each byte, its own at the odd one and the inserted byte's at the even one
+    // before it; the places that a byte does not take are left out.
+    constexpr std::uint64_t ownPlaces = 0xAAAAAAAAAAAAAAAAULL;
+    const std::uint64_t taken = ownPlaces | _pdep_u64(marked, ~ownPlaces);
+    const __mmask64 bytePlaces = _pext_u64(ownPlaces, taken);
+    _mm512_storeu_si512(out, _mm512_mask_expand_epi8(_mm512_set1_epi8(inserted), bytePlaces,
+                                                     _mm512_castsi256_si512(bytes)));
+    out += 32 + std::popcount(marked);
 }
 
 #endif

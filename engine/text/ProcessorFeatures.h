@@ -25,6 +25,18 @@ inline bool processorHasByteShuffle() {
     return has;
 }
 
+// AVX-512's expansion of bytes to the places a mask marks (VBMI2), with the bit deposits (BMI2)
+// that make such masks.
+inline bool processorHasByteExpansion() {
+    static const bool has = [] {
+        __builtin_cpu_init();
+        return __builtin_cpu_supports("avx512bw") != 0 && __builtin_cpu_supports("avx512vl") != 0 &&
+               __builtin_cpu_supports("avx512vbmi2") != 0 && __builtin_cpu_supports("bmi2") != 0 &&
+               __builtin_cpu_supports("popcnt") != 0;
+    }();
+    return has;
+}
+
 } // namespace morlevant
 
 // Builds a function of floating-point work twice, for every x86-64 processor and for those with
