@@ -9,9 +9,6 @@ namespace {
 
 using Op = BacktrackStep::Op;
 
-// Steps between two readings of the clock: a step costs far less than reading it.
-constexpr std::uint64_t workBetweenClockReadings = 1 << 16;
-
 // How a search that has spent its time or its stack is abandoned.
 struct TimeUp {};
 struct StackFull {};
@@ -109,10 +106,7 @@ BacktrackMatcher::Outcome BacktrackMatcher::matchAt(std::size_t start) {
     }
 }
 
-void BacktrackMatcher::charge(std::size_t work) {
-    work_ += work;
-    if (work_ < workBetweenClockReadings)
-        return;
+void BacktrackMatcher::readClock() {
     work_ = 0;
     const auto now = std::chrono::steady_clock::now();
     if (!clockRead_) {
@@ -125,17 +119,8 @@ void BacktrackMatcher::charge(std::size_t work) {
     }
 }
 
-void BacktrackMatcher::push(Entry kind, std::uint32_t index, std::size_t value) {
-    if (stack_.size() >= stackLimit_)
-        throw StackFull{};
-    stack_.push_back({kind, index, value});
-}
-
-void BacktrackMatcher::set(std::uint32_t reg, std::size_t value) {
-    if (registers_[reg] == value)
-        return;
-    push(Entry::Undo, reg, registers_[reg]);
-    registers_[reg] = value;
+void BacktrackMatcher::stackFull() {
+    throw StackFull{};
 }
 
 // Carries out the instruction at `pc`; false when it fails.
@@ -237,7 +222,7 @@ bool BacktrackMatcher::step(std::uint32_t& pc, std::size_t& pos) {
             for (std::size_t next = 0; done < s.max && (next = matchAtom(atom, pos)) != unset;
                  ++done)
                 pos = next;
-            if (pos != least) {
+            if (pos != least && !s.possessive) {
                 set(s.reg, least);
                 push(Entry::Greedy, pc, pos);
             }
@@ -337,7 +322,9 @@ bool BacktrackMatcher::backtrack(std::uint32_t& pc, std::size_t& pos) {
     return false;
 }
 
-std::size_t BacktrackMatcher::matchAtom(const BacktrackStep& s, std::size_t pos) const {
+// Inlined where the steps are carried out: an atom is matched at nearly every step.
+[[gnu::always_inline]] inline std::size_t BacktrackMatcher::matchAtom(const BacktrackStep& s,
+                                                                      std::size_t pos) const {
     if (s.op == Op::Set)
         return matchSet(program_.sets[s.index], pos, s.backward);
     const std::size_t length = s.length;
@@ -353,16 +340,23 @@ std::size_t BacktrackMatcher::matchAtom(const BacktrackStep& s, std::size_t pos)
     return subject_.size() - pos >= length && matchesAt(pos) ? pos + length : unset;
 }
 
-std::size_t BacktrackMatcher::matchSet(const SetTable& set, std::size_t pos, bool backward) const {
-    const auto* text = reinterpret_cast<const unsigned char*>(subject_.data());
+[[gnu::always_inline]] inline std::size_t
+BacktrackMatcher::matchSet(const SetTable& set, std::size_t pos, bool backward) const {
     if (backward ? pos == 0 : pos == subject_.size())
         return unset;
     const std::size_t at = backward ? pos - 1 : pos;
-    const unsigned char byte = text[at];
+    const auto byte = static_cast<unsigned char>(subject_[at]);
     if (byte < 0x80)
         return set.ascii[byte] ? (backward ? at : at + 1) : unset;
+    return matchSetBeyondAscii(set, pos, backward);
+}
+
+std::size_t BacktrackMatcher::matchSetBeyondAscii(const SetTable& set, std::size_t pos,
+                                                  bool backward) const {
+    const std::size_t at = backward ? pos - 1 : pos;
     if (!utf_) // beyond ASCII a byte is in a class only by being outside a negated one
         return set.set.negated ? (backward ? at : at + 1) : unset;
+    const auto* text = reinterpret_cast<const unsigned char*>(subject_.data());
     const std::size_t first = backward ? previousCharacter(pos) : pos;
     const std::size_t length = sequenceLength(text[first]);
     if (!set.set.matches(decode(text + first, length)))

@@ -45,20 +45,42 @@ private:
     Outcome matchAt(std::size_t start);
     bool backtrack(std::uint32_t& pc, std::size_t& pos);
     bool step(std::uint32_t& pc, std::size_t& pos);
-    void push(Entry kind, std::uint32_t index, std::size_t value);
-    void set(std::uint32_t reg, std::size_t value);
-    void charge(std::size_t work);
+    // These three come at nearly every step: the rare work of each is a call of its own.
+    void push(Entry kind, std::uint32_t index, std::size_t value) {
+        if (stack_.size() >= stackLimit_)
+            stackFull();
+        stack_.push_back({kind, index, value});
+    }
+    void set(std::uint32_t reg, std::size_t value) {
+        if (registers_[reg] == value)
+            return;
+        push(Entry::Undo, reg, registers_[reg]);
+        registers_[reg] = value;
+    }
+    void charge(std::size_t work) {
+        work_ += work;
+        if (work_ >= workBetweenClockReadings)
+            readClock();
+    }
+    [[noreturn, gnu::noinline]] static void stackFull();
+    // Starts the budget's clock, or ends the search once the budget has passed.
+    [[gnu::noinline]] void readClock();
     void lookEnd(const BacktrackStep& s, std::uint32_t& pc, std::size_t& pos);
 
     // Where one character or set at `pos` ends, read forwards or backwards, or `unset`.
     std::size_t matchAtom(const BacktrackStep& s, std::size_t pos) const;
     std::size_t matchSet(const SetTable& set, std::size_t pos, bool backward) const;
+    // The same for a character beyond ASCII.
+    std::size_t matchSetBeyondAscii(const SetTable& set, std::size_t pos, bool backward) const;
     std::size_t matchBackReference(const BacktrackStep& s, std::size_t pos) const;
     // The position one match of the atom `s` back towards where its run started.
     std::size_t giveBack(const BacktrackStep& s, std::size_t pos) const;
     std::size_t nextCharacter(std::size_t pos) const;
     std::size_t previousCharacter(std::size_t pos) const;
     bool isWordAt(std::size_t pos) const;
+
+    // Steps between two readings of the clock: a step costs far less than reading it.
+    static constexpr std::uint64_t workBetweenClockReadings = 1 << 16;
 
     BacktrackProgram program_;
     // The one byte every match starts with when there is one and it is ASCII (never a

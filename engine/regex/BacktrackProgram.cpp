@@ -238,10 +238,52 @@ private:
     BacktrackProgram program_;
 };
 
+// The ASCII characters a Character or Set step takes, and whether it takes no others.
+struct AsciiTaken {
+    std::bitset<128> ascii;
+    bool only = false;
+};
+
+AsciiTaken asciiTaken(const BacktrackStep& step, const std::vector<SetTable>& sets) {
+    AsciiTaken taken;
+    if (step.op == Op::Set) {
+        const SetTable& table = sets[step.index];
+        const std::vector<CodeRange>& ranges = table.set.ranges;
+        taken.ascii = table.ascii;
+        // Byte by byte, a byte from 0x80 on is taken only by a negated set.
+        taken.only = !table.set.negated && (ranges.empty() || ranges.back().last < 0x80);
+    } else if (step.length == 1 && static_cast<unsigned char>(step.bytes[0]) < 0x80) {
+        taken.ascii.set(static_cast<unsigned char>(step.bytes[0]));
+        taken.only = true;
+    }
+    return taken;
+}
+
+// Marks the greedy simple repeats whose atom and the step after it take no character in
+// common: \d+\. or, in a lookbehind read backwards, \.\d*. A run of such an atom given back a
+// character at a time only meets that character again where the next step fails.
+void markPossessiveRepeats(BacktrackProgram& program) {
+    std::vector<BacktrackStep>& steps = program.steps;
+    const auto atom = [](const BacktrackStep& step) {
+        return step.op == Op::Character || step.op == Op::Set;
+    };
+    for (std::size_t pc = 0; pc + 2 < steps.size(); ++pc) {
+        BacktrackStep& repeat = steps[pc];
+        const BacktrackStep& next = steps[pc + 2];
+        if (repeat.op != Op::SimpleRepeat || !repeat.greedy || !atom(next) ||
+            next.backward != repeat.backward)
+            continue;
+        const AsciiTaken run = asciiTaken(steps[pc + 1], program.sets);
+        const AsciiTaken after = asciiTaken(next, program.sets);
+        repeat.possessive = (run.only || after.only) && (run.ascii & after.ascii).none();
+    }
+}
+
 } // namespace
 
 BacktrackProgram compileBacktrackProgram(const ParsedPattern& pattern) {
     BacktrackProgram program = Compiler(pattern).compile(pattern.root);
+    markPossessiveRepeats(program);
     const FirstBytes first = firstBytesOf(pattern.root);
     program.startsWithKnownByte = !first.canBeEmpty;
     program.firstBytes = first.bytes;

@@ -44,6 +44,9 @@ struct BacktrackStep {
     bool backward = false;
     bool greedy = true;
     bool negative = false;
+    // SimpleRepeat: the step after the atom takes no character the atom takes, so a run given
+    // back would only fail there; the run is never given back.
+    bool possessive = false;
     std::uint8_t length = 0;
     char bytes[4] = {};
     std::uint32_t index = 0;

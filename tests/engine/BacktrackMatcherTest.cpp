@@ -68,7 +68,11 @@ INSTANTIATE_TEST_SUITE_P(
                       // Characters of several bytes are one character, forwards and backwards.
                       ReplaceCase{"(?<=xé+)\\w", "-", "xéé1 e2 xé3", "xéé- e2 xé-"},
                       ReplaceCase{"(?<=-[^a]{2,})b", "-", "-éxb ab -€€b", "-éx- ab -€€-"},
-                      ReplaceCase{"(?<=\\W)(?:|x)+", "[$&]", "€x €", "€[x] []€[]"}));
+                      ReplaceCase{"(?<=\\W)(?:|x)+", "[$&]", "€x €", "€[x] []€[]"},
+                      // A run that the step after it cannot continue is never given back;
+                      // one that shares characters beyond ASCII with it is.
+                      ReplaceCase{"(?<=\\.\\d*)5", "-", "1.25 .5 x5 9.05", "1.2- .- x5 9.0-"},
+                      ReplaceCase{"(?<=é[^a]*)x", "-", "éb€x a€x", "éb€- a€x"}));
 
 // A line that is not UTF-8 is read byte by byte, as the PCRE2 path reads it: a character of the
 // pattern beyond ASCII stands for its bytes, a class holds single ASCII bytes and, negated, any
