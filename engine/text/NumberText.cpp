@@ -9,6 +9,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 namespace morlevant {
 
@@ -174,31 +175,50 @@ MORLEVANT_FLOAT_STEPS_HELPER bool roundedDirectly(double magnitude, int decimals
     return true;
 }
 
-// Appends whole / 10^(decimals - zeros), with `zeros` zeros after the digits of `whole`, as
-// appendFixedNumber does. Laid out from the right in a buffer and appended in one step: this is
-// the last and most frequent step of a calculated line.
+// Appends whole / 10^(decimals - zeros), with `zeros` (at most `decimals`) zeros after the
+// digits of `whole`, as appendFixedNumber does. Laid out from the right in a buffer and appended in
+// one step: this is the last and most frequent step of a calculated line.
 void appendWholeAsFixed(bool negative, std::uint64_t whole, int zeros, int decimals,
                         std::string& out) {
+    // The digits of 0 to 99 in pairs: two digits take one division rather than two.
+    static constexpr auto pairs = [] {
+        std::array<char, 200> digits{};
+        for (std::size_t n = 0; n < 100; ++n) {
+            digits[2 * n] = static_cast<char>('0' + n / 10);
+            digits[2 * n + 1] = static_cast<char>('0' + n % 10);
+        }
+        return digits;
+    }();
+    const auto putPair = [&](char*& at, std::uint64_t n) {
+        at -= 2;
+        std::memcpy(at, &pairs[2 * n], 2);
+    };
     // Room for a sign, a point, 20 digits and the zeros of as many decimals as can be asked for.
     std::array<char, maxFixedDecimals + 24> text; // NOLINT: written before it is read
     char* const end = text.data() + text.size();
     char* p = end;
-    int digits = 0;
-    const auto put = [&](char digit) {
-        if (digits == decimals && decimals > 0)
-            *--p = '.';
-        *--p = digit;
-        ++digits;
-    };
     const bool minus = negative && whole != 0;
-    for (int i = 0; i < zeros; ++i)
-        put('0');
-    do {
-        put(static_cast<char>('0' + whole % 10));
+    // The decimals: the zeros, then the low digits of `whole`, then zeros once it has run out.
+    int left = decimals;
+    for (; zeros > 0; --zeros, --left)
+        *--p = '0';
+    for (; left >= 2; left -= 2) {
+        putPair(p, whole % 100);
+        whole /= 100;
+    }
+    if (left == 1) {
+        *--p = static_cast<char>('0' + whole % 10);
         whole /= 10;
-    } while (whole != 0);
-    while (digits <= decimals) // at least one digit before the point
-        put('0');
+    }
+    if (decimals > 0)
+        *--p = '.';
+    // The whole part, at least one digit.
+    for (; whole >= 100; whole /= 100)
+        putPair(p, whole % 100);
+    if (whole >= 10)
+        putPair(p, whole);
+    else
+        *--p = static_cast<char>('0' + whole);
     if (minus)
         *--p = '-';
     out.append(p, end);
