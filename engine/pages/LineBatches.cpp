@@ -52,7 +52,6 @@ std::unique_ptr<LineBatch> LineBatches::emptyBatch() {
     batch->lines = {};
     batch->gathered.clear();
     batch->allCrLf = true;
-    batch->result.clear();
     batch->failure = nullptr;
     batch->worked = false;
     return batch;

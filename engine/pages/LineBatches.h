@@ -27,7 +27,9 @@ struct alignas(64) LineBatch {
     std::string gathered;      // lines read one by one, each ended by CR LF
     bool allCrLf = true;       // every end in `lines` is CR LF
     std::size_t firstLine = 1; // number of the first line in the file
-    std::string result;        // the result's lines, each ended by CR LF
+    // The result's lines, each ended by CR LF. A batch used again keeps the last one: the work
+    // writes over it, so that a buffer of the same size is not filled with zeros first.
+    std::string result;
     RunAlerts alerts{false, false}; // what working the lines noted
     std::exception_ptr failure;     // thrown by the work, handed on with the batch
     bool worked = false;

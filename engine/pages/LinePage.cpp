@@ -19,15 +19,13 @@ TaskError atLine(const std::string& source, std::size_t lineNumber, const TaskEr
                      error.what());
 }
 
-// Appends lines that end in CR LF, LF or a lone CR with every end made CR LF.
-void appendWithCrLfEnds(std::string& out, std::string_view lines, bool allCrLf) {
-    if (allCrLf) {
-        out.append(lines);
-        return;
-    }
-    const std::size_t start = out.size();
-    out.resize(start + 2 * lines.size());
-    out.resize(static_cast<std::size_t>(copyWithCrLfEnds(lines, out.data() + start) - out.data()));
+// Writes lines that end in CR LF, LF or a lone CR over `out`, with every end made CR LF. A
+// string reused for results of a like size is grown, and zeroed, only where this one is longer.
+void assignWithCrLfEnds(std::string& out, std::string_view lines) {
+    const std::size_t room = lines.size() + countLineEnds(lines).lines + crLfCopySpare;
+    if (out.size() < room)
+        out.resize(room);
+    out.resize(static_cast<std::size_t>(copyWithCrLfEnds(lines, out.data()) - out.data()));
 }
 
 } // namespace
@@ -115,10 +113,11 @@ void LinePage::processInBatches(const std::string& source, LineReader& reader, L
 void LinePage::workBatch(LineWork& work, const std::string& source, LineBatch& batch) {
     if (takesManyLines() && applyToLines(work, batch.lines)) {
         if (batch.allCrLf || work.routine->linesEndInCrLf())
-            std::swap(batch.result, work.out); // the batch's result is still empty
+            std::swap(batch.result, work.out);
         else
-            appendWithCrLfEnds(batch.result, work.out, false);
+            assignWithCrLfEnds(batch.result, work.out);
     } else {
+        batch.result.clear();
         std::size_t lineNumber = batch.firstLine;
         forEachLine(batch.lines, [&](std::string_view line) {
             workBatchLine(work, source, lineNumber++, line, batch);

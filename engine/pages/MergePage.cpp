@@ -90,7 +90,7 @@ void MergePage::appendSelectedRows(LineReader& reader, LineWriter& writer) {
         laneColumns_.size(),
         [&](std::size_t lane, LineBatch& batch) {
             std::size_t lineNumber = batch.firstLine;
-            AppendBuffer result(batch.result, batch.lines.size());
+            AppendBuffer result(batch.result, batch.lines.size(), AppendBuffer::overwriting);
             forEachLine(batch.lines, [&](std::string_view one) {
                 if (appendRangesOut(laneColumns_[lane], lineNumber++, one, result))
                     result.append("\r\n");

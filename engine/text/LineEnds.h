@@ -66,8 +66,11 @@ struct LineEndCount {
 LineEndCount countLineEnds(std::string_view text);
 
 // Copies `text` to `out` with every line end (CR LF, LF or a lone CR) made CR LF, and returns
-// the end of what was written: at most twice the text. A CR that ends the text is taken for a
-// lone one. Text after the last end is copied as it is, without an end.
+// the end of what was written: at most one byte more than the text for each of its ends. A CR
+// that ends the text is taken for a lone one. Text after the last end is copied as it is,
+// without an end. `out` has room for twice the text, or for that most and crLfCopySpare bytes
+// more: the copy stores many bytes at once.
+inline constexpr std::size_t crLfCopySpare = 32;
 char* copyWithCrLfEnds(std::string_view text, char* out);
 
 } // namespace morlevant
