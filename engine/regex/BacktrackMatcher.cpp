@@ -49,6 +49,9 @@ BacktrackMatcher::BacktrackMatcher(BacktrackProgram program, std::size_t stackBy
 void BacktrackMatcher::setSubject(std::string_view subject, bool utf,
                                   std::chrono::steady_clock::duration budget) {
     subject_ = subject;
+    if (onlyFirstByte_ >= 0)
+        firstBytePositions_ = BytePositions(subject, static_cast<char>(onlyFirstByte_));
+    firstBytesAsked_ = 0;
     utf_ = utf;
     budget_ = budget;
     clockRead_ = false;
@@ -76,11 +79,13 @@ BacktrackMatcher::Outcome BacktrackMatcher::find(std::size_t start) {
     return Outcome::NoMatch;
 }
 
-std::size_t BacktrackMatcher::nextPossibleStart(std::size_t at) const {
-    if (onlyFirstByte_ >= 0 && at < subject_.size()) { // an empty subject may have no bytes
-        const void* found = std::memchr(subject_.data() + at, onlyFirstByte_, subject_.size() - at);
-        return found ? static_cast<std::size_t>(static_cast<const char*>(found) - subject_.data())
-                     : subject_.size();
+std::size_t BacktrackMatcher::nextPossibleStart(std::size_t at) {
+    if (onlyFirstByte_ >= 0) {
+        // A search that starts again further back is given positions from there.
+        if (at < firstBytesAsked_)
+            firstBytePositions_ = BytePositions(subject_, static_cast<char>(onlyFirstByte_));
+        firstBytesAsked_ = at;
+        return firstBytePositions_.next(at);
     }
     const auto* text = reinterpret_cast<const unsigned char*>(subject_.data());
     // Read as UTF-8, a character never starts with a continuation byte.

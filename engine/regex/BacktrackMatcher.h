@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/regex/BacktrackProgram.h"
+#include "engine/text/BytePositions.h"
 
 #include <chrono>
 #include <cstddef>
@@ -41,7 +42,7 @@ private:
     };
 
     // The first position from `at` whose byte can start a match, or the end of the subject.
-    std::size_t nextPossibleStart(std::size_t at) const;
+    std::size_t nextPossibleStart(std::size_t at);
     Outcome matchAt(std::size_t start);
     bool backtrack(std::uint32_t& pc, std::size_t& pos);
     bool step(std::uint32_t& pc, std::size_t& pos);
@@ -86,6 +87,10 @@ private:
     // The one byte every match starts with when there is one and it is ASCII (never a
     // continuation byte), or -1: then a search call finds the next start.
     int onlyFirstByte_ = -1;
+    // Where that byte stands in the subject: it may start every few bytes, where a search call
+    // for each would cost more than the scan.
+    BytePositions firstBytePositions_{{}, 0};
+    std::size_t firstBytesAsked_ = 0; // the last position asked from
     std::size_t stackLimit_;
     std::vector<std::size_t> registers_;
     std::vector<StackEntry> stack_;

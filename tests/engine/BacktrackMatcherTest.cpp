@@ -122,4 +122,16 @@ TEST(BacktrackMatcher, AFullBacktrackingStackEndsTheSearch) {
     EXPECT_EQ(matcher.captures()[1], 3u);
 }
 
+// The starts of a pattern with one first byte are taken from masks that go forward from search
+// to search; a search from further back still finds every start.
+TEST(BacktrackMatcher, SearchesAgainFromFurtherBack) {
+    BacktrackMatcher matcher(compileBacktrackProgram(parseEcmaPattern("(?<=\\.\\d*)5")));
+    const std::string line = "1.5 2.5 " + std::string(100, '5') + ".5";
+    matcher.setSubject(line, true, std::chrono::steady_clock::duration::max());
+    for (const std::size_t from : {line.size() - 1, std::size_t{4}, std::size_t{0}}) {
+        ASSERT_EQ(matcher.find(from), BacktrackMatcher::Outcome::Match) << from;
+        EXPECT_EQ(matcher.captures()[0], from == 0 ? 2 : from == 4 ? 6 : line.size() - 1);
+    }
+}
+
 } // namespace
