@@ -240,6 +240,12 @@ bool BacktrackMatcher::step(std::uint32_t& pc, std::size_t& pos) {
         return true;
     }
     case Op::LookStart:
+        if (s.straight) {
+            if (matchesStraight(pc + 1, s.target - 1, pos) == s.negative)
+                return false;
+            pc = s.target;
+            return true;
+        }
         push(Entry::Look, pc, pos);
         set(s.reg, stack_.size() - 1);
         ++pc;
@@ -251,6 +257,27 @@ bool BacktrackMatcher::step(std::uint32_t& pc, std::size_t& pos) {
         break;
     }
     return false;
+}
+
+bool BacktrackMatcher::matchesStraight(std::uint32_t pc, std::uint32_t end, std::size_t pos) {
+    while (pc < end) {
+        const BacktrackStep& s = program_.steps[pc];
+        if (s.op != Op::SimpleRepeat) {
+            if ((pos = matchAtom(s, pos)) == unset)
+                return false;
+            ++pc;
+            continue;
+        }
+        const BacktrackStep& atom = program_.steps[pc + 1];
+        std::size_t done = 0;
+        for (std::size_t next = 0; done < s.max && (next = matchAtom(atom, pos)) != unset; ++done)
+            pos = next;
+        charge(done);
+        if (done < s.min)
+            return false;
+        pc += 2;
+    }
+    return true;
 }
 
 void BacktrackMatcher::lookEnd(const BacktrackStep& s, std::uint32_t& pc, std::size_t& pos) {

@@ -67,6 +67,8 @@ private:
     // Starts the budget's clock, or ends the search once the budget has passed.
     [[gnu::noinline]] void readClock();
     void lookEnd(const BacktrackStep& s, std::uint32_t& pc, std::size_t& pos);
+    // Whether the straight body of a lookaround, steps `pc` to `end`, matches at `pos`.
+    bool matchesStraight(std::uint32_t pc, std::uint32_t end, std::size_t pos);
 
     // Where one character or set at `pos` ends, read forwards or backwards, or `unset`.
     std::size_t matchAtom(const BacktrackStep& s, std::size_t pos) const;

@@ -279,11 +279,37 @@ void markPossessiveRepeats(BacktrackProgram& program) {
     }
 }
 
+// Marks the lookarounds whose bodies are characters, classes and simple repeats that are never
+// given back: those of a fixed count, those marked possessive, and a greedy one that ends the
+// body, as a lookaround matches once and is never gone back into.
+void markStraightLookarounds(BacktrackProgram& program) {
+    std::vector<BacktrackStep>& steps = program.steps;
+    for (BacktrackStep& look : steps) {
+        if (look.op != Op::LookStart)
+            continue;
+        const std::size_t bodyEnd = look.target - 1; // its LookEnd
+        bool straight = true;
+        for (std::size_t pc = static_cast<std::size_t>(&look - steps.data()) + 1;
+             straight && pc < bodyEnd; ++pc) {
+            const BacktrackStep& step = steps[pc];
+            if (step.op == Op::SimpleRepeat) {
+                straight =
+                    step.min == step.max || step.possessive || (step.greedy && pc + 2 == bodyEnd);
+                ++pc; // its atom
+            } else {
+                straight = step.op == Op::Character || step.op == Op::Set;
+            }
+        }
+        look.straight = straight;
+    }
+}
+
 } // namespace
 
 BacktrackProgram compileBacktrackProgram(const ParsedPattern& pattern) {
     BacktrackProgram program = Compiler(pattern).compile(pattern.root);
     markPossessiveRepeats(program);
+    markStraightLookarounds(program);
     const FirstBytes first = firstBytesOf(pattern.root);
     program.startsWithKnownByte = !first.canBeEmpty;
     program.firstBytes = first.bytes;

@@ -47,6 +47,9 @@ struct BacktrackStep {
     // SimpleRepeat: the step after the atom takes no character the atom takes, so a run given
     // back would only fail there; the run is never given back.
     bool possessive = false;
+    // LookStart: the body leaves no choice to come back to (see markStraightLookarounds), so it
+    // is matched step after step without the stack.
+    bool straight = false;
     std::uint8_t length = 0;
     char bytes[4] = {};
     std::uint32_t index = 0;
