@@ -64,6 +64,13 @@ BacktrackMatcher::Outcome BacktrackMatcher::find(std::size_t start) {
         for (std::size_t at = start; at <= subject_.size(); at = nextCharacter(at)) {
             if (program_.startsWithKnownByte && (at = nextPossibleStart(at)) == subject_.size())
                 break;
+            // A pattern that starts with a straight lookaround is not tried where that fails.
+            const BacktrackStep& first = program_.steps.front();
+            if (first.op == Op::LookStart && first.straight &&
+                matchesStraight(1, first.target - 1, at) == first.negative) {
+                charge(1);
+                continue;
+            }
             // A failed attempt leaves the stack empty and every register as it found it.
             if (matchAt(at) == Outcome::Match)
                 return Outcome::Match;
@@ -365,7 +372,7 @@ bool BacktrackMatcher::backtrack(std::uint32_t& pc, std::size_t& pos) {
     // The first byte is compared before a call compares the rest: most characters tried differ.
     const auto matchesAt = [&](std::size_t at) {
         return subject_[at] == s.bytes[0] &&
-               std::memcmp(subject_.data() + at + 1, s.bytes + 1, length - 1) == 0;
+               (length == 1 || std::memcmp(subject_.data() + at + 1, s.bytes + 1, length - 1) == 0);
     };
     if (s.backward)
         return pos >= length && matchesAt(pos - length) ? pos - length : unset;
