@@ -1,6 +1,7 @@
 #include "engine/regex/BacktrackMatcher.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 namespace morlevant {
@@ -34,6 +35,39 @@ char32_t decode(const unsigned char* bytes, std::size_t length) {
 bool isWordByte(unsigned char c) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
 }
+
+#ifdef MORLEVANT_X86_STEPS
+// How many bytes of an ASCII set run from `pos` on, or end at `pos` read `backward`, at most
+// `most`, sixteen at a time as far as whole steps go within `text`: a class repeated over a
+// run of varying length would otherwise make the end of each run a guess missed. `ended`
+// says whether the run's end, or `most`, was met.
+__attribute__((target("ssse3"))) std::size_t asciiRunBy16(std::string_view text, std::size_t pos,
+                                                          std::size_t most,
+                                                          const AsciiSetTable& set, bool backward,
+                                                          bool& ended) {
+    const __m128i byLow = loaded(set.data());
+    std::size_t done = 0;
+    while (done < most) {
+        if (backward ? pos - done < 16 : text.size() - pos - done < 16)
+            return done;
+        if (backward) {
+            // The run goes back from the last of the sixteen bytes to the last one outside.
+            const unsigned outside = outsideSet(loaded(text.data() + pos - done - 16), byLow);
+            if (outside != 0) {
+                done += static_cast<std::size_t>(std::countl_zero(outside)) - 16;
+                break;
+            }
+        } else if (const unsigned outside = outsideSet(loaded(text.data() + pos + done), byLow);
+                   outside != 0) {
+            done += static_cast<std::size_t>(std::countr_zero(outside));
+            break;
+        }
+        done += 16;
+    }
+    ended = true;
+    return std::min(done, most);
+}
+#endif
 
 } // namespace
 
@@ -225,15 +259,12 @@ bool BacktrackMatcher::step(std::uint32_t& pc, std::size_t& pos) {
     }
     case Op::SimpleRepeat: {
         const BacktrackStep& atom = program_.steps[pc + 1];
-        std::size_t done = 0;
-        for (; done < s.min; ++done)
-            if ((pos = matchAtom(atom, pos)) == unset)
-                return false;
+        std::size_t done = takeRun(atom, pos, s.min);
+        if (done < s.min)
+            return false;
         if (s.greedy) {
             const std::size_t least = pos;
-            for (std::size_t next = 0; done < s.max && (next = matchAtom(atom, pos)) != unset;
-                 ++done)
-                pos = next;
+            done += takeRun(atom, pos, s.max - done);
             if (pos != least && !s.possessive) {
                 set(s.reg, least);
                 push(Entry::Greedy, pc, pos);
@@ -266,6 +297,24 @@ bool BacktrackMatcher::step(std::uint32_t& pc, std::size_t& pos) {
     return false;
 }
 
+std::size_t BacktrackMatcher::takeRun(const BacktrackStep& atom, std::size_t& pos,
+                                      std::size_t most) const {
+    std::size_t done = 0;
+#ifdef MORLEVANT_X86_STEPS
+    if (atom.op == Op::Set && program_.sets[atom.index].asciiOnly && processorHasByteShuffle()) {
+        bool ended = false;
+        done = asciiRunBy16(subject_, pos, most, program_.sets[atom.index].bytes, atom.backward,
+                            ended);
+        pos = atom.backward ? pos - done : pos + done;
+        if (ended)
+            return done;
+    }
+#endif
+    for (std::size_t next = 0; done < most && (next = matchAtom(atom, pos)) != unset; ++done)
+        pos = next;
+    return done;
+}
+
 bool BacktrackMatcher::matchesStraight(std::uint32_t pc, std::uint32_t end, std::size_t pos) {
     while (pc < end) {
         const BacktrackStep& s = program_.steps[pc];
@@ -275,10 +324,7 @@ bool BacktrackMatcher::matchesStraight(std::uint32_t pc, std::uint32_t end, std:
             ++pc;
             continue;
         }
-        const BacktrackStep& atom = program_.steps[pc + 1];
-        std::size_t done = 0;
-        for (std::size_t next = 0; done < s.max && (next = matchAtom(atom, pos)) != unset; ++done)
-            pos = next;
+        const std::size_t done = takeRun(program_.steps[pc + 1], pos, s.max);
         charge(done);
         if (done < s.min)
             return false;

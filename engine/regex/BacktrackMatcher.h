@@ -67,6 +67,9 @@ private:
     // Starts the budget's clock, or ends the search once the budget has passed.
     [[gnu::noinline]] void readClock();
     void lookEnd(const BacktrackStep& s, std::uint32_t& pc, std::size_t& pos);
+    // Takes as many characters of the repeated `atom` as follow `pos`, at most `most`: returns
+    // how many and moves `pos` past them.
+    std::size_t takeRun(const BacktrackStep& atom, std::size_t& pos, std::size_t most) const;
     // Whether the straight body of a lookaround, steps `pc` to `end`, matches at `pos`.
     bool matchesStraight(std::uint32_t pc, std::uint32_t end, std::size_t pos);
 

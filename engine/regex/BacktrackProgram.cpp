@@ -154,6 +154,10 @@ private:
             SetTable table{{}, n.set};
             for (char32_t c = 0; c < 128; ++c)
                 table.ascii[c] = n.set.matches(c);
+            // Byte by byte, a byte from 0x80 on is taken only by a negated set.
+            table.asciiOnly =
+                !n.set.negated && (n.set.ranges.empty() || n.set.ranges.back().last < 0x80);
+            table.bytes = asciiSetTable(table.ascii);
             step.index = static_cast<std::uint32_t>(program_.sets.size());
             program_.sets.push_back(std::move(table));
         } else if (n.character < 0xD800 || n.character > 0xDFFF) {
@@ -248,10 +252,8 @@ AsciiTaken asciiTaken(const BacktrackStep& step, const std::vector<SetTable>& se
     AsciiTaken taken;
     if (step.op == Op::Set) {
         const SetTable& table = sets[step.index];
-        const std::vector<CodeRange>& ranges = table.set.ranges;
         taken.ascii = table.ascii;
-        // Byte by byte, a byte from 0x80 on is taken only by a negated set.
-        taken.only = !table.set.negated && (ranges.empty() || ranges.back().last < 0x80);
+        taken.only = table.asciiOnly;
     } else if (step.length == 1 && static_cast<unsigned char>(step.bytes[0]) < 0x80) {
         taken.ascii.set(static_cast<unsigned char>(step.bytes[0]));
         taken.only = true;

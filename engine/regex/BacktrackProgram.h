@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/regex/AsciiSetSteps.h"
 #include "engine/regex/EcmaPatternTree.h"
 
 #include <bitset>
@@ -13,6 +14,9 @@ namespace morlevant {
 struct SetTable {
     std::bitset<128> ascii;
     CharacterSet set;
+    // Whether it takes ASCII characters only, and then the same table for sixteen bytes at once.
+    bool asciiOnly = false;
+    AsciiSetTable bytes{};
 };
 
 // One instruction of a pattern compiled for BacktrackMatcher. Each reads the text forwards, or

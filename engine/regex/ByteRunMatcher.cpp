@@ -1,14 +1,8 @@
 #include "engine/regex/ByteRunMatcher.h"
 
-#include "engine/text/ProcessorFeatures.h"
-
 #include <algorithm>
 #include <bit>
 #include <span>
-
-#ifdef MORLEVANT_X86_STEPS
-#include <immintrin.h>
-#endif
 
 namespace morlevant {
 
@@ -44,33 +38,9 @@ __attribute__((target("ssse3,popcnt"))) inline void packEight(__m128i bytes, uns
     out += std::popcount(kept);
 }
 
-// For each of the sixteen bytes of `bytes`, 0 when it is not in the set and a bit of its own
-// when it is, each looked up by its low four bits and its high four at once. `byLow` holds the
-// matcher's highBitsByLow_.
-__attribute__((target("ssse3"))) inline __m128i setBits(__m128i bytes, __m128i byLow) {
-    // Bytes from 0x80 on have no bit: they are never in the set.
-    const __m128i bitOfHigh =
-        _mm_setr_epi8(1, 2, 4, 8, 16, 32, 64, static_cast<char>(0x80), 0, 0, 0, 0, 0, 0, 0, 0);
-    const __m128i lowFour = _mm_set1_epi8(0x0f);
-    const __m128i low = _mm_and_si128(bytes, lowFour);
-    const __m128i high = _mm_and_si128(_mm_srli_epi16(bytes, 4), lowFour);
-    return _mm_and_si128(_mm_shuffle_epi8(byLow, low), _mm_shuffle_epi8(bitOfHigh, high));
-}
-
-// Which of the sixteen bytes are not in the set: bit j for byte j.
-__attribute__((target("ssse3"))) inline unsigned outsideSet(__m128i bytes, __m128i byLow) {
-    return static_cast<unsigned>(
-        _mm_movemask_epi8(_mm_cmpeq_epi8(setBits(bytes, byLow), _mm_setzero_si128())));
-}
-
-inline __m128i loaded(const void* bytes) {
-    return _mm_loadu_si128(static_cast<const __m128i*>(bytes));
-}
-
 // copyWithoutRuns sixteen bytes at a time, as far as whole steps go.
 __attribute__((target("ssse3,popcnt"))) void
-copyWithoutBy16(const char*& in, const char* end, const std::array<std::uint8_t, 16>& highBitsByLow,
-                char*& out) {
+copyWithoutBy16(const char*& in, const char* end, const AsciiSetTable& highBitsByLow, char*& out) {
     const __m128i byLow = loaded(highBitsByLow.data());
     for (; end - in >= 16; in += 16) {
         const __m128i bytes = loaded(in);
@@ -84,7 +54,7 @@ copyWithoutBy16(const char*& in, const char* end, const std::array<std::uint8_t,
 // after each run, made a blank. The last step takes the bytes left made up to sixteen with a byte
 // never in the set, which gives a run at the end of the line its blank.
 __attribute__((target("ssse3,popcnt"))) void
-copyRunsBy16(std::string_view line, const std::array<std::uint8_t, 16>& highBitsByLow, char*& out) {
+copyRunsBy16(std::string_view line, const AsciiSetTable& highBitsByLow, char*& out) {
     const __m128i byLow = loaded(highBitsByLow.data());
     const __m128i ones = _mm_set1_epi8(-1);
     const __m128i blanks = _mm_set1_epi8(' ');
@@ -114,9 +84,10 @@ copyRunsBy16(std::string_view line, const std::array<std::uint8_t, 16>& highBits
 
 // The first byte from `at` that is in the set (`inSet`) or not, sixteen bytes at a time as far
 // as whole steps go; where the steps stopped when there is none.
-__attribute__((target("ssse3"))) std::size_t
-skipBy16(const unsigned char* bytes, std::size_t at, std::size_t size,
-         const std::array<std::uint8_t, 16>& highBitsByLow, bool inSet) {
+__attribute__((target("ssse3"))) std::size_t skipBy16(const unsigned char* bytes, std::size_t at,
+                                                      std::size_t size,
+                                                      const AsciiSetTable& highBitsByLow,
+                                                      bool inSet) {
     const __m128i byLow = loaded(highBitsByLow.data());
     for (; size - at >= 16; at += 16) {
         const unsigned outside = outsideSet(loaded(bytes + at), byLow);
@@ -207,9 +178,7 @@ std::optional<ByteRunMatcher> ByteRunMatcher::of(const PatternNode& root) {
         if (matcher.inSet_[static_cast<unsigned char>(matcher.suffix_.front())])
             return std::nullopt;
     }
-    for (std::size_t byte = 0; byte < 0x80; ++byte)
-        if (matcher.inSet_[byte])
-            matcher.highBitsByLow_[byte & 0xf] |= static_cast<std::uint8_t>(1u << (byte >> 4));
+    matcher.highBitsByLow_ = asciiSetTable(matcher.inSet_);
     return matcher;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/regex/AsciiSetSteps.h"
 #include "engine/regex/EcmaPatternTree.h"
 #include "engine/text/BytePositions.h"
 
@@ -67,9 +68,7 @@ private:
     // The bytes the lookbehind takes, each from a set, in order; the last is behindLast_ alone.
     std::vector<std::array<bool, 256>> behind_;
     char behindLast_ = 0;
-    // The set by the low four bits of a byte: bit n of entry l is set when the byte 16n + l is
-    // in it, so that sixteen bytes are looked up at once.
-    std::array<std::uint8_t, 16> highBitsByLow_{};
+    AsciiSetTable highBitsByLow_{}; // the set, sixteen bytes looked up at once
 };
 
 template <typename Each>
