@@ -74,8 +74,9 @@ private:
     bool matchesStraight(std::uint32_t pc, std::uint32_t end, std::size_t pos);
 
     // Where one character or set at `pos` ends, read forwards or backwards, or `unset`.
-    std::size_t matchAtom(const BacktrackStep& s, std::size_t pos) const;
-    std::size_t matchSet(const SetTable& set, std::size_t pos, bool backward) const;
+    // Both are inlined where the steps are carried out.
+    inline std::size_t matchAtom(const BacktrackStep& s, std::size_t pos) const;
+    inline std::size_t matchSet(const SetTable& set, std::size_t pos, bool backward) const;
     // The same for a character beyond ASCII.
     std::size_t matchSetBeyondAscii(const SetTable& set, std::size_t pos, bool backward) const;
     std::size_t matchBackReference(const BacktrackStep& s, std::size_t pos) const;

@@ -262,8 +262,9 @@ AsciiTaken asciiTaken(const BacktrackStep& step, const std::vector<SetTable>& se
 }
 
 // Marks the greedy simple repeats whose atom and the step after it take no character in
-// common: \d+\. or, in a lookbehind read backwards, \.\d*. A run of such an atom given back a
-// character at a time only meets that character again where the next step fails.
+// common, where one of them takes ASCII characters only (which settles it from the ASCII
+// tables): \d+\. or, in a lookbehind read backwards, \.\d*. A run of such an atom given back
+// a character at a time only meets that character again where the next step fails.
 void markPossessiveRepeats(BacktrackProgram& program) {
     std::vector<BacktrackStep>& steps = program.steps;
     const auto atom = [](const BacktrackStep& step) {

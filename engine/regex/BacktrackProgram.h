@@ -48,8 +48,9 @@ struct BacktrackStep {
     bool backward = false;
     bool greedy = true;
     bool negative = false;
-    // SimpleRepeat: the step after the atom takes no character the atom takes, so a run given
-    // back would only fail there; the run is never given back.
+    // SimpleRepeat: the step after the atom takes no character the atom takes, as their ASCII
+    // tables show (see markPossessiveRepeats), so a run given back would only fail there; the
+    // run is never given back.
     bool possessive = false;
     // LookStart: the body leaves no choice to come back to (see markStraightLookarounds), so it
     // is matched step after step without the stack.

@@ -30,11 +30,12 @@ struct RangeSpan {
 struct RangeSpans {
     // The ranges' texts, in order and apart.
     std::vector<RangeSpan> listed;
-    // For a single range that runs from a column past the end of every line, `listed` is left
-    // empty and a line's range is looked for only in the lines where a routine needs it: it
-    // starts `asciiStart` bytes into a line whose first `asciiStart` bytes are ASCII, and
-    // `startInLine` bytes into any other line (npos when the line ends before the range starts).
-    // Such a range starts where it did when the text of the ranges has been changed.
+    // For a single range that runs from a column past the end of every line, or blank ranges
+    // (the whole line, `asciiStart` 0), `listed` is left empty and a line's range is looked for
+    // only in the lines where a routine needs it: it starts `asciiStart` bytes into a line whose
+    // first `asciiStart` bytes are ASCII, and `startInLine` bytes into any other line (npos when
+    // the line ends before the range starts). Such a range starts where it did when the text of
+    // the ranges has been changed.
     bool toLineEnds = false;
     std::size_t asciiStart = 0;
     std::function<std::size_t(std::string_view line)> startInLine;

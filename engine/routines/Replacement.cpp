@@ -248,7 +248,10 @@ public:
             return at + 1;
         if (rangeStart_ == unknown)
             rangeStart_ = rangeStart();
-        return at >= rangeStart_ ? at : at + 1;
+        // The range starts within its line: an occurrence before it is passed over to there.
+        return at >= rangeStart_                       ? at
+               : rangeStart_ == std::string_view::npos ? at + 1
+                                                       : rangeStart_;
     }
     void replaced(std::ptrdiff_t) {}
     void finish() {}

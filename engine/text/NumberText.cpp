@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cassert>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -180,6 +181,7 @@ MORLEVANT_FLOAT_STEPS_HELPER bool roundedDirectly(double magnitude, int decimals
 // one step: this is the last and most frequent step of a calculated line.
 void appendWholeAsFixed(bool negative, std::uint64_t whole, int zeros, int decimals,
                         std::string& out) {
+    assert(zeros <= decimals); // the zeros are all decimals
     // The digits of 0 to 99 in pairs: two digits take one division rather than two.
     static constexpr auto pairs = [] {
         std::array<char, 200> digits{};

@@ -30,7 +30,8 @@ inline bool processorHasByteShuffle() {
 inline bool processorHasByteExpansion() {
     static const bool has = [] {
         __builtin_cpu_init();
-        return __builtin_cpu_supports("avx512bw") != 0 && __builtin_cpu_supports("avx512vl") != 0 &&
+        return __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512bw") != 0 &&
+               __builtin_cpu_supports("avx512vl") != 0 &&
                __builtin_cpu_supports("avx512vbmi2") != 0 && __builtin_cpu_supports("bmi2") != 0 &&
                __builtin_cpu_supports("popcnt") != 0;
     }();

@@ -84,7 +84,8 @@ TEST(LineEnds, CountsAgreeWithReadingByteByByte) {
                 });
                 ASSERT_EQ(walked, text);
                 ASSERT_EQ(ends, expected.lines);
-                // As much room as the copy may need, and no more: a store past it is caught.
+                // As much room as the copy may need, and no more: a store past it is caught by
+                // AddressSanitizer, which the tests are built with in CI.
                 std::string copied(length + expected.lines + crLfCopySpare, '?');
                 copied.resize(copyWithCrLfEnds(text, copied.data()) - copied.data());
                 ASSERT_EQ(copied, withCrLfEnds(text)) << length;
