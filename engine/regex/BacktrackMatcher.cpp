@@ -38,9 +38,9 @@ bool isWordByte(unsigned char c) {
 
 #ifdef MORLEVANT_X86_STEPS
 // How many bytes of an ASCII set run from `pos` on, or end at `pos` read `backward`, at most
-// `most`, sixteen at a time as far as whole steps go within `text`: a class repeated over a
-// run of varying length would otherwise make the end of each run a guess missed. `ended`
-// says whether the run's end, or `most`, was met.
+// `most`, sixteen at a time as far as whole steps go within `text`: byte by byte, the end of
+// runs of varying length would be a branch the processor mispredicts at nearly every run.
+// `ended` says whether the run's end, or `most`, was met.
 __attribute__((target("ssse3"))) std::size_t asciiRunBy16(std::string_view text, std::size_t pos,
                                                           std::size_t most,
                                                           const AsciiSetTable& set, bool backward,
@@ -98,15 +98,18 @@ BacktrackMatcher::Outcome BacktrackMatcher::find(std::size_t start) {
         for (std::size_t at = start; at <= subject_.size(); at = nextCharacter(at)) {
             if (program_.startsWithKnownByte && (at = nextPossibleStart(at)) == subject_.size())
                 break;
-            // A pattern that starts with a straight lookaround is not tried where that fails.
-            const BacktrackStep& first = program_.steps.front();
-            if (first.op == Op::LookStart && first.straight &&
-                matchesStraight(1, first.target - 1, at) == first.negative) {
+            // A pattern that starts with a straight lookaround is not tried where that fails,
+            // and is tried from after it where it holds.
+            std::uint32_t from = 0;
+            if (const BacktrackStep& first = program_.steps.front();
+                first.op == Op::LookStart && first.straight) {
                 charge(1);
-                continue;
+                if (matchesStraight(1, first.target - 1, at) == first.negative)
+                    continue;
+                from = first.target;
             }
             // A failed attempt leaves the stack empty and every register as it found it.
-            if (matchAt(at) == Outcome::Match)
+            if (matchAt(at, from) == Outcome::Match)
                 return Outcome::Match;
         }
     } catch (const TimeUp&) {
@@ -136,9 +139,8 @@ std::size_t BacktrackMatcher::nextPossibleStart(std::size_t at) {
     return at;
 }
 
-BacktrackMatcher::Outcome BacktrackMatcher::matchAt(std::size_t start) {
+BacktrackMatcher::Outcome BacktrackMatcher::matchAt(std::size_t start, std::uint32_t pc) {
     stack_.clear();
-    std::uint32_t pc = 0;
     std::size_t pos = start;
     for (;;) {
         charge(1);

@@ -43,7 +43,8 @@ private:
 
     // The first position from `at` whose byte can start a match, or the end of the subject.
     std::size_t nextPossibleStart(std::size_t at);
-    Outcome matchAt(std::size_t start);
+    // The match attempt at `start`, from the instruction `pc` on.
+    Outcome matchAt(std::size_t start, std::uint32_t pc);
     bool backtrack(std::uint32_t& pc, std::size_t& pos);
     bool step(std::uint32_t& pc, std::size_t& pos);
     // These three come at nearly every step: the rare work of each is a call of its own.
@@ -67,8 +68,8 @@ private:
     // Starts the budget's clock, or ends the search once the budget has passed.
     [[gnu::noinline]] void readClock();
     void lookEnd(const BacktrackStep& s, std::uint32_t& pc, std::size_t& pos);
-    // Takes as many characters of the repeated `atom` as follow `pos`, at most `most`: returns
-    // how many and moves `pos` past them.
+    // Takes as many characters of the repeated `atom` as follow `pos` (or come before it, for
+    // an atom read backwards), at most `most`: returns how many and moves `pos` past them.
     std::size_t takeRun(const BacktrackStep& atom, std::size_t& pos, std::size_t most) const;
     // Whether the straight body of a lookaround, steps `pc` to `end`, matches at `pos`.
     bool matchesStraight(std::uint32_t pc, std::uint32_t end, std::size_t pos);

@@ -154,7 +154,8 @@ private:
             SetTable table{{}, n.set};
             for (char32_t c = 0; c < 128; ++c)
                 table.ascii[c] = n.set.matches(c);
-            // Byte by byte, a byte from 0x80 on is taken only by a negated set.
+            // No character beyond ASCII, read as UTF-8 or byte by byte, where a byte from 0x80
+            // on is taken only by a negated set.
             table.asciiOnly =
                 !n.set.negated && (n.set.ranges.empty() || n.set.ranges.back().last < 0x80);
             table.bytes = asciiSetTable(table.ascii);

@@ -14,7 +14,8 @@ namespace morlevant {
 struct SetTable {
     std::bitset<128> ascii;
     CharacterSet set;
-    // Whether it takes ASCII characters only, and then the same table for sixteen bytes at once.
+    // Whether it takes ASCII characters only, and its ASCII table for sixteen bytes at once,
+    // which then tests every byte.
     bool asciiOnly = false;
     AsciiSetTable bytes{};
 };
