@@ -37,13 +37,14 @@ spreadBy32(const char*& in, const char* end, char byte, char first, char second,
 
 } // namespace
 
-char* copyWithByteMadeTwo(std::string_view text, char byte, char first, char second, char* out) {
+char* copyWithByteMadeTwo(std::string_view text, char byte, char first, char second, char* out,
+                          SpreadSteps steps) {
     const char* in = text.data();
     const char* const end = in + text.size();
 #ifdef MORLEVANT_X86_STEPS
-    if (processorHasByteExpansion())
+    if (steps >= SpreadSteps::Expansion)
         spreadBy32(in, end, byte, first, second, out);
-    if (processorHasByteShuffle())
+    if (steps >= SpreadSteps::Shuffle)
         spreadBy16(in, end, byte, first, second, out);
 #endif
     for (; in < end; ++in) {

@@ -16,7 +16,8 @@ namespace morlevant {
 
 // Copies `text` to `out` with every `byte` in it made the two bytes `first` and `second`, and
 // returns the end of what was written. `out` has room for the result and 32 bytes more.
-char* copyWithByteMadeTwo(std::string_view text, char byte, char first, char second, char* out);
+char* copyWithByteMadeTwo(std::string_view text, char byte, char first, char second, char* out,
+                          SpreadSteps steps = widestSpreadSteps());
 
 #ifdef MORLEVANT_X86_STEPS
 

@@ -149,14 +149,13 @@ inline bool crLfStep(const char*& in, const char* end, char*& out) {
 // Where the processor can shuffle bytes, short lines that end in LF alone go faster still; after
 // a CR they are looked for again only past the next LF alone, so that CR LF text is not searched
 // twice.
-char* copyWithCrLfEnds(std::string_view text, char* out) {
+char* copyWithCrLfEnds(std::string_view text, char* out, SpreadSteps steps) {
     const char* in = text.data();
     const char* const end = in + text.size();
 #ifdef MORLEVANT_X86_STEPS
-    if (processorHasByteShuffle() && shortLfLines(text)) {
-        const bool expands = processorHasByteExpansion();
+    if (steps >= SpreadSteps::Shuffle && shortLfLines(text)) {
         while (end - in >= 16) {
-            if (expands)
+            if (steps == SpreadSteps::Expansion)
                 copyLfLinesBy32(in, end, out);
             copyLfLinesBy16(in, end, out);
             while (end - in >= 16 && !crLfStep(in, end, out)) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/text/BytePositions.h"
+#include "engine/text/ProcessorFeatures.h"
 
 #include <algorithm>
 #include <bit>
@@ -71,6 +72,6 @@ LineEndCount countLineEnds(std::string_view text);
 // without an end. `out` has room for twice the text, or for that most and crLfCopySpare bytes
 // more: the copy stores many bytes at once.
 inline constexpr std::size_t crLfCopySpare = 32;
-char* copyWithCrLfEnds(std::string_view text, char* out);
+char* copyWithCrLfEnds(std::string_view text, char* out, SpreadSteps steps = widestSpreadSteps());
 
 } // namespace morlevant

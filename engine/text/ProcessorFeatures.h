@@ -52,3 +52,21 @@ inline bool processorHasByteExpansion() {
 #define MORLEVANT_FLOAT_STEPS
 #define MORLEVANT_FLOAT_STEPS_HELPER inline
 #endif
+
+namespace morlevant {
+
+// The steps by which a copy spreads bytes out (a byte inserted before some), from the plainest to
+// the widest: a copy takes the widest the processor has, and a test each of them.
+enum class SpreadSteps { Plain, Shuffle, Expansion };
+
+inline SpreadSteps widestSpreadSteps() {
+#ifdef MORLEVANT_X86_STEPS
+    if (processorHasByteExpansion())
+        return SpreadSteps::Expansion;
+    if (processorHasByteShuffle())
+        return SpreadSteps::Shuffle;
+#endif
+    return SpreadSteps::Plain;
+}
+
+} // namespace morlevant

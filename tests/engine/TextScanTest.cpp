@@ -3,6 +3,7 @@
 #include "engine/io/LineReader.h"
 #include "engine/io/LineWriter.h"
 #include "engine/io/WriteBehind.h"
+#include "engine/text/ByteSpread.h"
 #include "engine/text/LineEnds.h"
 #include "engine/text/Utf8.h"
 #include "taskdef/TaskError.h"
@@ -48,6 +49,15 @@ std::string withCrLfEnds(const std::string& text) {
     return out;
 }
 
+// The kinds of steps by which bytes are spread out that this processor has.
+std::vector<SpreadSteps> stepsHere() {
+    std::vector<SpreadSteps> steps{SpreadSteps::Plain};
+    for (const SpreadSteps wider : {SpreadSteps::Shuffle, SpreadSteps::Expansion})
+        if (wider <= widestSpreadSteps())
+            steps.push_back(wider);
+    return steps;
+}
+
 // Texts of CR, LF and other bytes whose lengths cross the sixteen- and thirty-two-byte steps and
 // the points where the per-lane counts are summed, a CR LF split across two steps included;
 // copying them with CR LF ends agrees too.
@@ -85,10 +95,36 @@ TEST(LineEnds, CountsAgreeWithReadingByteByByte) {
                 ASSERT_EQ(walked, text);
                 ASSERT_EQ(ends, expected.lines);
                 // As much room as the copy may need, and no more: a store past it is caught by
-                // AddressSanitizer, which the tests are built with in CI.
-                std::string copied(length + expected.lines + crLfCopySpare, '?');
-                copied.resize(copyWithCrLfEnds(text, copied.data()) - copied.data());
-                ASSERT_EQ(copied, withCrLfEnds(text)) << length;
+                // AddressSanitizer, which the tests are built with in CI. Every kind of steps
+                // the processor has copies the same.
+                for (const SpreadSteps steps : stepsHere()) {
+                    std::string copied(length + expected.lines + crLfCopySpare, '?');
+                    copied.resize(copyWithCrLfEnds(text, copied.data(), steps) - copied.data());
+                    ASSERT_EQ(copied, withCrLfEnds(text)) << length;
+                }
+            }
+        }
+    }
+}
+
+// A byte made two, as find and replace makes "=" "==", by every kind of steps: the result's
+// length crosses the sixteen- and thirty-two-byte steps with the byte nowhere, everywhere and
+// anywhere between.
+TEST(ByteSpread, EveryKindOfStepsMakesTheByteTwo) {
+    std::mt19937 random(9);
+    for (std::size_t length = 0; length <= 100; ++length) {
+        for (const std::string alphabet : {"x", "=", "=x", "xxxxxx="}) {
+            std::string text(length, 'x');
+            for (char& c : text)
+                c = alphabet[random() % alphabet.size()];
+            std::string expected;
+            for (const char c : text)
+                expected += c == '=' ? std::string("<>") : std::string(1, c);
+            for (const SpreadSteps steps : stepsHere()) {
+                std::string made(expected.size() + 32, '?');
+                made.resize(copyWithByteMadeTwo(text, '=', '<', '>', made.data(), steps) -
+                            made.data());
+                ASSERT_EQ(made, expected) << text;
             }
         }
     }
